@@ -19,8 +19,8 @@
 extern "C" {
 #endif
 
-/** Error codes. 0 to 9 are generic; from 800 on, conditions that a user interface translates for the person at
- *  the screen. */
+/** Error codes. 0 to 9 are generic; from 800 on, conditions that a user interface translates for the person
+ * at the screen. */
 typedef enum qbobj_error {
     QBOBJ_ERROR_OK = 0,
     QBOBJ_ERROR_UNKNOWN = 1,
@@ -85,7 +85,7 @@ QBOBJ_API extern const char *const QBLOG_SEVERITY_WARNING; /**< "warning" */
 QBOBJ_API extern const char *const QBLOG_SEVERITY_ERR;     /**< "err" */
 QBOBJ_API extern const char *const QBLOG_SEVERITY_CRIT;    /**< "crit" */
 QBOBJ_API extern const char *const QBLOG_SEVERITY_ALERT;   /**< "alert" */
-QBOBJ_API extern const char *const QBLOG_SEVERITY_EMERG;   /**< "emerge": stored rows depend on this spelling */
+QBOBJ_API extern const char *const QBLOG_SEVERITY_EMERG; /**< "emerge": stored rows depend on this spelling */
 
 /* Words of the system log's category column. */
 QBOBJ_API extern const char *const QBLOG_CATEGORY_MISC;     /**< "misc" */

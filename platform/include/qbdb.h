@@ -12,9 +12,9 @@
  * - A statement operation returns 0 or SQLite's result code (19 is a constraint), logs a failed statement at
  *   QBDB_LOG_ERROR with the caller's unit name and line, and stores the database's text in `*errmsg` when
  *   `errmsg` is not null (`*errmsg` is never null after a failure and is null after a success).
- * - Statement formats are SQLite's printf formats: %d %u %lld %llu %ld %lu %f for numbers, %Q for a quoted value (NULL
- *   when the pointer is null), %q for text inside quotes, %w for text inside an identifier's quotes, %s for
- *   text taken over as it is, %% for a percent sign.
+ * - Statement formats are SQLite's printf formats: %d %u %lld %llu %ld %lu %f for numbers, %Q for a quoted
+ * value (NULL when the pointer is null), %q for text inside quotes, %w for text inside an identifier's
+ * quotes, %s for text taken over as it is, %% for a percent sign.
  * - A handle and its connection are used by one thread at a time.
  */
 #ifndef QBDB_H
@@ -55,19 +55,20 @@ typedef struct qbdb_sysinfo qbdb_sysinfo_t;
 
 /** The platform handle: the first argument of every operation. */
 typedef struct _qbdb_handle {
-    sqlite3_mutex *sq3_mutex;  /**< serialises database access of several handles; may be null */
-    FILE *log;                 /**< log stream; null logs nothing */
-    sqlite3_mutex *log_mutex;  /**< held while a line is logged; may be null */
-    qbdb_loglevel_t loglvl;    /**< most detailed level that is logged */
-    FILE *jnl;                 /**< journal of the services that want to be refreshed; may be null */
-    sqlite3_mutex *jnl_mutex;  /**< held while a journal line is written; may be null */
-    apr_pool_t *pool;          /**< everything returned is allocated here; never null during a call */
-    const char *root;          /**< prefix of the absolute paths that are read; null or "/" is the system's own tree */
-    qbdb_sysinfo_t *sysinfo;   /**< set by qbdb_open(); null in a handle that a caller made itself */
-    int readonly;              /**< non-zero: transactions only read */
+    sqlite3_mutex *sq3_mutex; /**< serialises database access of several handles; may be null */
+    FILE *log;                /**< log stream; null logs nothing */
+    sqlite3_mutex *log_mutex; /**< held while a line is logged; may be null */
+    qbdb_loglevel_t loglvl;   /**< most detailed level that is logged */
+    FILE *jnl;                /**< journal of the services that want to be refreshed; may be null */
+    sqlite3_mutex *jnl_mutex; /**< held while a journal line is written; may be null */
+    apr_pool_t *pool;         /**< everything returned is allocated here; never null during a call */
+    const char *root; /**< prefix of the absolute paths that are read; null or "/" is the system's own tree */
+    qbdb_sysinfo_t *sysinfo; /**< set by qbdb_open(); null in a handle that a caller made itself */
+    int readonly;            /**< non-zero: transactions only read */
 } qbdb_handle_t;
 
-/* ---- Transactions ---------------------------------------------------------------------------------------- */
+/* ---- Transactions ----------------------------------------------------------------------------------------
+ */
 
 /** Begins a transaction: BEGIN IMMEDIATE, or a deferred one when the handle is read only. A busy database is
  *  waited for. Returns 0 or SQLite's result code. */
@@ -79,7 +80,8 @@ int qbdb_sql_commit(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char 
 /** Rolls back. Without an open transaction it does nothing and returns 0. */
 int qbdb_sql_rollback(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char *file, int line);
 
-/* ---- Statements ------------------------------------------------------------------------------------------ */
+/* ---- Statements ------------------------------------------------------------------------------------------
+ */
 
 /** Runs one statement; text after it is an error. */
 int qbdb_sql_exec_mprintf(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char *file, int line,
@@ -91,28 +93,29 @@ int qbdb_sql_exec_mprintf(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const
 int qbdb_sql_get_table_mprintf(qbdb_handle_t *qbdb, sqlite3 *db, char ***table, int *nrow, int *ncol,
                                char **errmsg, const char *file, int line, const char *format, ...);
 
-/** Reads the first column of the first row as a 32-bit integer (a NULL is 0). `*found` tells whether there was
- *  a row; without one `*value` is 0. */
+/** Reads the first column of the first row as a 32-bit integer (a NULL is 0). `*found` tells whether there
+ * was a row; without one `*value` is 0. */
 int qbdb_sql_get_int32_mprintf(qbdb_handle_t *qbdb, sqlite3 *db, int32_t *value, int *found, char **errmsg,
                                const char *file, int line, const char *format, ...);
 
-/** Reads the first column of the first row as text (a NULL is a null pointer). `*found` tells whether there was
- *  a row; without one `*value` is null. */
+/** Reads the first column of the first row as text (a NULL is a null pointer). `*found` tells whether there
+ * was a row; without one `*value` is null. */
 int qbdb_sql_get_scaler_mprintf(qbdb_handle_t *qbdb, sqlite3 *db, char **value, int *found, char **errmsg,
                                 const char *file, int line, const char *format, ...);
 
-/* ---- Copies of tables, to find out what an operation changed --------------------------------------------- */
+/* ---- Copies of tables, to find out what an operation changed ---------------------------------------------
+ */
 
 /** Copies `table` to the temporary table `copy`, which is replaced when it exists. */
-int qbdb_sql_duplicate_table(qbdb_handle_t *qbdb, sqlite3 *db, const char *table, const char *copy, char **errmsg,
-                             const char *file, int line);
+int qbdb_sql_duplicate_table(qbdb_handle_t *qbdb, sqlite3 *db, const char *table, const char *copy,
+                             char **errmsg, const char *file, int line);
 
 /** Copies every table of the null-terminated list to a temporary table named `tag` followed by its name. */
 int qbdb_sql_duplicate_tables(qbdb_handle_t *qbdb, sqlite3 *db, const char *tag, const char *const *tables,
                               char **errmsg, const char *file, int line);
 
-/** Compares every table of the list with its copy, as sets of rows in which equal rows count. `*changed` receives the null-terminated list of
- *  the names of those that differ. */
+/** Compares every table of the list with its copy, as sets of rows in which equal rows count. `*changed`
+ * receives the null-terminated list of the names of those that differ. */
 int qbdb_sql_compare_tables(qbdb_handle_t *qbdb, sqlite3 *db, const char *tag, const char *const *tables,
                             const char ***changed, char **errmsg, const char *file, int line);
 
@@ -129,12 +132,13 @@ int qbdb_sql_compare_table_row(qbdb_handle_t *qbdb, sqlite3 *db, const char *tab
 int qbdb_sql_delete_tables(qbdb_handle_t *qbdb, sqlite3 *db, const char *tag, const char *const *tables,
                            char **errmsg, const char *file, int line);
 
-/* ---- Log, system state, services ------------------------------------------------------------------------- */
+/* ---- Log, system state, services -------------------------------------------------------------------------
+ */
 
-/** Logs one line (time, level, unit:line, text) when `level` is at most the handle's. `flag` is 1 on lines that
- *  report an error and 0 on traces. A line end at the end of the text is not doubled. */
-void qbdb_log(qbdb_handle_t *qbdb, const char *file, int line, qbdb_loglevel_t level, int flag, const char *format,
-              ...)
+/** Logs one line (time, level, unit:line, text) when `level` is at most the handle's. `flag` is 1 on lines
+ * that report an error and 0 on traces. A line end at the end of the text is not doubled. */
+void qbdb_log(qbdb_handle_t *qbdb, const char *file, int line, qbdb_loglevel_t level, int flag,
+              const char *format, ...)
 #if defined(__GNUC__)
     __attribute__((format(printf, 6, 7)))
 #endif
@@ -150,9 +154,10 @@ int qbdb_hf_stats_import(qbdb_handle_t *qbdb, sqlite3 *db);
 /** Tells the service ("cifs", "ftp") that the share configuration changed. */
 int qbdb_service_update_setting_by_share(qbdb_handle_t *qbdb, sqlite3 *db, const char *service);
 
-/** Reads a storage property of a dataset with a scanf format, as scanf() does into the pointers given. Returns
- *  0 when the property was read, non-zero when there is no storage tool or no such property. */
-int qbdb_fs_get_attr_scanf(qbdb_handle_t *qbdb, const char *dataset, const char *property, const char *format, ...)
+/** Reads a storage property of a dataset with a scanf format, as scanf() does into the pointers given.
+ * Returns 0 when the property was read, non-zero when there is no storage tool or no such property. */
+int qbdb_fs_get_attr_scanf(qbdb_handle_t *qbdb, const char *dataset, const char *property, const char *format,
+                           ...)
 #if defined(__GNUC__)
     __attribute__((format(scanf, 4, 5)))
 #endif
@@ -161,7 +166,8 @@ int qbdb_fs_get_attr_scanf(qbdb_handle_t *qbdb, const char *dataset, const char 
 /** The folder in which a snapshot of the file system at `path` can be browsed, or null for no name. */
 const char *snapshot_get_path(qbdb_handle_t *qbdb, const char *path, const char *snapshot);
 
-/* ---- Account ids ----------------------------------------------------------------------------------------- */
+/* ---- Account ids -----------------------------------------------------------------------------------------
+ */
 
 /** The POSIX uid of a directory user's (negative) internal id, or a negative number when unknown. */
 int qbdb_util_get_posix_uid(qbdb_handle_t *qbdb, int uid);
@@ -178,10 +184,12 @@ const char *qbdb_util_get_domain_gname_by_gid(qbdb_handle_t *qbdb, int gid);
 /** 1 when directory accounts are not mirrored into the local tables, else 0. */
 int qbdb_get_no_sync_ads(qbdb_handle_t *qbdb, sqlite3 *db);
 
-/* ---- Text helpers ---------------------------------------------------------------------------------------- */
+/* ---- Text helpers ----------------------------------------------------------------------------------------
+ */
 
-/** Splits a comma-separated list into a null-terminated array; blanks round an item are trimmed, an empty text
- *  is an empty array. `*count` (when not null) receives the number of items. Returns 0, or non-zero when out of memory. */
+/** Splits a comma-separated list into a null-terminated array; blanks round an item are trimmed, an empty
+ * text is an empty array. `*count` (when not null) receives the number of items. Returns 0, or non-zero when
+ * out of memory. */
 int qbdb_csv_to_array(qbdb_handle_t *qbdb, const char *csv, const char ***array, int *count);
 /** A day set of the form "Sun,Mon,Sat" (any case) as bits, Sunday the lowest; unknown words are ignored. */
 int qbdb_dow_to_i(const char *days);
@@ -192,28 +200,30 @@ uint32_t qbdb_rand(void);
 /** Appends `src` to the text in `dst`, a buffer of `size` bytes; what does not fit is cut. Returns `dst`. */
 char *strncat_safe(char *dst, const char *src, size_t size);
 
-/* ---- Life of a database (embedded default only) ---------------------------------------------------------- */
+/* ---- Life of a database (embedded default only) ----------------------------------------------------------
+ */
 
 /** How qbdb_open() opens. Zero-initialise it and set what differs from the default. */
 typedef struct qbdb_options {
-    int readonly;            /**< non-zero: open for reading only */
-    int busy_timeout_ms;     /**< how long a busy database is waited for; 0 is 5000 */
-    int relaxed_durability;  /**< non-zero: synchronous=NORMAL; a power cut may lose the last commits, never the file */
-    const char *root;        /**< the handle's root; null is "/" */
-    qbdb_loglevel_t loglvl;  /**< the handle's log level */
-    FILE *log;               /**< the handle's log stream, which stays the caller's; may be null */
-    FILE *jnl;               /**< the handle's journal, which stays the caller's; may be null */
+    int readonly;           /**< non-zero: open for reading only */
+    int busy_timeout_ms;    /**< how long a busy database is waited for; 0 is 5000 */
+    int relaxed_durability; /**< non-zero: synchronous=NORMAL; a power cut may lose the last commits, never
+                               the file */
+    const char *root;       /**< the handle's root; null is "/" */
+    qbdb_loglevel_t loglvl; /**< the handle's log level */
+    FILE *log;              /**< the handle's log stream, which stays the caller's; may be null */
+    FILE *jnl;              /**< the handle's journal, which stays the caller's; may be null */
 } qbdb_options_t;
 
-/** Makes a fresh database. Refused when something stands at `path`. On failure nothing is left at `path` and `message` (of
- *  `size` bytes) says why. Returns 0 or SQLite's result code. */
+/** Makes a fresh database. Refused when something stands at `path`. On failure nothing is left at `path` and
+ * `message` (of `size` bytes) says why. Returns 0 or SQLite's result code. */
 int qbdb_create(const char *path, char *message, size_t size);
 
 /** Opens a database made by qbdb_create(): a handle with its pool, and its connection. A file of an older
- *  schema is migrated; one that is no database, damaged, of a newer schema or unreadable is refused, changed in
- *  nothing, and `message` says why. Returns 0 or SQLite's result code. `options` may be null. */
-int qbdb_open(const char *path, const qbdb_options_t *options, qbdb_handle_t **qbdb, sqlite3 **db, char *message,
-              size_t size);
+ *  schema is migrated; one that is no database, damaged, of a newer schema or unreadable is refused, changed
+ * in nothing, and `message` says why. Returns 0 or SQLite's result code. `options` may be null. */
+int qbdb_open(const char *path, const qbdb_options_t *options, qbdb_handle_t **qbdb, sqlite3 **db,
+              char *message, size_t size);
 
 /** Closes the connection and destroys the handle with its pool. Null is accepted. */
 void qbdb_close(qbdb_handle_t *qbdb);
@@ -221,8 +231,9 @@ void qbdb_close(qbdb_handle_t *qbdb);
 /** Frees everything that calls have returned through this handle. */
 void qbdb_clear_pool(qbdb_handle_t *qbdb);
 
-/** Registers the volume `name`, mounted at "/name" below the handle's root, and reads its sizes; a volume that is
- *  registered already has its sizes refreshed. Runs in its own transaction. Returns 0 or SQLite's result code. */
+/** Registers the volume `name`, mounted at "/name" below the handle's root, and reads its sizes; a volume
+ * that is registered already has its sizes refreshed. Runs in its own transaction. Returns 0 or SQLite's
+ * result code. */
 int qbdb_register_volume(qbdb_handle_t *qbdb, sqlite3 *db, const char *name, char **errmsg);
 
 #ifdef __cplusplus

@@ -1,0 +1,39 @@
+// The parts of the call environment that need no template.
+#include "frame/env.h"
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+
+namespace qbobj
+{
+
+int report_error(const qbobj_env_t *env, Site site, qbobj_error_t code, const char *format, ...)
+{
+    qbobj_error_rec_t &err = *env->err;
+    err.ec = code;
+    err.file = site.unit;
+    err.lineno = site.line;
+    err.msg = nullptr;
+    if (format == nullptr)
+        return code;
+
+    va_list args;
+    va_start(args, format);
+    err.msg = apr_pvsprintf(env->qbdb->pool, format, args);
+    va_end(args);
+    if (err.msg != nullptr && static_cast<unsigned>(env->qbdb->loglvl) >= QBDB_LOG_ERROR)
+        qbdb_log(env->qbdb, site.unit, site.line, QBDB_LOG_ERROR, 1, "%s", err.msg);
+    return code;
+}
+
+void assertion_failed(const char *expression, Site site, const char *function)
+{
+    std::fprintf(stderr, "%s: %s:%d: %s: Assertion `%s' failed.\n", program_invocation_short_name, site.unit,
+                 site.line, function, expression);
+    std::fflush(stderr);
+    std::abort();
+}
+
+} // namespace qbobj

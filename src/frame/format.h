@@ -1,0 +1,138 @@
+// Format strings that are checked against their arguments when they are compiled, and that know where they
+// stand: the source unit and line which errors and failed statements are attributed to.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <type_traits>
+
+namespace qbobj
+{
+
+// The name of a source file without its folders and its extension.
+template <std::size_t N>
+consteval std::array<char, N> unit_of(const char (&path)[N])
+{
+    const std::string_view whole(path, N - 1);
+    const std::size_t slash = whole.rfind('/');
+    std::string_view name = slash == std::string_view::npos ? whole : whole.substr(slash + 1);
+    name = name.substr(0, name.rfind('.'));
+    std::array<char, N> unit{};
+    for (std::size_t i = 0; i < name.size(); ++i)
+        unit[i] = name[i];
+    return unit;
+}
+
+void mismatch_between_format_and_arguments(); // never defined: reaching it stops the compilation
+
+// What a variadic argument is, as far as a format conversion is concerned.
+template <class T>
+consteval char kind_of_argument()
+{
+    if constexpr (std::is_convertible_v<T, const char *>)
+        return 's';
+    else if constexpr (std::is_floating_point_v<T>)
+        return 'f';
+    else if constexpr (std::is_enum_v<T>)
+        return 'd';
+    else if constexpr (std::is_integral_v<T> && sizeof(T) <= sizeof(int))
+        return std::is_unsigned_v<T> && sizeof(T) == sizeof(int) ? 'u' : 'd';
+    else if constexpr (std::is_integral_v<T>)
+        return std::is_unsigned_v<T> ? 'U' : 'D';
+    else
+        return '?';
+}
+
+// The kind of argument that the conversion at the start of `text` (behind the percent sign) takes; the
+// conversion is removed from `text`.
+consteval char kind_of_conversion(std::string_view &text, bool sql)
+{
+    int longs = 0;
+    while (!text.empty() && text.front() == 'l') {
+        ++longs;
+        text.remove_prefix(1);
+    }
+    if (text.empty())
+        return '?';
+    const char conversion = text.front();
+    text.remove_prefix(1);
+    switch (conversion) {
+    case 'd':
+        return longs > 0 ? 'D' : 'd';
+    case 'u':
+        return longs > 0 ? 'U' : 'u';
+    case 's':
+        return 's';
+    case 'Q':
+    case 'q':
+    case 'w':
+        return sql ? 's' : '?';
+    default:
+        return '?';
+    }
+}
+
+template <class... Args>
+consteval void check_format(std::string_view text, bool sql)
+{
+    const std::array<char, sizeof...(Args) + 1> given{kind_of_argument<Args>()..., '\0'};
+    std::size_t next = 0;
+    while (!text.empty()) {
+        const std::size_t percent = text.find('%');
+        if (percent == std::string_view::npos)
+            break;
+        text.remove_prefix(percent + 1);
+        if (!text.empty() && text.front() == '%') {
+            text.remove_prefix(1);
+            continue;
+        }
+        if (next >= sizeof...(Args) || kind_of_conversion(text, sql) != given[next])
+            mismatch_between_format_and_arguments();
+        ++next;
+    }
+    if (next != sizeof...(Args))
+        mismatch_between_format_and_arguments();
+}
+
+// A place in a source file.
+struct Site {
+    const char *unit;
+    int line;
+};
+
+// Every source file has its own copy of what follows, since it carries the file's name.
+namespace
+{
+
+constexpr auto unit_name = unit_of(__BASE_FILE__);
+
+constexpr Site here(int line = __builtin_LINE())
+{
+    return {unit_name.data(), line};
+}
+
+// A checked format. `Sql` allows SQLite's own conversions %Q, %q and %w.
+template <bool Sql, class... Args>
+struct CheckedFormat {
+    // Implicit, so that a string literal is a format.
+    template <std::size_t N>
+    consteval CheckedFormat(const char (&literal)[N], int line = __builtin_LINE())
+        : text(literal), site{unit_name.data(), line}
+    {
+        check_format<Args...>(std::string_view(literal, N - 1), Sql);
+    }
+
+    const char *text;
+    Site site;
+};
+
+template <class... Args>
+using Message = CheckedFormat<false, std::type_identity_t<Args>...>;
+template <class... Args>
+using Statement = CheckedFormat<true, std::type_identity_t<Args>...>;
+
+} // namespace
+
+} // namespace qbobj
