@@ -13,8 +13,9 @@
  *   QBDB_LOG_ERROR with the caller's unit name and line, and stores the database's text in `*errmsg` when
  *   `errmsg` is not null (`*errmsg` is never null after a failure and is null after a success).
  * - Statement formats are SQLite's printf formats: %d %u %lld %llu %ld %lu %f for numbers, %Q for a quoted
- * value (NULL when the pointer is null), %q for text inside quotes, %w for text inside an identifier's
- * quotes, %s for text taken over as it is, %% for a percent sign.
+ *   value (NULL when the pointer is null), %q for text inside quotes, %w for text inside an identifier's
+ *   quotes, %s for text taken over as it is, %% for a percent sign. A %Q and a number that stand outside
+ * quotes are values, so they cannot name a column (also not by its position, as in ORDER BY 2).
  * - A handle and its connection are used by one thread at a time.
  */
 #ifndef QBDB_H
@@ -27,6 +28,10 @@
 
 #ifdef __cplusplus
 extern "C" {
+#endif
+
+#if defined(__GNUC__)
+#pragma GCC visibility push(default)
 #endif
 
 /** An APR memory pool; apr_pools.h declares its operations. */
@@ -235,6 +240,10 @@ void qbdb_clear_pool(qbdb_handle_t *qbdb);
  * that is registered already has its sizes refreshed. Runs in its own transaction. Returns 0 or SQLite's
  * result code. */
 int qbdb_register_volume(qbdb_handle_t *qbdb, sqlite3 *db, const char *name, char **errmsg);
+
+#if defined(__GNUC__)
+#pragma GCC visibility pop
+#endif
 
 #ifdef __cplusplus
 }

@@ -26,6 +26,11 @@ int x_qbobj_getCloudUser(qbobj_env_t *qbobj, sqlite3 *db, qbobj_SystemUser_t **u
 int x_qbobj_getUserInGroupName(qbobj_env_t *qbobj, sqlite3 *db, const char *gname, int primaryOnly,
                                qbobj_SystemUser_t **user);
 
+// The details of a user whose `UserId` is set; each replaces what the record holds.
+qbobj_error_t qbobj_api2_getUserQuota(qbobj_env_t *qbobj, sqlite3 *db, qbobj_User_t *user);
+qbobj_error_t qbobj_api2_getUserHomeFolderSettings(qbobj_env_t *qbobj, sqlite3 *db, qbobj_User_t *user);
+qbobj_error_t qbobj_api2_getUserTimeMachineQuota(qbobj_env_t *qbobj, sqlite3 *db, qbobj_User_t *user);
+
 // Identity look-ups: 0 or the identifier, -1 when unknown or failed; they fill no error record.
 int x_qbobj_getUID(qbobj_env_t *qbobj, sqlite3 *db, const char *uname, int *uid);
 int x_qbobj_getGID(qbobj_env_t *qbobj, sqlite3 *db, const char *gname, int *gid);
@@ -68,6 +73,10 @@ int x_qbobj_addGroup(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Group_t *group);
 int x_qbobj_deleteGroup(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Group_t *group);
 int x_qbobj_modifyGroup(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Group_t *group);
 
+// The details of a group whose `GroupId` is set; each replaces what the record holds.
+qbobj_error_t _getGroupQuota(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Group_t *group);
+qbobj_error_t _getSecondaryMember(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Group_t *group);
+
 /* ---- Passwords and defaults ------------------------------------------------------------------------------
  */
 
@@ -96,10 +105,20 @@ struct Directory {
 // Asks for both; `no_sync` is only asked for in directory mode, where alone it matters.
 Directory directory_of(qbobj_env_t *env, sqlite3 *db);
 
+// The key of a user's record: `resource_id`, else `UserId`; else, where directory accounts are not mirrored,
+// the id of `UserName`, which is then written into both. Fails when there is none; it may be negative.
+int find_user_key(qbobj_env_t *env, const Directory &directory, qbobj_User_t &user, int &key);
+
 // Fills `UserId` and `UserName` of the record keyed by `resource_id`, as x_qbobj_getSystemUser() does for
 // each record of its list.
 int read_system_user(qbobj_env_t *env, sqlite3 *db, const Directory &directory, qbobj_SystemUser_t &user);
 // The same for a group.
 int read_system_group(qbobj_env_t *env, sqlite3 *db, const Directory &directory, qbobj_SystemGroup_t &group);
+
+// Makes a user a secondary member of the group with the id `group_id`, which `group` describes.
+int add_secondary_member(qbobj_env_t *env, sqlite3 *db, const qbobj_Group_t &group, int group_id,
+                         const qbobj_User_t &member);
+// The normalised name of a group that is added or renamed.
+int check_group_name(qbobj_env_t *env, const char *given, const char *&name);
 
 } // namespace qbobj

@@ -33,6 +33,8 @@ constexpr auto progress_columns = std::tuple{
 
 int x_qbobj_getSecurity(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Security_t *o)
 {
+    if (o == nullptr)
+        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "o cannot be NULL.");
     const Table rows = Sql(qbobj, db).table(R"(SELECT S.security,S.workgroup,S.realm,S.orgunit,S.restrict_ou,
         S.no_sync_ads,S.domain_admin_user,S.password_server,S.allow_trusted_domains,S.domain_sid,
         IFNULL(S.domain_admin_gid,98),IFNULL(S.domain_admin_uid,98) FROM service_cifs S LIMIT 1)");
@@ -66,6 +68,8 @@ Directory qbobj::directory_of(qbobj_env_t *env, sqlite3 *db)
 
 int x_qbobj_getSecurityAdsProgress(qbobj_env_t *qbobj, sqlite3 *db, qbobj_SecurityAdsProgress_t *o)
 {
+    if (o == nullptr)
+        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "o cannot be NULL.");
     const Table rows =
         Sql(qbobj, db).table(R"(SELECT CASE WHEN I.state=0 THEN 'idle' WHEN I.state=1 THEN 'running'
         WHEN I.state=2 THEN 'complete' ELSE 'error' END,I.total_user,I.curr_user,I.total_group,I.curr_group,I.start_at,

@@ -9,6 +9,8 @@ using namespace qbobj;
 
 int x_qbobj_setSecurity(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Security_t *o)
 {
+    if (o == nullptr)
+        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "o cannot be NULL.");
     SetList<512> set(qbobj, Overflow::refuse);
     if (o->Security == nullptr || qbobj_validate_string(o->Security, 0, "user", "ads", nullptr) != 0)
         return raise(qbobj, QBOBJ_ERROR_API_ARGS, "Security is not valid");

@@ -5,6 +5,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 namespace qbobj
 {
@@ -34,6 +35,14 @@ void assertion_failed(const char *expression, Site site, const char *function)
                  site.line, function, expression);
     std::fflush(stderr);
     std::abort();
+}
+
+const char *path_below_root(const qbobj_env_t *env, const char *path)
+{
+    const char *root = env->qbdb->root;
+    if (is_empty(root) || std::strcmp(root, "/") == 0 || path == nullptr || *path != '/')
+        return path;
+    return print(env, "%s%s", root, path);
 }
 
 } // namespace qbobj

@@ -89,6 +89,10 @@ inline bool is_empty(const char *text)
     return text == nullptr || *text == '\0';
 }
 
+// An absolute path that the library itself reads, below the handle's root. In the pool when it differs from
+// `path`.
+const char *path_below_root(const qbobj_env_t *env, const char *path);
+
 // For messages: a missing text reads as nothing.
 inline const char *or_empty(const char *text)
 {

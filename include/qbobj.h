@@ -1,0 +1,43 @@
+/**
+ * @file qbobj.h
+ * Typed, validated, transactional access to the configuration of a network-storage appliance.
+ *
+ * Rules that hold everywhere; an operation's own comment says only what is its own.
+ *
+ * - Calls. An operation takes the platform's handle, the database connection, its records and the error
+ * record. It runs as one transaction: it succeeds as a whole, or changes nothing.
+ * - Result. 0, or the error code, which is then also in `err->ec`. Look-ups of an id return the id, or a
+ * negative value. Test the value that is returned, not `err->ec`. A null `err` aborts the program.
+ * - Chains. Records chained through `_link` are processed in order; the first failure ends the call and
+ * undoes all of it.
+ * - Ownership. Everything that is returned (records, strings, messages) lives in the handle's pool until its
+ * owner clears or destroys that pool, and must not be freed.
+ * - Strings. Strings passed in are UTF-8 and are not kept after the call.
+ * - Nothing given. A null string or record, or a number whose `_void_` flag is set, is not given: a creation
+ * takes its default, a modification leaves what is stored. qbobj_clear_<Type>() marks a whole record so.
+ * - Nothing stored. Unless a field says otherwise a missing text is read as "" and a missing number as 0; an
+ * empty list is a null head.
+ * - Failure. The error record holds code, source unit, line and message. Records that the call would have
+ * filled may be filled in part and are not to be used.
+ * - Passwords are returned as `masked_password` unless a field says otherwise; written back, it leaves the
+ * stored password as it is.
+ * - Threads. The library keeps no state between calls and takes no locks. A handle, its pool and its
+ * connection are used by one thread at a time; give each thread its own.
+ */
+#ifndef QBOBJ_H
+#define QBOBJ_H
+
+#include <qbobj/account.h>
+#include <qbobj/backup.h>
+#include <qbobj/iscsi.h>
+#include <qbobj/log.h>
+#include <qbobj/netif.h>
+#include <qbobj/schema.h>
+#include <qbobj/service.h>
+#include <qbobj/settings.h>
+#include <qbobj/share.h>
+#include <qbobj/storage.h>
+#include <qbobj/types.h>
+#include <qbobj/validate.h>
+
+#endif

@@ -1,0 +1,64 @@
+/**
+ * @file iscsi.h
+ * iSCSI: groups of LUNs, the LUNs in them, and the initiators that may connect. They refer to each other by
+ * name.
+ */
+#ifndef QBOBJ_ISCSI_H
+#define QBOBJ_ISCSI_H
+
+#include <qbobj/schema.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- Records ---------------------------------------------------------------------------------------------
+ */
+
+/** A group of LUNs that is offered as one target. */
+struct qbobj_LunGroup {
+    qbobj_LunGroup_t *_link; /**< next */
+    const char *resource_id; /**< not filled by reads */
+    const char *Name;        /**< name, unique: the key of the group */
+    const char *Target;      /**< name of the target */
+    int AnyInitiator;        /**< 0/1: any initiator may connect */
+    int ChapAuth;            /**< 0/1: initiators must log in (CHAP) */
+    const char *ChapSecret;  /**< secret of the login, stored plain */
+};
+
+/** A list of LUN groups. */
+struct qbobj_LunGroupCollection {
+    qbobj_LunGroup_t *LunGroup; /**< list: the groups */
+};
+
+/** An initiator that may be let in. */
+struct qbobj_Initiator {
+    qbobj_Initiator_t *_link; /**< next */
+    const char *resource_id;  /**< not filled by reads */
+    const char *Name;         /**< name, unique: the key of the initiator */
+    int ChapAuth;             /**< 0/1: the target must log in to the initiator (CHAP) */
+    const char *ChapSecret;   /**< secret of that login, stored plain */
+};
+
+/** A list of initiators. */
+struct qbobj_InitiatorCollection {
+    qbobj_Initiator_t *Initiator; /**< list: the initiators */
+};
+
+/** A LUN. */
+struct qbobj_Lun {
+    qbobj_Lun_t *_link;      /**< next */
+    const char *resource_id; /**< not filled by reads */
+    const char *Name;        /**< name, unique: the key of the LUN */
+    const char *LunGroup;    /**< name of its group */
+    int LunN;                /**< number in the group */
+};
+
+/* ---- Operations ------------------------------------------------------------------------------------------
+ */
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

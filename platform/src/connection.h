@@ -1,0 +1,83 @@
+// What the embedded platform keeps with a connection that qbdb_open() made.
+#pragma once
+
+#include "lru_map.h"
+#include "qbdb.h"
+#include "statement.h"
+#include "statement_format.h"
+#include "table_copies.h"
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qbdb
+{
+
+// A format without splices has one text, and so one statement.
+struct KeptFormat {
+    StatementFormat format;
+    Statement statement;
+};
+
+// Statements are kept by their text. Texts that were spliced together stand apart, so that a flood of them
+// does not push out the look-ups that every operation repeats.
+struct StatementCache {
+    LruMap<KeptFormat> formats{256};
+    LruMap<Statement> spliced{64};
+};
+
+// Buffers that calls use again.
+struct Scratch {
+    std::string text;
+    std::string cells;
+    std::vector<std::size_t> ends;
+};
+
+// Waits for a busy database in short sleeps of random length, so that nobody waits longer and longer while
+// others overtake it.
+class BusyWait
+{
+  public:
+    void attach(sqlite3 *db, int timeout_ms);
+
+  private:
+    static int wait(void *self, int attempts);
+
+    std::chrono::milliseconds timeout_{0};
+    std::chrono::steady_clock::time_point deadline_;
+    std::uint32_t random_ = 0;
+};
+
+struct CloseConnection {
+    void operator()(sqlite3 *db) const { sqlite3_close_v2(db); }
+};
+using Connection = std::unique_ptr<sqlite3, CloseConnection>;
+
+} // namespace qbdb
+
+struct qbdb_sysinfo {
+    qbdb_handle_t handle{};
+    std::string root; // the handle's, when it was given
+    qbdb::BusyWait busy;
+    qbdb::TableCopies copies;
+    qbdb::Connection db;
+    qbdb::StatementCache statements; // finalized before the connection is closed
+    qbdb::Scratch scratch;
+    std::vector<std::string> journal; // lines for the handle's journal once the transaction is committed
+    bool in_transaction = false;      // qbdb_sql_begin() succeeded, and neither commit nor rollback came yet
+};
+
+namespace qbdb
+{
+
+// What is kept for the connection, or null when the caller opened it itself.
+inline qbdb_sysinfo *state_of(const qbdb_handle_t *qbdb, const sqlite3 *db)
+{
+    return qbdb->sysinfo && qbdb->sysinfo->db.get() == db ? qbdb->sysinfo : nullptr;
+}
+
+} // namespace qbdb

@@ -1,0 +1,114 @@
+// The handle's two streams: the log and the journal of services.
+#include "connection.h"
+#include "journal.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <ctime>
+#include <new>
+
+namespace
+{
+
+constexpr const char *level_names[] = {"NONE", "FATAL", "ERROR", "WARN", "INFO", "DEBUG", "ALL"};
+
+class MutexHold
+{
+  public:
+    explicit MutexHold(sqlite3_mutex *mutex) : mutex_(mutex) { sqlite3_mutex_enter(mutex_); }
+    ~MutexHold() { sqlite3_mutex_leave(mutex_); }
+    MutexHold(const MutexHold &) = delete;
+    MutexHold &operator=(const MutexHold &) = delete;
+
+  private:
+    sqlite3_mutex *mutex_; // null is no mutex
+};
+
+// The whole line in one write, so that lines of several processes do not mix.
+void write_line(FILE *stream, sqlite3_mutex *mutex, const std::string &line)
+{
+    const MutexHold hold(mutex);
+    std::fwrite(line.data(), 1, line.size(), stream);
+    std::fflush(stream);
+}
+
+std::string line_head(const char *level, const char *file, int line)
+{
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&now, &local);
+    char time_text[32];
+    std::strftime(time_text, sizeof time_text, "%Y-%m-%dT%H:%M:%S", &local);
+    return std::string(time_text) + ' ' + level + ' ' + (file ? file : "") + ':' + std::to_string(line) + ' ';
+}
+
+void append_formatted(std::string &out, const char *format, va_list arguments)
+{
+    va_list again;
+    va_copy(again, arguments);
+    char buffer[1024];
+    const int length = std::vsnprintf(buffer, sizeof buffer, format, arguments);
+    if (length > 0 && static_cast<std::size_t>(length) < sizeof buffer) {
+        out.append(buffer, static_cast<std::size_t>(length));
+    } else if (length > 0) {
+        const std::size_t begin = out.size();
+        out.resize(begin + static_cast<std::size_t>(length) + 1);
+        std::vsnprintf(out.data() + begin, static_cast<std::size_t>(length) + 1, format, again);
+        out.pop_back();
+    }
+    va_end(again);
+}
+
+// A value must not be able to begin a line of its own.
+void flatten(std::string &line)
+{
+    if (!line.empty() && line.back() == '\n')
+        line.pop_back();
+    for (char &c : line)
+        if (c == '\n' || c == '\r')
+            c = ' ';
+    line += '\n';
+}
+
+} // namespace
+
+void qbdb_log(qbdb_handle_t *qbdb, const char *file, int line, qbdb_loglevel_t level, int /*flag*/,
+              const char *format, ...)
+{
+    if (!qbdb->log || level <= QBDB_LOG_NONE || level > QBDB_LOG_ALL || level > qbdb->loglvl)
+        return;
+    va_list arguments;
+    va_start(arguments, format);
+    try {
+        std::string text = line_head(level_names[level], file, line);
+        append_formatted(text, format, arguments);
+        flatten(text);
+        write_line(qbdb->log, qbdb->log_mutex, text);
+    } catch (const std::bad_alloc &) {
+        std::fputs("a log line was lost: out of memory\n", qbdb->log);
+    }
+    va_end(arguments);
+}
+
+void qbdb::write_journal(qbdb_handle_t *qbdb, const std::string &line)
+{
+    if (qbdb->jnl)
+        write_line(qbdb->jnl, qbdb->jnl_mutex, line);
+}
+
+int qbdb_service_update_setting_by_share(qbdb_handle_t *qbdb, sqlite3 *db, const char *service)
+{
+    if (!service || *service == 0)
+        return SQLITE_MISUSE;
+    try {
+        const std::string line = std::to_string(std::time(nullptr)) + ' ' + service + '\n';
+        // A service must not read its settings before they are there.
+        if (qbdb_sysinfo *state = qbdb::state_of(qbdb, db); state && state->in_transaction)
+            state->journal.push_back(line);
+        else
+            qbdb::write_journal(qbdb, line);
+    } catch (const std::bad_alloc &) {
+        return SQLITE_NOMEM;
+    }
+    return 0;
+}

@@ -1,0 +1,190 @@
+// Opening and closing a database: the handle, its pool and its connection.
+#include "connection.h"
+#include "database_file.h"
+#include "message.h"
+#include "migration.h"
+
+#include <apr_general.h>
+#include <apr_pools.h>
+
+using namespace qbdb;
+
+namespace
+{
+
+Problem damaged(const std::string &path, int rc, sqlite3 *db)
+{
+    const int code = rc & 0xff;
+    const bool content = code == SQLITE_CORRUPT || code == SQLITE_NOTADB;
+    return {rc, (content ? "\"" + path + "\" is damaged: " : "cannot open \"" + path + "\": ") +
+                    sqlite3_errmsg(db)};
+}
+
+Problem refuse_version(const std::string &path, int version, bool readonly)
+{
+    const std::string present = std::to_string(schema_version());
+    const std::string found = std::to_string(version);
+    if (version > schema_version())
+        return {SQLITE_CANTOPEN, "\"" + path + "\" was made by a newer version (schema " + found +
+                                     ", this is " + present + ")"};
+    if (version < 1)
+        return {SQLITE_CORRUPT, "\"" + path + "\" is damaged: it has schema " + found};
+    if (readonly && version < schema_version())
+        return {SQLITE_READONLY, "\"" + path + "\" has the older schema " + found + " (this is " + present +
+                                     "): open it once for writing"};
+    return {};
+}
+
+// On a file system that nobody can write, the log's index cannot be made, and is not needed.
+std::string file_uri(const std::string &path, bool immutable)
+{
+    std::string uri = "file:";
+    for (const char c : path)
+        uri += c == '%' ? "%25" : c == '?' ? "%3f" : c == '#' ? "%23" : std::string(1, c);
+    return immutable ? uri + "?immutable=1" : uri;
+}
+
+// Reads the schema and the version that counts, which may stand in the log.
+int read_version(sqlite3 *db, int &version)
+{
+    Statement statement;
+    const char *problem = nullptr;
+    int rc =
+        prepare(db, "SELECT user_version, (SELECT count(*) FROM main.sqlite_schema) FROM pragma_user_version",
+                0, statement, &problem);
+    if (rc == SQLITE_OK && (rc = sqlite3_step(statement.get())) == SQLITE_ROW) {
+        version = sqlite3_column_int(statement.get(), 0);
+        rc = SQLITE_OK;
+    }
+    return rc;
+}
+
+int configure(sqlite3 *db, const qbdb_options_t &options, const FileFacts &facts)
+{
+    sqlite3_db_config(db, SQLITE_DBCONFIG_ENABLE_FKEY, 1, nullptr);
+    sqlite3_db_config(db, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    int rc = run_plain(db, "PRAGMA synchronous=%s", options.relaxed_durability ? "NORMAL" : "FULL");
+    if (rc == SQLITE_OK)
+        rc = run_plain(db, "PRAGMA cell_size_check=ON");
+    if (rc == SQLITE_OK)
+        rc = run_plain(db, "PRAGMA temp_store=MEMORY");
+    if (rc == SQLITE_OK && !facts.wal && !options.readonly)
+        rc = run_plain(db, "PRAGMA journal_mode=WAL");
+    return rc;
+}
+
+Problem connect(const std::string &path, const qbdb_options_t &options, qbdb_sysinfo &state)
+{
+    const bool readonly = options.readonly != 0;
+    FileFacts facts;
+    if (Problem problem = inspect_file(path, facts))
+        return problem;
+    if (facts.schema_version > schema_version())
+        return refuse_version(path, facts.schema_version, readonly);
+
+    const bool immutable = readonly && facts.readonly_place && !facts.pending_wal;
+    const int flags =
+        (readonly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_URI;
+    sqlite3 *opened = nullptr;
+    int rc = sqlite3_open_v2(file_uri(path, immutable).c_str(), &opened, flags, nullptr);
+    state.db.reset(opened);
+    if (!opened)
+        throw std::bad_alloc();
+    state.busy.attach(opened, options.busy_timeout_ms);
+    int version = 0;
+    if (rc == SQLITE_OK)
+        rc = read_version(opened, version);
+    if (rc == SQLITE_OK && !readonly && sqlite3_db_readonly(opened, "main") == 1)
+        return {SQLITE_READONLY, "cannot write \"" + path + "\""};
+    Problem problem = rc == SQLITE_OK ? refuse_version(path, version, readonly) : damaged(path, rc, opened);
+    if (problem) {
+        // What the log holds stays where it is.
+        sqlite3_db_config(opened, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+        return problem;
+    }
+    rc = configure(opened, options, facts);
+    if (rc == SQLITE_OK && version < schema_version())
+        rc = migrate(opened);
+    if (rc != SQLITE_OK)
+        return damaged(path, rc, opened);
+    state.copies.attach(opened);
+    return {};
+}
+
+// APR counts its users; a pool needs it as long as it lives.
+class HandlePool
+{
+  public:
+    HandlePool()
+    {
+        if (apr_initialize() != APR_SUCCESS)
+            throw std::bad_alloc();
+        if (apr_pool_create(&pool_, nullptr) != APR_SUCCESS) {
+            apr_terminate();
+            throw std::bad_alloc();
+        }
+    }
+    ~HandlePool()
+    {
+        if (!pool_)
+            return;
+        apr_pool_destroy(pool_);
+        apr_terminate();
+    }
+    HandlePool(const HandlePool &) = delete;
+    HandlePool &operator=(const HandlePool &) = delete;
+
+    apr_pool_t *get() const { return pool_; }
+    apr_pool_t *release() { return std::exchange(pool_, nullptr); }
+
+  private:
+    apr_pool_t *pool_ = nullptr;
+};
+
+Problem open_database(const std::string &path, const qbdb_options_t &options, qbdb_handle_t **qbdb,
+                      sqlite3 **db)
+{
+    HandlePool pool;
+    auto state = std::make_unique<qbdb_sysinfo>();
+    if (Problem problem = connect(path, options, *state))
+        return problem;
+    state->root = options.root ? options.root : "/";
+    qbdb_handle_t &handle = state->handle;
+    handle.log = options.log;
+    handle.loglvl = options.loglvl;
+    handle.jnl = options.jnl;
+    handle.pool = pool.release();
+    handle.root = state->root.c_str();
+    handle.readonly = options.readonly != 0;
+    handle.sysinfo = state.get();
+    *db = state->db.get();
+    *qbdb = &state.release()->handle; // qbdb_close() takes it back
+    return {};
+}
+
+} // namespace
+
+int qbdb_open(const char *path, const qbdb_options_t *options, qbdb_handle_t **qbdb, sqlite3 **db,
+              char *message, size_t size)
+{
+    *qbdb = nullptr;
+    *db = nullptr;
+    return answer(message, size, [&] {
+        return open_database(path ? path : "", options ? *options : qbdb_options_t{}, qbdb, db);
+    });
+}
+
+void qbdb_close(qbdb_handle_t *qbdb)
+{
+    if (!qbdb || !qbdb->sysinfo)
+        return;
+    const std::unique_ptr<qbdb_sysinfo> state(qbdb->sysinfo);
+    apr_pool_destroy(qbdb->pool);
+    apr_terminate();
+}
+
+void qbdb_clear_pool(qbdb_handle_t *qbdb)
+{
+    apr_pool_clear(qbdb->pool);
+}

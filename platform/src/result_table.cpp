@@ -1,0 +1,76 @@
+// Gathering a result's cells and laying them out.
+#include "result_table.h"
+
+#include <cstring>
+
+namespace qbdb
+{
+
+namespace
+{
+
+constexpr std::size_t kept_scratch = std::size_t{1} << 20; // a larger buffer is not kept for the next call
+
+} // namespace
+
+ResultTable::ResultTable(Scratch &scratch) : scratch_(scratch)
+{
+    if (scratch_.cells.capacity() > kept_scratch)
+        scratch_.cells = std::string();
+    if (scratch_.ends.capacity() > kept_scratch)
+        scratch_.ends = {};
+    scratch_.cells.clear();
+    scratch_.ends.clear();
+}
+
+void ResultTable::add(const char *text, std::size_t size)
+{
+    if (text)
+        scratch_.cells.append(text, size + 1); // with its end
+    scratch_.ends.push_back(scratch_.cells.size() | (text ? 0 : null_mark));
+}
+
+void ResultTable::add_names(sqlite3_stmt *statement)
+{
+    const int columns = sqlite3_column_count(statement);
+    for (int i = 0; i < columns; i++) {
+        const char *name = sqlite3_column_name(statement, i);
+        add(name, name ? std::strlen(name) : 0);
+    }
+}
+
+void ResultTable::add_row(sqlite3_stmt *statement)
+{
+    const int columns = sqlite3_data_count(statement);
+    for (int i = 0; i < columns; i++) {
+        const char *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, i));
+        add(text, text ? static_cast<std::size_t>(sqlite3_column_bytes(statement, i)) : 0);
+    }
+}
+
+// sqlite3_free_table() finds the number of separately allocated cells, plus 1, in the word before the table,
+// frees these, and then the block that begins at that word. All texts stand in the block itself behind the
+// pointers, so the word is 1.
+char **ResultTable::release() const
+{
+    const std::size_t words = scratch_.ends.size() + 1;
+    const std::size_t size = words * sizeof(char *) + scratch_.cells.size();
+    auto **block = static_cast<char **>(sqlite3_malloc64(size));
+    if (!block)
+        return nullptr;
+    const std::uintptr_t cells_that_stand_apart = 0;
+    const std::uintptr_t count = cells_that_stand_apart + 1;
+    std::memcpy(block, &count, sizeof count);
+    char **table = block + 1;
+    char *const texts = reinterpret_cast<char *>(block + words);
+    std::memcpy(texts, scratch_.cells.data(), scratch_.cells.size());
+    std::size_t begin = 0;
+    for (std::size_t i = 0; i < scratch_.ends.size(); i++) {
+        const std::size_t end = scratch_.ends[i] & ~null_mark;
+        table[i] = (scratch_.ends[i] & null_mark) ? nullptr : texts + begin;
+        begin = end;
+    }
+    return table;
+}
+
+} // namespace qbdb

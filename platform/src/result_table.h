@@ -1,0 +1,29 @@
+// A result in the layout of sqlite3_get_table(), in one block of memory.
+#pragma once
+
+#include "connection.h"
+
+namespace qbdb
+{
+
+class ResultTable
+{
+  public:
+    // The cells are gathered in the scratch buffers.
+    explicit ResultTable(Scratch &scratch);
+
+    void add_names(sqlite3_stmt *statement);
+    void add_row(sqlite3_stmt *statement);
+
+    // The table, to be released with sqlite3_free_table(); null when out of memory.
+    char **release() const;
+
+  private:
+    static constexpr std::size_t null_mark = static_cast<std::size_t>(1) << (8 * sizeof(std::size_t) - 1);
+
+    void add(const char *text, std::size_t size);
+
+    Scratch &scratch_;
+};
+
+} // namespace qbdb

@@ -1,0 +1,156 @@
+// Rows as bytes, and counting them.
+#include "row_bag.h"
+
+#include <cmath>
+#include <cstring>
+
+namespace qbdb
+{
+
+namespace
+{
+
+template <class T>
+void append_raw(std::string &out, const T &value)
+{
+    char bytes[sizeof value];
+    std::memcpy(bytes, &value, sizeof value);
+    out.append(bytes, sizeof bytes);
+}
+
+template <class T>
+T take_raw(const char *&p)
+{
+    T value;
+    std::memcpy(&value, p, sizeof value);
+    p += sizeof value;
+    return value;
+}
+
+// The integer that compares equal to the number, if there is one.
+bool as_integer(double value, sqlite3_int64 &integer)
+{
+    constexpr double limit = 9223372036854775808.0;
+    if (!(value >= -limit && value < limit) || value != std::floor(value))
+        return false;
+    integer = static_cast<sqlite3_int64>(value);
+    return true;
+}
+
+void append_cell(std::string &out, char type, sqlite3_int64 value)
+{
+    out += type;
+    append_raw(out, value);
+}
+
+} // namespace
+
+void RowImage::clear()
+{
+    key.clear();
+    content.clear();
+}
+
+void RowImage::add_null()
+{
+    key += static_cast<char>(SQLITE_NULL);
+    content += static_cast<char>(SQLITE_NULL);
+}
+
+void RowImage::add_integer(sqlite3_int64 value)
+{
+    append_cell(key, SQLITE_INTEGER, value);
+    append_cell(content, SQLITE_INTEGER, value);
+}
+
+void RowImage::add_real(double value)
+{
+    sqlite3_int64 integer = 0;
+    if (as_integer(value, integer)) {
+        append_cell(key, SQLITE_INTEGER, integer);
+    } else {
+        key += static_cast<char>(SQLITE_FLOAT);
+        append_raw(key, value);
+    }
+    content += static_cast<char>(SQLITE_FLOAT);
+    append_raw(content, value);
+}
+
+void RowImage::add_bytes(char type, const void *bytes, int size)
+{
+    for (std::string *out : {&key, &content}) {
+        append_cell(*out, type, size);
+        out->append(size > 0 ? static_cast<const char *>(bytes) : "", static_cast<std::size_t>(size));
+    }
+}
+
+void RowImage::add(sqlite3_value *value)
+{
+    switch (const int type = sqlite3_value_type(value)) {
+    case SQLITE_INTEGER:
+        return add_integer(sqlite3_value_int64(value));
+    case SQLITE_FLOAT:
+        return add_real(sqlite3_value_double(value));
+    case SQLITE_TEXT: {
+        const unsigned char *text = sqlite3_value_text(value);
+        return add_bytes(static_cast<char>(type), text, sqlite3_value_bytes(value));
+    }
+    case SQLITE_BLOB: {
+        const void *blob = sqlite3_value_blob(value);
+        return add_bytes(static_cast<char>(type), blob, sqlite3_value_bytes(value));
+    }
+    default:
+        return add_null();
+    }
+}
+
+int RowImage::bind(const std::string &content, sqlite3_stmt *statement)
+{
+    const char *p = content.data();
+    const char *const end = p + content.size();
+    int rc = SQLITE_OK;
+    for (int index = 1; p < end && rc == SQLITE_OK; index++) {
+        const int type = *p++;
+        if (type == SQLITE_INTEGER) {
+            rc = sqlite3_bind_int64(statement, index, take_raw<sqlite3_int64>(p));
+        } else if (type == SQLITE_FLOAT) {
+            rc = sqlite3_bind_double(statement, index, take_raw<double>(p));
+        } else if (type == SQLITE_NULL) {
+            rc = sqlite3_bind_null(statement, index);
+        } else {
+            const int size = static_cast<int>(take_raw<sqlite3_int64>(p));
+            rc = type == SQLITE_TEXT ? sqlite3_bind_text(statement, index, p, size, SQLITE_STATIC)
+                                     : sqlite3_bind_blob(statement, index, p, size, SQLITE_STATIC);
+            p += size;
+        }
+    }
+    return rc;
+}
+
+void RowBag::add(const RowImage &row, long count)
+{
+    add(row.key, row.content, count);
+}
+
+void RowBag::add(const std::string &key, const std::string &content, long count)
+{
+    const auto entry = entries_.try_emplace(key, Entry{0, content}).first;
+    entry->second.count += count;
+    if (entry->second.count == 0)
+        entries_.erase(entry);
+}
+
+int RowBag::add_rows(sqlite3_stmt *statement, long count)
+{
+    RowImage row;
+    int rc = SQLITE_OK;
+    while ((rc = sqlite3_step(statement)) == SQLITE_ROW) {
+        row.clear();
+        for (int i = 0; i < sqlite3_data_count(statement); i++)
+            row.add(sqlite3_column_value(statement, i));
+        add(row, count);
+    }
+    return rc;
+}
+
+} // namespace qbdb

@@ -1,0 +1,184 @@
+// The statement operations and transactions of the platform interface.
+#include "execution.h"
+#include "journal.h"
+#include "result_table.h"
+
+#include <apr_strings.h>
+
+using namespace qbdb;
+
+namespace
+{
+
+// Ends the transaction that the state knows of, whatever became of it.
+void forget_transaction(qbdb_sysinfo *state)
+{
+    if (!state)
+        return;
+    state->in_transaction = false;
+    state->copies.forget_all();
+    state->journal.clear();
+}
+
+// Takes back what a failed commit left open. The failure has been reported already.
+void abandon(const Call &call)
+{
+    if (!sqlite3_get_autocommit(call.db))
+        run_plain(call.db, "ROLLBACK");
+    forget_transaction(call.state());
+}
+
+int read_table(const Call &call, char ***table, int *nrow, int *ncol, const char *format, va_list arguments)
+{
+    Execution execution(call);
+    int rc = execution.start(format, arguments);
+    if (rc != SQLITE_ROW)
+        return rc == SQLITE_DONE ? SQLITE_OK : rc;
+    ResultTable result(execution.scratch());
+    result.add_names(execution.statement());
+    int rows = 0;
+    for (; rc == SQLITE_ROW; rc = execution.step(), rows++)
+        result.add_row(execution.statement());
+    if (rc != SQLITE_DONE)
+        return rc;
+    char **const cells = result.release();
+    if (!cells)
+        throw std::bad_alloc();
+    *table = cells;
+    *nrow = rows;
+    *ncol = sqlite3_column_count(execution.statement());
+    return SQLITE_OK;
+}
+
+// Reads the first cell of the first row, if there is one.
+template <class Take>
+int read_cell(const Call &call, int *found, const char *format, va_list arguments, Take take)
+{
+    Execution execution(call);
+    const int rc = execution.start(format, arguments);
+    if (rc != SQLITE_ROW)
+        return rc == SQLITE_DONE ? SQLITE_OK : rc;
+    take(execution.statement());
+    if (found)
+        *found = 1;
+    return SQLITE_OK;
+}
+
+} // namespace
+
+int qbdb_sql_begin(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char *file, int line)
+{
+    const Call call{qbdb, db, errmsg, file, line};
+    return guarded(call, [&] {
+        const int rc = execute(call, qbdb->readonly ? "BEGIN" : "BEGIN IMMEDIATE");
+        if (qbdb_sysinfo *state = call.state(); state && rc == SQLITE_OK)
+            state->in_transaction = true;
+        return rc;
+    });
+}
+
+int qbdb_sql_commit(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char *file, int line)
+{
+    const Call call{qbdb, db, errmsg, file, line};
+    qbdb_sysinfo *const state = call.state();
+    const int rc = guarded(call, [&] {
+        // The copies that an operation leaves behind are there afterwards.
+        if (state && !sqlite3_get_autocommit(db))
+            if (const int copied = call.result(state->copies.materialise_all(), "COMMIT");
+                copied != SQLITE_OK)
+                return copied;
+        return execute(call, "COMMIT");
+    });
+    if (rc != SQLITE_OK) {
+        abandon(call);
+        return rc;
+    }
+    if (state) {
+        for (const std::string &journal_line : state->journal)
+            write_journal(qbdb, journal_line);
+        forget_transaction(state);
+    }
+    return SQLITE_OK;
+}
+
+int qbdb_sql_rollback(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char *file, int line)
+{
+    const Call call{qbdb, db, errmsg, file, line};
+    return guarded(call, [&] {
+        const int rc = sqlite3_get_autocommit(db) ? SQLITE_OK : execute(call, "ROLLBACK");
+        forget_transaction(call.state());
+        return rc;
+    });
+}
+
+int qbdb_sql_exec_mprintf(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char *file, int line,
+                          const char *format, ...)
+{
+    const Call call{qbdb, db, errmsg, file, line};
+    va_list arguments;
+    va_start(arguments, format);
+    const int result = guarded(call, [&] {
+        Execution execution(call);
+        int rc = execution.start(format, arguments);
+        while (rc == SQLITE_ROW)
+            rc = execution.step();
+        return rc == SQLITE_DONE ? SQLITE_OK : rc;
+    });
+    va_end(arguments);
+    return result;
+}
+
+int qbdb_sql_get_table_mprintf(qbdb_handle_t *qbdb, sqlite3 *db, char ***table, int *nrow, int *ncol,
+                               char **errmsg, const char *file, int line, const char *format, ...)
+{
+    const Call call{qbdb, db, errmsg, file, line};
+    int rows = 0;
+    int columns = 0;
+    *table = nullptr;
+    va_list arguments;
+    va_start(arguments, format);
+    const int rc = guarded(call, [&] { return read_table(call, table, &rows, &columns, format, arguments); });
+    va_end(arguments);
+    if (nrow)
+        *nrow = rows;
+    if (ncol)
+        *ncol = columns;
+    return rc;
+}
+
+int qbdb_sql_get_int32_mprintf(qbdb_handle_t *qbdb, sqlite3 *db, int32_t *value, int *found, char **errmsg,
+                               const char *file, int line, const char *format, ...)
+{
+    const Call call{qbdb, db, errmsg, file, line};
+    *value = 0;
+    if (found)
+        *found = 0;
+    va_list arguments;
+    va_start(arguments, format);
+    const int rc = guarded(call, [&] {
+        return read_cell(call, found, format, arguments,
+                         [&](sqlite3_stmt *row) { *value = sqlite3_column_int(row, 0); });
+    });
+    va_end(arguments);
+    return rc;
+}
+
+int qbdb_sql_get_scaler_mprintf(qbdb_handle_t *qbdb, sqlite3 *db, char **value, int *found, char **errmsg,
+                                const char *file, int line, const char *format, ...)
+{
+    const Call call{qbdb, db, errmsg, file, line};
+    *value = nullptr;
+    if (found)
+        *found = 0;
+    va_list arguments;
+    va_start(arguments, format);
+    const int rc = guarded(call, [&] {
+        return read_cell(call, found, format, arguments, [&](sqlite3_stmt *row) {
+            const char *text = reinterpret_cast<const char *>(sqlite3_column_text(row, 0));
+            const auto size = static_cast<std::size_t>(sqlite3_column_bytes(row, 0));
+            *value = text ? apr_pstrmemdup(qbdb->pool, text, size) : nullptr;
+        });
+    });
+    va_end(arguments);
+    return rc;
+}

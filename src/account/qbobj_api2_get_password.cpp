@@ -1,0 +1,32 @@
+// The recovery data of the administrator's password, read.
+#include "account/account.h"
+#include "frame/rows.h"
+
+using namespace qbobj;
+
+namespace
+{
+
+constexpr auto recovery_columns = std::tuple{
+    &qbobj_AdminPassword_t::Question,
+    &qbobj_AdminPassword_t::Answer,
+    &qbobj_AdminPassword_t::Email,
+};
+
+} // namespace
+
+int x_qbobj_getAdminPassword(qbobj_env_t *qbobj, sqlite3 *db, qbobj_AdminPassword_t *passwd)
+{
+    if (passwd == nullptr)
+        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "passwd cannot be NULL.");
+    const Table rows =
+        Sql(qbobj, db).table("SELECT PR.question,PR.answer,PR.email FROM passwordrecovery PR LIMIT 1");
+    if (!rows)
+        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for backup. %s", rows.error());
+    if (rows.empty())
+        return raise(qbobj, QBOBJ_ERROR_DB_MISC,
+                     "DB may be corrupted? 'passwordrecovery' table is not populated.");
+    fill(qbobj, *passwd, recovery_columns, rows.front());
+    passwd->Password = masked_password;
+    return 0;
+}

@@ -1,0 +1,67 @@
+// Reading the parts of a share's record: what the readers need, and how they report.
+#pragma once
+
+#include "frame/rows.h"
+#include "share/share.h"
+
+#include <qbobj/storage.h>
+
+namespace qbobj
+{
+
+// The call, and the answers that cannot change while it reads shares.
+struct ShareReading {
+    qbobj_env_t *env;
+    sqlite3 *db;
+    Directory directory;
+    bool ftp_anonymous = false; // FTP knows no users and groups
+
+    Sql sql() const { return {env, db}; }
+};
+
+// The table that could not be read, as messages name it, with the database's message.
+struct FailedRead {
+    const char *table = nullptr;
+    const char *error = nullptr;
+
+    explicit operator bool() const { return table != nullptr; }
+};
+
+// The access word of permission bits.
+constexpr const char *access_word(int bits)
+{
+    constexpr int may_write = 2;
+    constexpr int may_read = 4;
+    if ((bits & may_write) != 0)
+        return "ReadWrite";
+    return (bits & may_read) != 0 ? "ReadOnly" : "Disabled";
+}
+
+// A column of a record's part, which is made when there is none yet.
+template <class Record, class Part, class Column>
+constexpr auto part(Part *Record::*member, Column column)
+{
+    return [member, column](const qbobj_env_t *env, Record &record, const char *cell) {
+        if (record.*member == nullptr)
+            record.*member = create<Part>(env);
+        fill_column(env, *(record.*member), column, cell);
+    };
+}
+
+// Several columns of a record's part.
+template <class Record, class Part, class... Columns>
+constexpr auto parts(Part *Record::*member, Columns... columns)
+{
+    return std::tuple{part(member, columns)...};
+}
+
+inline constexpr auto used_by_columns = std::tuple{&qbobj_UsedBy_t::AppName, &qbobj_UsedBy_t::AppData};
+
+// Owner, permissions and access control list of the folder at `path`. A folder that cannot be examined leaves
+// them empty; only a failing account look-up is an error.
+int read_folder_stat(const ShareReading &reading, const char *path, qbobj_FileStat_t &stat);
+
+// The options of every protocol that the share has a row for, with their access lists, and its block volume.
+FailedRead read_share_options(const ShareReading &reading, int share_id, qbobj_Share_t &share);
+
+} // namespace qbobj

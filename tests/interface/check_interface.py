@@ -1,0 +1,54 @@
+#!/usr/bin/env python3
+"""Compares the exported symbols of a shared library with its headers, and finds those that no test uses.
+
+usage: check_interface.py LIBRARY HEADER_FOLDER TEST_FOLDER
+"""
+import pathlib
+import re
+import subprocess
+import sys
+
+
+def declared(folder):
+    """Names that the headers publish, record types expanded."""
+    names = set()
+    for header in sorted(folder.rglob("*.h")):
+        text = re.sub(r"/\*.*?\*/", "", header.read_text(), flags=re.S)
+        types = re.search(r"#define QBOBJ_RECORD_TYPES\(X\)(.*?)\n\n", text, flags=re.S)
+        if types:
+            for name in re.findall(r"X\((\w+)\)", types.group(1)):
+                names |= {f"spec_{name}", f"qbobj_clear_{name}"}
+        text = re.sub(r"#.*?(?<!\\)\n", "\n", text, flags=re.S)
+        if header.name == "qbdb.h":
+            names |= set(re.findall(r"\b((?:qbdb|snapshot|strncat)_\w+)\s*\(", text))
+        for declaration in re.findall(r"QBOBJ_API\s+([^;]*);", text):
+            head = declaration.split("(")[0].replace("[]", "")
+            names.add(re.findall(r"\w+", head)[-1])
+    return names
+
+
+def exported(library):
+    lines = subprocess.run(["nm", "-D", "--defined-only", library], check=True, capture_output=True, text=True)
+    return {line.split()[-1].split("@")[0] for line in lines.stdout.splitlines()}
+
+
+def unused(names, folder):
+    text = "\n".join(p.read_text() for p in folder.rglob("*") if p.suffix in (".cpp", ".c", ".h"))
+    words = set(re.findall(r"\w+", text))
+    if "QBOBJ_RECORD_TYPES" in words:  # a test walks all record types
+        words |= {n for n in names if n.startswith(("spec_", "qbobj_clear_"))}
+    return {name for name in names if name not in words}
+
+
+def main():
+    library, headers, tests = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3])
+    published, symbols = declared(headers), exported(library)
+    problems = [f"published but not exported: {n}" for n in sorted(published - symbols)]
+    problems += [f"exported but not published: {n}" for n in sorted(symbols - published)]
+    problems += [f"used by no test: {n}" for n in sorted(unused(published, tests))]
+    print(f"{len(published)} published, {len(symbols)} exported")
+    print("\n".join(problems))
+    sys.exit(1 if problems or not published else 0)
+
+
+main()

@@ -1,0 +1,252 @@
+// A walk over schema rows in both directions.
+#include "json/record_json.h"
+
+#include <apr_strings.h>
+
+#include <climits>
+#include <cstring>
+#include <new>
+
+namespace qbobj_json
+{
+namespace
+{
+
+// The field of a record that a schema row describes.
+template <class Field>
+Field &field_at(void *record, int offset)
+{
+    return *reinterpret_cast<Field *>(static_cast<char *>(record) + offset);
+}
+template <class Field>
+const Field &field_at(const void *record, int offset)
+{
+    return *reinterpret_cast<const Field *>(static_cast<const char *>(record) + offset);
+}
+
+// `_link` is the first field of a record in a list, a string resource_id the second.
+constexpr int link_offset = 0;
+constexpr int string_id_offset = sizeof(void *);
+
+bool is_list(const qbobj_spec_t *spec)
+{
+    return (spec->attr & QBOBJ_ATTR_LIST) != 0;
+}
+bool has_string_id(const qbobj_spec_t *spec)
+{
+    return (spec->attr & QBOBJ_ATTR_STRING_ID) != 0;
+}
+
+// A field holds a list when its row says so or when its name is the plural of its type's.
+bool is_list_field(const qbobj_spec_t &row)
+{
+    return (row.attr & QBOBJ_ATTR_LIST_FIELD) != 0 || std::string(row.ospec_ptr->name) + "s" == row.name;
+}
+
+int size_of_number(const qbobj_spec_t &row)
+{
+    switch (row.type) {
+    case QBOBJ_KIND_INT:
+    case QBOBJ_KIND_UINT:
+        return sizeof(int);
+    case QBOBJ_KIND_INT64:
+    case QBOBJ_KIND_UINT64:
+        return sizeof(int64_t);
+    default:
+        return 0;
+    }
+}
+
+bool has_void_flag(const qbobj_spec_t &row)
+{
+    return (row.attr & QBOBJ_ATTR_VOIDABLE) != 0 && size_of_number(row) != 0;
+}
+int void_flag_offset(const qbobj_spec_t &row)
+{
+    return row.offs_or_size - size_of_number(row);
+}
+
+Json text_to_json(const char *text)
+{
+    return text == nullptr ? Json(nullptr) : Json(text);
+}
+
+Json field_to_json(const qbobj_spec_t &row, const void *record)
+{
+    if (has_void_flag(row) && field_at<int>(record, void_flag_offset(row)) != 0)
+        return nullptr;
+    switch (row.type) {
+    case QBOBJ_KIND_STRING:
+        return text_to_json(field_at<const char *>(record, row.offs_or_size));
+    case QBOBJ_KIND_INT:
+        return field_at<int>(record, row.offs_or_size);
+    case QBOBJ_KIND_UINT:
+        return field_at<unsigned>(record, row.offs_or_size);
+    case QBOBJ_KIND_INT64:
+        return field_at<int64_t>(record, row.offs_or_size);
+    case QBOBJ_KIND_UINT64:
+        return field_at<uint64_t>(record, row.offs_or_size);
+    case QBOBJ_KIND_RECORD: {
+        Json nested = to_json(row.ospec_ptr, field_at<const void *>(record, row.offs_or_size));
+        if (is_list_field(row) || !is_list(row.ospec_ptr))
+            return nested;
+        // A single record of a type that can also stand in lists.
+        return nested.empty() ? Json(nullptr) : nested.front();
+    }
+    default:
+        return nullptr;
+    }
+}
+
+Json one_to_json(const qbobj_spec_t *spec, const void *record)
+{
+    Json object = Json::object();
+    if (has_string_id(spec))
+        object["resource_id"] = text_to_json(field_at<const char *>(record, string_id_offset));
+    for (const qbobj_spec_t *row = spec + 1; row->type != QBOBJ_KIND_END; ++row)
+        object[row->name] = field_to_json(*row, record);
+    return object;
+}
+
+const qbobj_spec_t *find_row(const qbobj_spec_t *spec, const std::string &name)
+{
+    for (const qbobj_spec_t *row = spec + 1; row->type != QBOBJ_KIND_END; ++row)
+        if (name == row->name)
+            return row;
+    return nullptr;
+}
+
+void set_field(const qbobj_spec_t &row, void *record, const Json &json, apr_pool_t *pool,
+               const std::string &where)
+{
+    const int at = row.offs_or_size;
+    switch (row.type) {
+    case QBOBJ_KIND_STRING:
+        field_at<const char *>(record, at) = to_text(json, pool, where);
+        break;
+    case QBOBJ_KIND_INT:
+        field_at<int>(record, at) = static_cast<int>(to_integer(json, INT_MIN, INT_MAX, where));
+        break;
+    case QBOBJ_KIND_UINT:
+        field_at<unsigned>(record, at) = static_cast<unsigned>(to_integer(json, 0, UINT_MAX, where));
+        break;
+    case QBOBJ_KIND_INT64:
+        field_at<int64_t>(record, at) = to_integer(json, INT64_MIN, INT64_MAX, where);
+        break;
+    case QBOBJ_KIND_UINT64:
+        field_at<uint64_t>(record, at) = to_unsigned(json, where);
+        break;
+    case QBOBJ_KIND_RECORD:
+        field_at<void *>(record, at) = from_json(row.ospec_ptr, json, pool, where);
+        break;
+    default:
+        break;
+    }
+    if (has_void_flag(row))
+        field_at<int>(record, void_flag_offset(row)) = 0;
+}
+
+void *one_from_json(const qbobj_spec_t *spec, const Json &json, apr_pool_t *pool, const std::string &where)
+{
+    if (!json.is_object())
+        throw BadInput(where + " must be an object (a " + spec->name + ")");
+    void *record = empty_record(spec, pool);
+    for (const auto &[name, value] : json.items()) {
+        const std::string field = where + "." + name;
+        if (has_string_id(spec) && name == "resource_id") {
+            field_at<const char *>(record, string_id_offset) = to_text(value, pool, field);
+            continue;
+        }
+        const qbobj_spec_t *row = find_row(spec, name);
+        if (row == nullptr)
+            throw BadInput(field + ": a " + spec->name + " has no field '" + name + "'");
+        if (!value.is_null())
+            set_field(*row, record, value, pool, field);
+    }
+    return record;
+}
+
+} // namespace
+
+Json to_json(const qbobj_spec_t *spec, const void *record)
+{
+    if (!is_list(spec))
+        return record == nullptr ? Json(nullptr) : one_to_json(spec, record);
+    Json list = Json::array();
+    for (; record != nullptr; record = field_at<const void *>(record, link_offset))
+        list.push_back(one_to_json(spec, record));
+    return list;
+}
+
+void *from_json(const qbobj_spec_t *spec, const Json &json, apr_pool_t *pool, const std::string &where)
+{
+    if (json.is_null())
+        return nullptr;
+    if (!is_list(spec) || !json.is_array())
+        return one_from_json(spec, json, pool, where);
+    void *head = nullptr;
+    void **tail = &head;
+    std::size_t index = 0;
+    for (const Json &element : json) {
+        *tail = one_from_json(spec, element, pool, where + "[" + std::to_string(index++) + "]");
+        tail = &field_at<void *>(*tail, link_offset);
+    }
+    return head;
+}
+
+void *empty_record(const qbobj_spec_t *spec, apr_pool_t *pool)
+{
+    void *record = apr_pcalloc(pool, static_cast<apr_size_t>(spec->offs_or_size));
+    if (record == nullptr)
+        throw std::bad_alloc();
+    for (const qbobj_spec_t *row = spec + 1; row->type != QBOBJ_KIND_END; ++row)
+        if (has_void_flag(*row))
+            field_at<int>(record, void_flag_offset(*row)) = 1;
+    return record;
+}
+
+const qbobj_spec_t *find_spec(const std::string &name)
+{
+    for (const struct all_spec *entry = all_spec; entry->name != nullptr; ++entry)
+        if (name == entry->name)
+            return entry->spec;
+    return nullptr;
+}
+
+int64_t to_integer(const Json &json, int64_t min, int64_t max, const std::string &where)
+{
+    if (json.is_boolean())
+        return json.get<bool>() ? 1 : 0;
+    if (!json.is_number_integer())
+        throw BadInput(where + " must be a whole number, not " + json.dump());
+    if (json.is_number_unsigned() && json.get<uint64_t>() > static_cast<uint64_t>(max))
+        throw BadInput(where + ": " + json.dump() + " is too large");
+    const int64_t number = json.get<int64_t>();
+    if (number < min || number > max)
+        throw BadInput(where + ": " + json.dump() + " is out of range");
+    return number;
+}
+
+uint64_t to_unsigned(const Json &json, const std::string &where)
+{
+    if (!json.is_number_unsigned())
+        throw BadInput(where + " must be a whole number of 0 or more, not " + json.dump());
+    return json.get<uint64_t>();
+}
+
+const char *to_text(const Json &json, apr_pool_t *pool, const std::string &where)
+{
+    if (json.is_null())
+        return nullptr;
+    if (!json.is_string())
+        throw BadInput(where + " must be a text, not " + json.dump());
+    const auto &text = json.get_ref<const std::string &>();
+    if (text.find('\0') != std::string::npos)
+        throw BadInput(where + " must not hold a NUL character");
+    const char *copy = apr_pstrmemdup(pool, text.data(), text.size());
+    if (copy == nullptr)
+        throw std::bad_alloc();
+    return copy;
+}
+
+} // namespace qbobj_json

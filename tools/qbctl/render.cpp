@@ -1,0 +1,152 @@
+// Tables, JSON text and descriptions.
+#include "qbctl/render.h"
+
+#include <algorithm>
+#include <set>
+
+using qbobj_json::Json;
+
+namespace qbctl
+{
+namespace
+{
+
+constexpr std::size_t widest_cell = 48;
+
+std::string cell_text(const Json &value)
+{
+    if (value.is_null())
+        return "";
+    return value.is_string() ? value.get<std::string>() : json_text(value, -1);
+}
+
+// Characters, not bytes: continuation bytes of UTF-8 take no column.
+std::size_t width(const std::string &text)
+{
+    return static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
+}
+
+std::string cut(const std::string &text)
+{
+    if (width(text) <= widest_cell)
+        return text;
+    std::size_t end = 0;
+    for (std::size_t characters = 0; end < text.size(); ++end)
+        if ((text[end] & 0xC0) != 0x80 && characters++ == widest_cell - 1)
+            break;
+    return text.substr(0, end) + "…";
+}
+
+// The records to show: a list itself, the list in a collection, or a single record.
+Json records_of(const Json &value)
+{
+    if (value.is_array())
+        return value;
+    if (value.is_object())
+        for (const auto &[name, field] : value.items())
+            if (field.is_array() && !field.empty() && field.front().is_object() && value.size() <= 3)
+                return field;
+    return Json::array({value});
+}
+
+std::vector<std::string> columns_of(const Json &records)
+{
+    std::vector<std::string> columns;
+    std::set<std::string> seen;
+    for (const Json &record : records)
+        for (const auto &[name, field] : record.items()) {
+            const bool empty = field.is_null() || field.is_structured() || field == "" || field == 0;
+            if (!empty && seen.insert(name).second)
+                columns.push_back(name);
+        }
+    // In the order of the fields, whichever record came first.
+    if (!records.empty()) {
+        std::vector<std::string> ordered;
+        for (const auto &[name, field] : records.front().items())
+            if (seen.contains(name))
+                ordered.push_back(name);
+        return ordered;
+    }
+    return columns;
+}
+
+void print_row(std::ostream &out, const std::vector<std::string> &cells,
+               const std::vector<std::size_t> &widths)
+{
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        out << cells[i];
+        if (i + 1 < cells.size())
+            out << std::string(widths[i] - width(cells[i]) + 2, ' ');
+    }
+    out << '\n';
+}
+
+const char *kind_name(char kind)
+{
+    switch (kind) {
+    case QBOBJ_KIND_STRING:
+        return "text";
+    case QBOBJ_KIND_INT:
+        return "int";
+    case QBOBJ_KIND_UINT:
+        return "unsigned";
+    case QBOBJ_KIND_INT64:
+        return "int64";
+    case QBOBJ_KIND_UINT64:
+        return "uint64";
+    default:
+        return "";
+    }
+}
+
+} // namespace
+
+std::string json_text(const Json &value, int indent)
+{
+    return value.dump(indent, ' ', false, Json::error_handler_t::replace);
+}
+
+void print_table(std::ostream &out, const Json &value, const std::vector<std::string> &columns)
+{
+    const Json records = records_of(value);
+    if (records.empty() || !records.front().is_object()) {
+        for (const Json &record : records)
+            out << cell_text(record) << '\n';
+        return;
+    }
+    const std::vector<std::string> names = columns.empty() ? columns_of(records) : columns;
+    std::vector<std::vector<std::string>> lines{names};
+    for (const Json &record : records) {
+        std::vector<std::string> &line = lines.emplace_back();
+        for (const std::string &name : names)
+            line.push_back(record.contains(name) ? cut(cell_text(record[name])) : "");
+    }
+    std::vector<std::size_t> widths(names.size(), 0);
+    for (const auto &line : lines)
+        for (std::size_t i = 0; i < line.size(); ++i)
+            widths[i] = std::max(widths[i], width(line[i]));
+    for (const auto &line : lines)
+        print_row(out, line, widths);
+}
+
+void print_description(std::ostream &out, const qbobj_spec_t *spec)
+{
+    const bool list = (spec->attr & QBOBJ_ATTR_LIST) != 0;
+    out << spec->name << (list ? " (one record, or a list of them)" : "") << '\n';
+    if ((spec->attr & QBOBJ_ATTR_STRING_ID) != 0)
+        out << "  resource_id: text, may be left out\n";
+    for (const qbobj_spec_t *row = spec + 1; row->type != QBOBJ_KIND_END; ++row) {
+        out << "  " << row->name << ": ";
+        if (row->type == QBOBJ_KIND_RECORD)
+            out << ((row->attr & QBOBJ_ATTR_LIST_FIELD) != 0 ? "list of " : "") << row->ospec_ptr->name;
+        else
+            out << kind_name(row->type);
+        // A number without a flag counts as given: left out, it is 0.
+        const bool pointer = row->type == QBOBJ_KIND_STRING || row->type == QBOBJ_KIND_RECORD;
+        out << (pointer || (row->attr & QBOBJ_ATTR_VOIDABLE) != 0 ? ", may be left out" : ", 0 when left out")
+            << '\n';
+    }
+}
+
+} // namespace qbctl

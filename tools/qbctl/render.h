@@ -1,0 +1,22 @@
+// How results are shown: as JSON, or as a table for a person.
+#pragma once
+
+#include "json/record_json.h"
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace qbctl
+{
+
+// One line per record: the scalar fields that any record holds, or the fields named in `columns`.
+void print_table(std::ostream &out, const qbobj_json::Json &value, const std::vector<std::string> &columns);
+
+// JSON text in which bytes that are not UTF-8 are replaced.
+std::string json_text(const qbobj_json::Json &value, int indent);
+
+// A record type's fields with their kinds, and which of them may be left out.
+void print_description(std::ostream &out, const qbobj_spec_t *spec);
+
+} // namespace qbctl
