@@ -29,8 +29,8 @@ CREATE INDEX share_path ON share (path);
 CREATE INDEX share_migrating ON share (migrate_to_volume_id) WHERE migrate_to_volume_id IS NOT NULL;
 
 -- update_ts is not among the columns that fire it, so the trigger cannot fire itself.
-CREATE TRIGGER share_touch AFTER UPDATE OF zfs_name, type, name, comment, visible_snapdir, volume_id, usb_storage_id, path,
-    user_access, group_access, everyone_access, non_owner_delete, user_id, group_id, migrate_to_volume_id ON share
+CREATE TRIGGER share_touch AFTER UPDATE OF zfs_name, type, name, comment, visible_snapdir, volume_id, usb_storage_id,
+    path, user_access, group_access, everyone_access, non_owner_delete, user_id, group_id, migrate_to_volume_id ON share
 BEGIN
     UPDATE share SET update_ts = CURRENT_TIMESTAMP WHERE id = NEW.id;
 END;

@@ -48,7 +48,8 @@ CREATE TABLE backup_button_jobs (
 );
 CREATE INDEX backup_button_jobs_backup ON backup_button_jobs (backup_id);
 
--- Protocols by which remote hosts are reached; readonly ones are sources only. Owner: the platform; src/backup reads it.
+-- Protocols by which remote hosts are reached; readonly ones are sources only. Owner: the platform; src/backup
+-- reads it.
 CREATE TABLE backup_protocol (
     id INTEGER PRIMARY KEY,
     proto TEXT NOT NULL UNIQUE,

@@ -68,35 +68,29 @@ QBOBJ_API void qbobj_api2_utils_dump_object(qbdb_handle_t *qbdb, const qbobj_spe
  * given as it stands. */
 QBOBJ_API void qbobj_api2_dump_struct(FILE *fp, const char *name, void *obj);
 
+/* clang-format off */
 /** Every record type, in the order of `all_spec`. */
-#define QBOBJ_RECORD_TYPES(X)                                                                                \
-    X(SnapshotClone)                                                                                         \
-    X(SnapshotCloneCollection) X(ResourceId) X(BackupJob_SourceOrDestination) X(BackupJob_Schedule) X(       \
-        BackupJob_Option) X(BackupJob) X(BackupJobCollection) X(BackupTarget) X(BackupTargetCollection)      \
-        X(BackupButtonJob) X(BackupButtonJobCollection) X(Quota) X(AdminPassword) X(UserPassword) X(         \
-            MyPassword) X(UserHomeFolderSettings) X(UserTimeMachineQuota) X(User) X(SystemUser)              \
-            X(UserCollection) X(AccountQuery) X(Group) X(SystemGroup) X(GroupCollection) X(Host) X(          \
-                AccountDefault) X(HomeFolderOptions) X(Schedule) X(HostAcl) X(UserAcl) X(GroupAcl)           \
-                X(DfolderAcl) X(UserPasswordAcl) X(ZvolShareOption) X(CifsShareOption) X(AfpShareOption) X(  \
-                    FtpShareOption) X(NfsShareOption) X(DlnaShareOption) X(DaapShareOption)                  \
-                    X(RsyncShareOption) X(HttpShareOption) X(PosixAcl) X(FileStat) X(UsedBy) X(Share) X(     \
-                        ShareCollection) X(Process) X(SimpleShare) X(SimpleShareCollection) X(Timemachine)   \
-                        X(Vault) X(CifsOptions) X(BonjourOptions) X(FtpOptions) X(DaapOptions) X(NfsOptions) \
-                            X(DlnaOptions) X(SnmpOptions) X(SshOptions) X(ReplicateOptions) X(HttpOptions)   \
-                                X(HttpsOptions) X(Protocol) X(ProtocolCollection) X(TIVOhostsAcl)            \
-                                    X(TivoOptions) X(TivoMak) X(Volume) X(VolumeCollection) X(Disk) X(       \
-                                        DiskCollection) X(DiskEnclosureCollection) X(DiskDiff) X(Snapshot)   \
-                                        X(SnapshotCollection) X(HfSnapshot) X(HfSnapshotCollection)          \
-                                            X(NetworkInterface) X(NetworkInterfaceCollection) X(DiskHealth)  \
-                                                X(DiskHealthCollection) X(EnclosureHealthItem)               \
-                                                    X(EnclosureHealth) X(EnclosureHealthCollection)          \
-                                                        X(UpsHealth) X(UpsHealthCollection) X(Security) X(   \
-                                                            SecurityAdsProgress) X(LogEntry) X(LogQuery)     \
-                                                            X(UpsConfig) X(UpsConfigCollection) X(LunGroup)  \
-                                                                X(LunGroupCollection) X(Initiator)           \
-                                                                    X(InitiatorCollection) X(Lun)            \
-                                                                        X(CronSchedule) X(VolumeSchedule)    \
-                                                                            X(VolumeScheduleCollection)
+#define QBOBJ_RECORD_TYPES(X)                                                                              \
+    X(SnapshotClone) X(SnapshotCloneCollection) X(ResourceId) X(BackupJob_SourceOrDestination)             \
+    X(BackupJob_Schedule) X(BackupJob_Option) X(BackupJob) X(BackupJobCollection) X(BackupTarget)          \
+    X(BackupTargetCollection) X(BackupButtonJob) X(BackupButtonJobCollection) X(Quota) X(AdminPassword)    \
+    X(UserPassword) X(MyPassword) X(UserHomeFolderSettings) X(UserTimeMachineQuota) X(User)                \
+    X(SystemUser) X(UserCollection) X(AccountQuery) X(Group) X(SystemGroup) X(GroupCollection) X(Host)     \
+    X(AccountDefault) X(HomeFolderOptions) X(Schedule) X(HostAcl) X(UserAcl) X(GroupAcl) X(DfolderAcl)     \
+    X(UserPasswordAcl) X(ZvolShareOption) X(CifsShareOption) X(AfpShareOption) X(FtpShareOption)           \
+    X(NfsShareOption) X(DlnaShareOption) X(DaapShareOption) X(RsyncShareOption) X(HttpShareOption)         \
+    X(PosixAcl) X(FileStat) X(UsedBy) X(Share) X(ShareCollection) X(Process) X(SimpleShare)                \
+    X(SimpleShareCollection) X(Timemachine) X(Vault) X(CifsOptions) X(BonjourOptions) X(FtpOptions)        \
+    X(DaapOptions) X(NfsOptions) X(DlnaOptions) X(SnmpOptions) X(SshOptions) X(ReplicateOptions)           \
+    X(HttpOptions) X(HttpsOptions) X(Protocol) X(ProtocolCollection) X(TIVOhostsAcl) X(TivoOptions)        \
+    X(TivoMak) X(Volume) X(VolumeCollection) X(Disk) X(DiskCollection) X(DiskEnclosureCollection)          \
+    X(DiskDiff) X(Snapshot) X(SnapshotCollection) X(HfSnapshot) X(HfSnapshotCollection)                    \
+    X(NetworkInterface) X(NetworkInterfaceCollection) X(DiskHealth) X(DiskHealthCollection)                \
+    X(EnclosureHealthItem) X(EnclosureHealth) X(EnclosureHealthCollection) X(UpsHealth)                    \
+    X(UpsHealthCollection) X(Security) X(SecurityAdsProgress) X(LogEntry) X(LogQuery) X(UpsConfig)         \
+    X(UpsConfigCollection) X(LunGroup) X(LunGroupCollection) X(Initiator) X(InitiatorCollection) X(Lun)    \
+    X(CronSchedule) X(VolumeSchedule) X(VolumeScheduleCollection)
+/* clang-format on */
 
 /* For each type: the record qbobj_<Type>_t, its schema spec_<Type> (ended by a row of kind QBOBJ_KIND_END),
  * and qbobj_clear_<Type>(), which marks everything as not given: all zero and null, every `_void_` flag 1. It

@@ -186,7 +186,7 @@ struct qbobj_UpsConfig {
     const char *List1;          /**< "local": address that it is served on */
     const char *SnmpCommunity;  /**< "snmp": community name */
     const char *SnmpMibs;       /**< "snmp": "auto", "mge", "apcc", "netvision", "pw", "aphel_genesisII",
-                                   "aphel_revelation",       "raritan", "baytech", "cpqpower" or "cyberpower" */
+                                   "aphel_revelation", "raritan", "baytech", "cpqpower" or "cyberpower" */
     const char *RemoteUserName; /**< "remote": login name */
     const char *RemotePassword; /**< "remote": password, stored plain */
     const char *UpsStatus;      /**< status; read only */

@@ -142,4 +142,17 @@ int execute(const Call &call, const char *format, ...)
     return rc == SQLITE_DONE ? SQLITE_OK : rc;
 }
 
+int read_texts(const Call &call, std::vector<std::string> &texts, const char *format, ...)
+{
+    va_list arguments;
+    va_start(arguments, format);
+    Execution execution(call);
+    int rc = execution.start(format, arguments);
+    va_end(arguments);
+    for (; rc == SQLITE_ROW; rc = execution.step())
+        if (const unsigned char *text = sqlite3_column_text(execution.statement(), 0))
+            texts.emplace_back(reinterpret_cast<const char *>(text));
+    return rc == SQLITE_DONE ? SQLITE_OK : rc;
+}
+
 } // namespace qbdb

@@ -74,4 +74,8 @@ class Execution
 // Runs a statement without results.
 int execute(const Call &call, const char *format, ...);
 
+// Reads the first column of every row as text. Rows are read whole before the next statement runs: there is
+// one Execution at a time.
+int read_texts(const Call &call, std::vector<std::string> &texts, const char *format, ...);
+
 } // namespace qbdb

@@ -4,7 +4,9 @@
 
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
+#include <memory>
 #include <new>
 
 namespace
@@ -42,23 +44,6 @@ std::string line_head(const char *level, const char *file, int line)
     return std::string(time_text) + ' ' + level + ' ' + (file ? file : "") + ':' + std::to_string(line) + ' ';
 }
 
-void append_formatted(std::string &out, const char *format, va_list arguments)
-{
-    va_list again;
-    va_copy(again, arguments);
-    char buffer[1024];
-    const int length = std::vsnprintf(buffer, sizeof buffer, format, arguments);
-    if (length > 0 && static_cast<std::size_t>(length) < sizeof buffer) {
-        out.append(buffer, static_cast<std::size_t>(length));
-    } else if (length > 0) {
-        const std::size_t begin = out.size();
-        out.resize(begin + static_cast<std::size_t>(length) + 1);
-        std::vsnprintf(out.data() + begin, static_cast<std::size_t>(length) + 1, format, again);
-        out.pop_back();
-    }
-    va_end(again);
-}
-
 // A value must not be able to begin a line of its own.
 void flatten(std::string &line)
 {
@@ -79,15 +64,17 @@ void qbdb_log(qbdb_handle_t *qbdb, const char *file, int line, qbdb_loglevel_t l
         return;
     va_list arguments;
     va_start(arguments, format);
+    char *formatted = nullptr;
+    const int length = vasprintf(&formatted, format, arguments);
+    va_end(arguments);
+    const std::unique_ptr<char, void (*)(void *)> text(length < 0 ? nullptr : formatted, std::free);
     try {
-        std::string text = line_head(level_names[level], file, line);
-        append_formatted(text, format, arguments);
-        flatten(text);
-        write_line(qbdb->log, qbdb->log_mutex, text);
+        std::string whole = line_head(level_names[level], file, line) + (text ? text.get() : format);
+        flatten(whole);
+        write_line(qbdb->log, qbdb->log_mutex, whole);
     } catch (const std::bad_alloc &) {
         std::fputs("a log line was lost: out of memory\n", qbdb->log);
     }
-    va_end(arguments);
 }
 
 void qbdb::write_journal(qbdb_handle_t *qbdb, const std::string &line)

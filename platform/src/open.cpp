@@ -80,7 +80,7 @@ Problem connect(const std::string &path, const qbdb_options_t &options, qbdb_sys
     FileFacts facts;
     if (Problem problem = inspect_file(path, facts))
         return problem;
-    if (facts.schema_version > schema_version())
+    if (facts.schema_version < 1 || facts.schema_version > schema_version())
         return refuse_version(path, facts.schema_version, readonly);
 
     const bool immutable = readonly && facts.readonly_place && !facts.pending_wal;
@@ -99,8 +99,8 @@ Problem connect(const std::string &path, const qbdb_options_t &options, qbdb_sys
         return {SQLITE_READONLY, "cannot write \"" + path + "\""};
     Problem problem = rc == SQLITE_OK ? refuse_version(path, version, readonly) : damaged(path, rc, opened);
     if (problem) {
-        // What the log holds stays where it is.
-        sqlite3_db_config(opened, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+        // What the log holds stays where it is; without a log there is only an empty one to clean away.
+        sqlite3_db_config(opened, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, facts.pending_wal, nullptr);
         return problem;
     }
     rc = configure(opened, options, facts);

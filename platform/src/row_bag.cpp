@@ -104,13 +104,20 @@ void RowImage::add(sqlite3_value *value)
     }
 }
 
+void RowImage::read(sqlite3_stmt *statement)
+{
+    clear();
+    for (int i = 0; i < sqlite3_data_count(statement); i++)
+        add(sqlite3_column_value(statement, i));
+}
+
 int RowImage::bind(const std::string &content, sqlite3_stmt *statement)
 {
     const char *p = content.data();
     const char *const end = p + content.size();
     int rc = SQLITE_OK;
     for (int index = 1; p < end && rc == SQLITE_OK; index++) {
-        const int type = *p++;
+        const int type = static_cast<unsigned char>(*p++);
         if (type == SQLITE_INTEGER) {
             rc = sqlite3_bind_int64(statement, index, take_raw<sqlite3_int64>(p));
         } else if (type == SQLITE_FLOAT) {
@@ -129,28 +136,10 @@ int RowImage::bind(const std::string &content, sqlite3_stmt *statement)
 
 void RowBag::add(const RowImage &row, long count)
 {
-    add(row.key, row.content, count);
-}
-
-void RowBag::add(const std::string &key, const std::string &content, long count)
-{
-    const auto entry = entries_.try_emplace(key, Entry{0, content}).first;
+    const auto entry = entries_.try_emplace(row.key, Entry{0, row.content}).first;
     entry->second.count += count;
     if (entry->second.count == 0)
         entries_.erase(entry);
-}
-
-int RowBag::add_rows(sqlite3_stmt *statement, long count)
-{
-    RowImage row;
-    int rc = SQLITE_OK;
-    while ((rc = sqlite3_step(statement)) == SQLITE_ROW) {
-        row.clear();
-        for (int i = 0; i < sqlite3_data_count(statement); i++)
-            row.add(sqlite3_column_value(statement, i));
-        add(row, count);
-    }
-    return rc;
 }
 
 } // namespace qbdb

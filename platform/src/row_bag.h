@@ -21,6 +21,8 @@ struct RowImage {
     void add_real(double value);
     void add_bytes(char type, const void *bytes, int size); // SQLITE_TEXT or SQLITE_BLOB
     void add(sqlite3_value *value);
+    // The statement's present row.
+    void read(sqlite3_stmt *statement);
 
     // Binds a content's cells to the parameters from 1 on.
     static int bind(const std::string &content, sqlite3_stmt *statement);
@@ -36,9 +38,6 @@ class RowBag
 
     // Adds `count` rows (a negative number takes some away).
     void add(const RowImage &row, long count);
-    void add(const std::string &key, const std::string &content, long count);
-    // Adds every row that the statement yields. SQLITE_DONE on success.
-    int add_rows(sqlite3_stmt *statement, long count);
 
     bool empty() const { return entries_.empty(); }
     const std::unordered_map<std::string, Entry> &entries() const { return entries_; }

@@ -90,9 +90,9 @@ std::uint64_t next_unsigned(const Conversion &conversion, Arguments &arguments)
 }
 
 template <class... Value>
-void append_formatted(std::string &out, const char *spec, Value... value)
+void append_formatted(std::string &out, const char *pattern, Value... value)
 {
-    const std::unique_ptr<char, SqliteFree> text(sqlite3_mprintf(spec, value...));
+    const std::unique_ptr<char, SqliteFree> text(sqlite3_mprintf(pattern, value...));
     if (!text)
         throw std::bad_alloc();
     out += text.get();
@@ -110,7 +110,7 @@ void append_doubling(std::string &out, const char *text, char quote)
 void append_text(std::string &out, const Conversion &conversion, const char *text)
 {
     if (!conversion.plain || conversion.type == 'Q')
-        append_formatted(out, conversion.spec.c_str(), text);
+        append_formatted(out, conversion.pattern.c_str(), text);
     else if (conversion.type == 's')
         out += text ? text : "";
     else
@@ -119,14 +119,14 @@ void append_text(std::string &out, const Conversion &conversion, const char *tex
 
 void append_number(std::string &out, const Conversion &conversion, Arguments &arguments)
 {
-    // The length of the spec's own conversion is always "ll", see add_conversion().
+    // The length of the pattern's own conversion is always "ll", see add_conversion().
     if (is_real(conversion.type))
-        append_formatted(out, conversion.spec.c_str(), arguments.next<double>());
+        append_formatted(out, conversion.pattern.c_str(), arguments.next<double>());
     else if (is_signed(conversion.type))
-        append_formatted(out, conversion.spec.c_str(),
+        append_formatted(out, conversion.pattern.c_str(),
                          static_cast<long long>(next_signed(conversion, arguments)));
     else
-        append_formatted(out, conversion.spec.c_str(),
+        append_formatted(out, conversion.pattern.c_str(),
                          static_cast<unsigned long long>(next_unsigned(conversion, arguments)));
 }
 
@@ -215,8 +215,8 @@ bool StatementFormat::add_conversion(std::string_view format, std::size_t &i, bo
                           std::string(format.substr(begin, flags_end - begin)),
                           flags_end == begin + 1};
     if (number && !is_real(type))
-        conversion.spec += "ll";
-    conversion.spec += type;
+        conversion.pattern += "ll";
+    conversion.pattern += type;
 
     // A number that touches a word or another conversion is a piece of it, one with a width is a text.
     const std::string_view behind = format.substr(i + 1, 2);

@@ -25,7 +25,7 @@ class Arguments
     template <class T>
     T next()
     {
-        return va_arg(list_, T);
+        return va_arg(list_, T); // NOLINT(clang-analyzer-valist.Uninitialized): the constructor copies it
     }
 
   private:
@@ -40,7 +40,7 @@ struct Conversion {
     Use use;
     Length length;
     char type; // the conversion's letter
-    std::string spec;
+    std::string pattern;
     bool plain; // no flags, width or precision
 };
 

@@ -176,9 +176,7 @@ int TableCopies::fill_copy(const Watch &watch)
 
     RowBag changes = watch.changes;
     while ((rc = sqlite3_step(rows.get())) == SQLITE_ROW) {
-        row_.clear();
-        for (int i = 0; i < columns; i++)
-            row_.add(sqlite3_column_value(rows.get(), i));
+        row_.read(rows.get());
         const auto change = changes.entries().find(row_.key);
         if (change != changes.entries().end() && change->second.count > 0) {
             changes.add(row_, -1);

@@ -4,7 +4,7 @@
 #include <apr_pools.h>
 #include <apr_strings.h>
 
-#include <cerrno>
+#include <algorithm>
 #include <cstring>
 #include <string_view>
 #include <sys/random.h>
@@ -17,9 +17,8 @@ constexpr std::string_view day_names[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fr
 std::string_view trimmed(std::string_view text)
 {
     constexpr std::string_view blanks = " \t\r\n";
-    const std::size_t begin = text.find_first_not_of(blanks);
-    return begin == text.npos ? std::string_view()
-                              : text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
+    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+    return text.substr(0, text.find_last_not_of(blanks) + 1);
 }
 
 // Calls take(item) for the items between the commas, without the blanks round them.

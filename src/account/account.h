@@ -102,6 +102,14 @@ struct Directory {
     const char *rid_not() const { return ads ? "NOT " : ""; }
 };
 
+// The first half of that question alone.
+inline bool ads_mode(qbobj_env_t *env, sqlite3 *db)
+{
+    int32_t ads = 0;
+    qbobj_api2_isAdsMode(env, db, &ads);
+    return ads != 0;
+}
+
 // Asks for both; `no_sync` is only asked for in directory mode, where alone it matters.
 Directory directory_of(qbobj_env_t *env, sqlite3 *db);
 

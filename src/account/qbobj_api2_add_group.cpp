@@ -67,13 +67,12 @@ int add_group(qbobj_env_t *env, sqlite3 *db, qbobj_Group_t &group)
     if (namesakes.value > 0)
         return raise(env, QBOBJ_ERROR_UI__GROUPNAME_ALREADY_EXISTS, "Group (%s) already exists.", name);
 
-    const int refused =
-        group.GroupId < 1 ? choose_group_id(env, db, group) : check_group_id(env, db, group);
+    const int refused = group.GroupId < 1 ? choose_group_id(env, db, group) : check_group_id(env, db, group);
     if (refused != 0)
         return refused;
 
-    const Status added = sql.exec("INSERT INTO `$group` (id,gname,is_privileged) VALUES(%d,%Q,0)",
-                                  group.GroupId, name);
+    const Status added =
+        sql.exec("INSERT INTO `$group` (id,gname,is_privileged) VALUES(%d,%Q,0)", group.GroupId, name);
     if (!added)
         return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT group'. %s", added.error());
     for (const qbobj_Quota_t &quota : Chain(group.GroupQuota))

@@ -94,8 +94,7 @@ int find_home(const qbobj_env_t *env, sqlite3 *db, const char *volume_id, const 
     const Sql sql(env, db);
     Text path;
     if (volume_id != nullptr) {
-        path =
-            sql.text("SELECT '/'||V.lv_name||'/home/%q' FROM _volume V WHERE V.id=%Q", name, volume_id);
+        path = sql.text("SELECT '/'||V.lv_name||'/home/%q' FROM _volume V WHERE V.id=%Q", name, volume_id);
         if (!path)
             return raise(env, QBOBJ_ERROR_DB_MISC, "Failed 'SELECT _volume'. %s", path.error());
     } else {

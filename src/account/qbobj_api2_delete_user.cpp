@@ -100,7 +100,7 @@ int delete_existing(const qbobj_env_t *env, sqlite3 *db, int user_id, qbobj_User
 
 int delete_user(qbobj_env_t *env, sqlite3 *db, qbobj_User_t &user)
 {
-    const int key = key_of(user);
+    const int key = key_of(user.resource_id, user.UserId);
     if (key < 1)
         return raise(env, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%d)", key);
     if (qbobj_validate_db_userid(env, db, key) != 0)

@@ -14,9 +14,8 @@ namespace
 constexpr Orders user_orders{"ORDER BY U.uname", "ORDER BY U.id", "ORDER BY U.uname DESC",
                              "ORDER BY U.id DESC"};
 
-constexpr auto system_user_columns =
-    std::tuple{both(&qbobj_SystemUser_t::resource_id, &qbobj_SystemUser_t::UserId),
-               &qbobj_SystemUser_t::UserName};
+constexpr auto system_user_columns = std::tuple{
+    both(&qbobj_SystemUser_t::resource_id, &qbobj_SystemUser_t::UserId), &qbobj_SystemUser_t::UserName};
 
 constexpr auto home_folder_columns = std::tuple{
     &qbobj_UserHomeFolderSettings_t::SnapshotProtectionEnabled,
@@ -50,9 +49,9 @@ constexpr auto group_name_if_missing = [](const qbobj_env_t *env, qbobj_User_t &
 };
 
 constexpr auto user_columns = std::tuple{
-    &qbobj_User_t::UserId,        &qbobj_User_t::UserName,        &qbobj_User_t::GroupName,
-    &qbobj_User_t::HomeDirectory, or_empty(&qbobj_User_t::Email), password(false),
-    &qbobj_User_t::IsDomainMember, &qbobj_User_t::IsLocked,       group_name_if_missing,
+    &qbobj_User_t::UserId,         &qbobj_User_t::UserName,        &qbobj_User_t::GroupName,
+    &qbobj_User_t::HomeDirectory,  or_empty(&qbobj_User_t::Email), password(false),
+    &qbobj_User_t::IsDomainMember, &qbobj_User_t::IsLocked,        group_name_if_missing,
 };
 
 constexpr auto listed_user_columns(bool as_stored)
@@ -68,8 +67,8 @@ constexpr auto listed_user_columns(bool as_stored)
 // The details of a user whose own row has been read.
 int read_details(qbobj_env_t *env, sqlite3 *db, qbobj_User_t &user)
 {
-    for (const auto reader : {qbobj_api2_getUserQuota, qbobj_api2_getUserHomeFolderSettings,
-                              qbobj_api2_getUserTimeMachineQuota})
+    for (const auto reader :
+         {qbobj_api2_getUserQuota, qbobj_api2_getUserHomeFolderSettings, qbobj_api2_getUserTimeMachineQuota})
         if (const int failed = reader(env, db, &user); failed != 0)
             return failed;
     return 0;
@@ -83,9 +82,11 @@ const char *snapshot_clause(const qbobj_env_t *env, std::string_view option)
         return "";
     const char *protection = "";
     if (has("HF_SNAPSHOT_PROTECTION==0"))
-        protection = " U.id IN (SELECT H.user_id FROM '$home_folder' H WHERE H.snapshot_protection_enabled=0)";
+        protection =
+            " U.id IN (SELECT H.user_id FROM '$home_folder' H WHERE H.snapshot_protection_enabled=0)";
     else if (has("HF_SNAPSHOT_PROTECTION"))
-        protection = " U.id IN (SELECT H.user_id FROM '$home_folder' H WHERE H.snapshot_protection_enabled=1)";
+        protection =
+            " U.id IN (SELECT H.user_id FROM '$home_folder' H WHERE H.snapshot_protection_enabled=1)";
     const char *access = "";
     if (has("HF_SNAPSHOT_ACCESS==0"))
         access = " U.id IN (SELECT H.user_id FROM '$home_folder' H WHERE H.visible_snapdir='')";
@@ -119,13 +120,13 @@ int read_listed_users(qbobj_env_t *env, sqlite3 *db, const Table &rows, bool sto
                       bool existing_homes_only, qbobj_User_t *&users)
 {
     const auto columns = listed_user_columns(stored_password);
-    constexpr int home_column = 3;
     Tail<qbobj_User_t> tail(users);
     for (const Row row : rows) {
-        if (existing_homes_only && !is_folder(env, row[home_column]))
+        qbobj_User_t listed{};
+        fill(env, listed, columns, row);
+        if (existing_homes_only && !is_folder(env, listed.HomeDirectory))
             continue;
-        qbobj_User_t &user = tail.append(env);
-        fill(env, user, columns, row);
+        qbobj_User_t &user = tail.append(env) = listed;
         user.resource_id = user.UserId;
         if (const int failed = read_details(env, db, user); failed != 0)
             return failed;
@@ -222,8 +223,8 @@ qbobj_error_t qbobj_api2_getUserTimeMachineQuota(qbobj_env_t *qbobj, sqlite3 *db
         raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT account_default and $user'.");
         return QBOBJ_ERROR_OK;
     }
-    const Table rows = sql.table("SELECT T.enabled,T.capacity_mb FROM '$timemachine_quota' T WHERE T.user_id=%d",
-                                 user->UserId);
+    const Table rows = sql.table(
+        "SELECT T.enabled,T.capacity_mb FROM '$timemachine_quota' T WHERE T.user_id=%d", user->UserId);
     if (!rows) {
         raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for $timemachine_quota. %s", rows.error());
         return QBOBJ_ERROR_DB_MISC;
@@ -373,11 +374,12 @@ int x_qbobj_getUserInGroupName(qbobj_env_t *qbobj, sqlite3 *db, const char *gnam
                 WHERE U.is_privileged<>1 AND U.uname<>'nobody' AND U.uname<>'guest'
                 AND U.group_id=(SELECT G.id FROM `$group` G WHERE G.gname=%Q) ORDER BY U.uname COLLATE NOCASE)",
                         gname)
-            : sql.table(R"(SELECT U.id,U.uname FROM `$user` U LEFT JOIN `$group_has_user` GU ON GU.user_id=U.id
+            : sql.table(
+                  R"(SELECT U.id,U.uname FROM `$user` U LEFT JOIN `$group_has_user` GU ON GU.user_id=U.id
                 WHERE U.is_privileged<>1 AND U.uname<>'nobody' AND U.uname<>'guest'
                 AND (U.group_id=(SELECT G1.id FROM `$group` G1 WHERE G1.gname=%Q)
                 OR GU.group_id=(SELECT G2.id FROM `$group` G2 WHERE G2.gname=%Q)) ORDER BY U.uname COLLATE NOCASE)",
-                        gname, gname);
+                  gname, gname);
     if (!rows)
         return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for user. %s", rows.error());
     append_rows(qbobj, *user, system_user_columns, rows);

@@ -20,26 +20,6 @@ struct Rename {
     const char *new_home = nullptr; // null when no name was given
 };
 
-// ---- Whom to change --------------------------------------------------------------------------------------
-
-// A directory user without a local row of its own may be named instead.
-int find_key(const qbobj_env_t *env, const Directory &directory, qbobj_User_t &user, int &key)
-{
-    key = key_of(user);
-    if (key == 0) {
-        const bool by_name = directory.ads && directory.no_sync && !is_empty(user.UserName);
-        key = by_name ? qbdb_util_get_posix_uid_by_name(env->qbdb, user.UserName, 1) : -1;
-        if (key < 0)
-            return raise(env, by_name ? QBOBJ_ERROR_UI__NO_LDAP_OBJECT : QBOBJ_ERROR_API_ARGS,
-                         "Invalid User (resource_id=%d, UserName=%s).", user.resource_id, user.UserName);
-        user.resource_id = key;
-        user.UserId = key;
-    }
-    if (key < 1 && !directory.ads)
-        return raise(env, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%d).", key);
-    return 0;
-}
-
 // ---- The columns of the user -----------------------------------------------------------------------------
 
 int check_new_name(qbobj_env_t *env, sqlite3 *db, const char *given, int key, const char *&name)
@@ -85,28 +65,30 @@ int find_new_home(const qbobj_env_t *env, const Sql &sql, const Directory &direc
 int change_name(qbobj_env_t *env, sqlite3 *db, const Directory &directory, const qbobj_User_t &user, int key,
                 Changes &changes, Rename &rename)
 {
-    StoredUser stored{};
+    if (user.UserName == nullptr)
+        return 0;
     const Sql sql(env, db);
-    if (const int rc = read_stored_user(env, sql, key, stored); rc != 0 || user.UserName == nullptr)
-        return rc;
+    StoredUser stored{};
     const char *name = nullptr;
-    if (const int rc = check_new_name(env, db, user.UserName, key, name); rc != 0)
+    int rc = read_stored_user(env, sql, key, stored);
+    if (rc == 0)
+        rc = check_new_name(env, db, user.UserName, key, name);
+    if (rc != 0)
         return rc;
     changes.add("uname='%q'", name);
 
     // The column decides whether the names differ: a new spelling in capitals is no new name.
-    const Text old_name =
-        sql.text("SELECT U.uname FROM `$user` U WHERE U.id=%d AND U.uname<>%Q", key, name);
+    const Text old_name = sql.text("SELECT U.uname FROM `$user` U WHERE U.id=%d AND U.uname<>%Q", key, name);
     if (!old_name)
         return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT user'. %s", old_name.error());
     if (old_name.found != 0) {
         rename.old_name = old_name.value;
         rename.old_home = stored.home;
     }
-    if (const int rc = find_new_home(env, sql, directory, key, name, rename.new_home); rc != 0)
-        return rc;
-    changes.add("home=%Q", rename.new_home);
-    return 0;
+    rc = find_new_home(env, sql, directory, key, name, rename.new_home);
+    if (rc == 0)
+        changes.add("home=%Q", rename.new_home);
+    return rc;
 }
 
 // A password that comes back masked, as it was read, stays.
@@ -265,8 +247,10 @@ int rename_snapshots(const qbobj_env_t *env, const Sql &sql, const char *new_nam
 int modify_user(qbobj_env_t *env, sqlite3 *db, const Directory &directory, qbobj_User_t &user)
 {
     int key = 0;
-    if (const int rc = find_key(env, directory, user, key); rc != 0)
+    if (const int rc = find_user_key(env, directory, user, key); rc != 0)
         return rc;
+    if (key < 1 && !directory.ads)
+        return raise(env, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%d).", key);
     if (qbobj_validate_db_userid(env, db, key) != 0)
         return raise(env, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%d). Not exist.", key);
 
@@ -328,15 +312,15 @@ int x_qbobj_disableEnableLocalUserByName(qbobj_env_t *qbobj, sqlite3 *db, int En
 {
     const Sql sql(qbobj, db);
     const int all = UserName == nullptr ? 1 : 0;
-    const Status updated =
-        Enable != 0 ? sql.exec(R"(UPDATE `$user` SET passwd=substr(passwd,2) WHERE (%d OR uname=%Q)
+    const Status updated = Enable != 0
+                               ? sql.exec(R"(UPDATE `$user` SET passwd=substr(passwd,2) WHERE (%d OR uname=%Q)
             AND is_privileged=0 AND rid IS NULL AND group_id<>98
             AND substr(passwd,1,2)='!$' AND substr(passwd,4,1)='$')",
-                               all, or_empty(UserName))
-                    : sql.exec(R"(UPDATE `$user` SET passwd='!'||passwd WHERE (%d OR uname=%Q)
+                                          all, or_empty(UserName))
+                               : sql.exec(R"(UPDATE `$user` SET passwd='!'||passwd WHERE (%d OR uname=%Q)
             AND is_privileged=0 AND rid IS NULL AND group_id<>98
             AND substr(passwd,1,1)='$' AND substr(passwd,3,1)='$')",
-                               all, or_empty(UserName));
+                                          all, or_empty(UserName));
     if (!updated)
         return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE user'. %s", updated.error());
     return 0;
@@ -345,8 +329,8 @@ int x_qbobj_disableEnableLocalUserByName(qbobj_env_t *qbobj, sqlite3 *db, int En
 int x_qbobj_modifyUserVisibleSnapFolder(qbobj_env_t *qbobj, sqlite3 *db, int UserId,
                                         const char *VisibleSnapFolder)
 {
-    const Status updated = Sql(qbobj, db).exec("UPDATE `$home_folder` SET visible_snapdir=%Q WHERE user_id=%d",
-                                               or_empty(VisibleSnapFolder), UserId);
+    const Status updated = Sql(qbobj, db).exec(
+        "UPDATE `$home_folder` SET visible_snapdir=%Q WHERE user_id=%d", or_empty(VisibleSnapFolder), UserId);
     if (!updated)
         return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE `$home_folder`'. %s",
                      updated.error());

@@ -3,6 +3,7 @@
 #include "frame/sql.h"
 #include "validate/validate.h"
 
+#include <string>
 #include <string_view>
 
 using namespace qbobj;
@@ -29,8 +30,9 @@ bool proves(const qbobj_env_t *env, const char *plain, const char *stored)
     const std::string_view hash = or_empty(stored);
     if (hash.size() < salt_length)
         return false;
-    const char *salt = print(env, "%s", stored);
-    return false;
+    const std::string salt(hash.substr(0, salt_length));
+    const char *made = crypt_password(env, plain, salt.c_str());
+    return made != nullptr && same_hash(made, hash);
 }
 
 int store_recovery(const qbobj_env_t *env, const Sql &sql, const qbobj_AdminPassword_t &passwd)

@@ -1,5 +1,5 @@
-// What the queries of users and of groups have in common: filter, order and page of a listing, quotas, and the
-// mapping of ids to those of the system.
+// What the queries of users and of groups have in common: filter, order and page of a listing, quotas, and
+// the mapping of ids to those of the system.
 #pragma once
 
 #include "account/account.h"
@@ -52,13 +52,6 @@ struct PosixIds {
 
 inline constexpr PosixIds posix_users{qbdb_util_get_posix_uid, qbdb_util_get_posix_uid_by_name};
 inline constexpr PosixIds posix_groups{qbdb_util_get_posix_gid, qbdb_util_get_posix_gid_by_name};
-
-inline bool ads_mode(qbobj_env_t *env, sqlite3 *db)
-{
-    int32_t ads = 0;
-    qbobj_api2_isAdsMode(env, db, &ads);
-    return ads != 0;
-}
 
 // The caller's query; without one, every account of the kind that the appliance uses.
 inline qbobj_AccountQuery_t query_or_all(qbobj_env_t *env, sqlite3 *db, const qbobj_AccountQuery_t *query)
@@ -126,7 +119,8 @@ inline int found_id(const Text &row, int *id)
     return 0;
 }
 
-// The result of a look-up of the name of `id`. A negative id without a row is a directory account that is gone.
+// The result of a look-up of the name of `id`. A negative id without a row is a directory account that is
+// gone.
 inline int found_name(const qbobj_env_t *env, const Text &row, int id, char **name)
 {
     if (row && row.found != 0)

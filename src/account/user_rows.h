@@ -1,7 +1,7 @@
 // What changing and deleting a user both ask of the database.
 #pragma once
 
-#include "frame/rows.h"
+#include "account/queries.h"
 
 namespace qbobj
 {
@@ -11,12 +11,6 @@ struct StoredUser {
     const char *name;
 };
 inline constexpr auto stored_user_columns = std::tuple{&StoredUser::home, &StoredUser::name};
-
-// The key of a user in a chain.
-inline int key_of(const qbobj_User_t &user)
-{
-    return user.resource_id >= 1 ? user.resource_id : user.UserId;
-}
 
 namespace
 {

@@ -2,8 +2,7 @@
 #pragma once
 
 #include "frame/env.h"
-
-#include <qbobj/schema.h>
+#include "frame/schema.h"
 
 #include <array>
 #include <cstddef>
@@ -41,15 +40,6 @@ struct BoundWorker {
 int run_framed(const Operation &operation, RollbackOn rollback, std::span<const DumpedRecord> records,
                BoundWorker worker);
 
-// The schema of a record type.
-template <class Record>
-extern const qbobj_spec_t *const spec_of;
-#define QBOBJ_SPEC_OF(Type)                                                                                  \
-    template <>                                                                                              \
-    inline constexpr const qbobj_spec_t *spec_of<qbobj_##Type##_t> = spec_##Type;
-QBOBJ_RECORD_TYPES(QBOBJ_SPEC_OF)
-#undef QBOBJ_SPEC_OF
-
 // Marks an argument as a record to be dumped.
 template <class Pointer>
 struct Dumped {
@@ -75,12 +65,12 @@ Pointer bare(Dumped<Pointer> dumped)
 template <class Record>
 DumpedRecord dump_of(Dumped<Record *> dumped)
 {
-    return {spec_of<Record>, dumped.argument, false};
+    return {spec_of(dumped.argument), dumped.argument, false};
 }
 template <class Record>
 DumpedRecord dump_of(Dumped<Record **> dumped)
 {
-    return {spec_of<Record>, static_cast<void *>(dumped.argument), true};
+    return {spec_of(static_cast<Record *>(nullptr)), static_cast<void *>(dumped.argument), true};
 }
 
 template <class Argument>

@@ -1,4 +1,5 @@
-// The SET list of a partial update: pairs "column=value" joined by commas, of limited size.
+// The SET list of a partial update: pairs "column=value" joined by commas, of limited size. With another
+// separator, the conditions of a WHERE.
 #pragma once
 
 #include "frame/sql.h"
@@ -20,7 +21,10 @@ template <std::size_t Size>
 class SetList
 {
   public:
-    SetList(const qbobj_env_t *env, Overflow overflow) : env_(env), overflow_(overflow) {}
+    SetList(const qbobj_env_t *env, Overflow overflow, std::string_view separator = ",")
+        : env_(env), overflow_(overflow), separator_(separator)
+    {
+    }
 
     // Adds a pair such as "comment=%Q".
     template <class... Args>
@@ -41,13 +45,12 @@ class SetList
   private:
     void append(std::string_view pair, Site site)
     {
-        const std::size_t comma = empty() ? 0 : 1;
-        if (length_ + comma + pair.size() + 1 > Size) {
-            overflowed(pair.substr(0, pair.find('=')), site);
+        const std::string_view separator = empty() ? std::string_view() : separator_;
+        if (length_ + separator.size() + pair.size() + 1 > Size) {
+            overflowed(pair.substr(0, pair.find_first_of("= ")), site);
             return;
         }
-        if (comma != 0)
-            buffer_[length_++] = ',';
+        length_ += separator.copy(&buffer_[length_], separator.size());
         length_ += pair.copy(&buffer_[length_], pair.size());
         buffer_[length_] = '\0';
     }
@@ -64,6 +67,7 @@ class SetList
 
     const qbobj_env_t *env_;
     Overflow overflow_;
+    std::string_view separator_;
     const char *refused_ = nullptr;
     std::size_t length_ = 0;
     std::array<char, Size> buffer_{};

@@ -108,8 +108,8 @@ struct AccountList<qbobj_GroupAcl_t> {
     static constexpr Message<const char *> bad_access = "Invalid GroupAcl->Access (%s).";
 };
 
-// The account's id. An entry that has only a name is looked up where accounts are not mirrored, and its record
-// then carries the id.
+// The account's id. An entry that has only a name is looked up where accounts are not mirrored, and its
+// record then carries the id.
 template <class Entry>
 int find_account(qbobj_env_t *env, Entry &entry, const Directory &directory, int &id)
 {
@@ -169,9 +169,9 @@ int replace_accounts(qbobj_env_t *env, sqlite3 *db, Entry *acl, int32_t share_id
 int check_host(qbobj_env_t *env, sqlite3 *db, int id, const char *name)
 {
     const Sql sql(env, db);
-    const Int32 count =
-        name == nullptr ? sql.int32("SELECT COUNT(*) FROM `host` WHERE id=%d", id)
-                        : sql.int32("SELECT COUNT(*) FROM `host` WHERE id=%d AND name=%Q", id, name);
+    const Int32 count = name == nullptr
+                            ? sql.int32("SELECT COUNT(*) FROM `host` WHERE id=%d", id)
+                            : sql.int32("SELECT COUNT(*) FROM `host` WHERE id=%d AND name=%Q", id, name);
     if (!count)
         return raise(env, QBOBJ_ERROR_DB_MISC, "Failed SQL 'SELECT host'. %s", count.error());
     if (count.value != 1)
@@ -322,8 +322,8 @@ int qbobj_api2_addDfolderAcl(qbobj_env_t *qbobj, sqlite3 *db, qbobj_DfolderAcl_t
     const Table share = sql.table("SELECT S.volume_id,S.name FROM share S WHERE S.id=%d", share_id);
     if (!share)
         return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", share.error());
-    const auto [volume, name] =
-        share.empty() ? std::pair<const char *, const char *>() : std::pair{share.front()[0], share.front()[1]};
+    const auto [volume, name] = share.empty() ? std::pair<const char *, const char *>()
+                                              : std::pair{share.front()[0], share.front()[1]};
     for (const qbobj_DfolderAcl_t &link : Chain(acl)) {
         const Status inserted = sql.exec("INSERT INTO `cifs_dfs_option` "
                                          "(share_id,volume,share,folder,address,remote_share) "

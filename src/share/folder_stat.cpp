@@ -67,7 +67,8 @@ constexpr AclKind access_list{ACL_TYPE_ACCESS, access_type, "access"};
 constexpr AclKind default_list{ACL_TYPE_DEFAULT, default_type, "default"};
 
 // False when the list could not be read, or not to its end.
-bool append_acl(const ShareReading &reading, const AclKind &kind, const char *path, Tail<qbobj_PosixAcl_t> &tail)
+bool append_acl(const ShareReading &reading, const AclKind &kind, const char *path,
+                Tail<qbobj_PosixAcl_t> &tail)
 {
     const Acl acl(acl_get_file(path, kind.acl_type));
     if (acl == nullptr) {
@@ -82,7 +83,8 @@ bool append_acl(const ShareReading &reading, const AclKind &kind, const char *pa
         fill_entry(reading, entry, record);
     }
     if (found < 0)
-        log(reading.env, QBDB_LOG_WARN, "Error reading %s acl entry from %s. errno=%d\n", kind.name, path, errno);
+        log(reading.env, QBDB_LOG_WARN, "Error reading %s acl entry from %s. errno=%d\n", kind.name, path,
+            errno);
     return found == 0;
 }
 
@@ -100,8 +102,8 @@ bool inherits(qbobj_PosixAcl_t *acls)
         }
         bool inherited = false;
         for (const qbobj_PosixAcl_t &other : entries)
-            inherited = inherited || (other.Type == default_type && other.Tag == entry.Tag &&
-                                      other.Perm == entry.Perm);
+            inherited = inherited ||
+                        (other.Type == default_type && other.Tag == entry.Tag && other.Perm == entry.Perm);
         if (!inherited)
             return false;
         ++matched;
@@ -136,7 +138,8 @@ int read_folder_stat(const ShareReading &reading, const char *path, qbobj_FileSt
 
         stat.Group = create<qbobj_SystemGroup_t>(reading.env);
         stat.Group->resource_id = static_cast<int>(status.st_gid);
-        if (const int rc = read_system_group(reading.env, reading.db, reading.directory, *stat.Group); rc != 0)
+        if (const int rc = read_system_group(reading.env, reading.db, reading.directory, *stat.Group);
+            rc != 0)
             return rc;
         stat.GroupAccess = access_word(stat._PosixMode >> 3);
         stat.EveryoneAccess = access_word(stat._PosixMode);

@@ -1,6 +1,8 @@
 // Shares and block volumes created: the share's row and every row that hangs on it.
 #include "frame/rows.h"
-#include "share/share_option.h"
+#include "share/share_writing.h"
+
+#include <qbobj/storage.h>
 
 using namespace qbobj;
 
@@ -38,7 +40,8 @@ int insert_option(qbobj_env_t *env, sqlite3 *db, const Directory &directory, qbo
         VALUES(%d,%Q,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d))",
         share_id, access, given_or(option._void_AllowGuestAccess, option.AllowGuestAccess, !directory.ads),
         given_or(option._void_ShareDisplayOption, option.ShareDisplayOption, 0), rights.file_group,
-        rights.file_everyone, given_or(option._void_NewFileFolderPermAutoset, option.NewFileFolderPermAutoset, 1),
+        rights.file_everyone,
+        given_or(option._void_NewFileFolderPermAutoset, option.NewFileFolderPermAutoset, 1),
         rights.folder_group, rights.folder_everyone,
         given_or(option._void_AclChangeRestrictionToggle, option.AclChangeRestrictionToggle, 1023),
         given_or(option._void_EnableRecycleBin, option.EnableRecycleBin, 1),
@@ -393,9 +396,9 @@ int add_share(qbobj_env_t *env, sqlite3 *db, const Directory &directory, qbobj_S
         return rc;
     if (const int rc = insert_used_by(env, db, share.UsedBy, share_id))
         return rc;
-    if (const int rc =
-            insert_schedule(env, db, share.SnapshotSchedule == nullptr ? default_schedule : *share.SnapshotSchedule,
-                            share_id))
+    if (const int rc = insert_schedule(
+            env, db, share.SnapshotSchedule == nullptr ? default_schedule : *share.SnapshotSchedule,
+            share_id))
         return rc;
     share.resource_id = share.ShareId = print(env, "%s/%s", volume_id, share.ShareName);
     return 0;
@@ -435,9 +438,8 @@ int qbobj_api2_addDlnaShareOption(qbobj_env_t *qbobj, sqlite3 *db, qbobj_DlnaSha
 int qbobj_api2_addDaapShareOption(qbobj_env_t *qbobj, sqlite3 *db, qbobj_DaapShareOption_t *option,
                                   int32_t share_id)
 {
-    const Status inserted =
-        Sql(qbobj, db).exec("INSERT INTO daap_share_option (share_id,available) VALUES(%d,%d)", share_id,
-                            !option->NotAvailable);
+    const Status inserted = Sql(qbobj, db).exec(
+        "INSERT INTO daap_share_option (share_id,available) VALUES(%d,%d)", share_id, !option->NotAvailable);
     if (!inserted)
         return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT INTO daap_share_option'. %s",
                      inserted.error());

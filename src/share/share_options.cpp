@@ -9,16 +9,18 @@ namespace qbobj
 namespace
 {
 
-/* ---- Access lists ---------------------------------------------------------------------------------------- */
+/* ---- Access lists ----------------------------------------------------------------------------------------
+ */
 
-constexpr auto host_columns = std::tuple_cat(
-    parts(&qbobj_HostAcl_t::Host, both(&qbobj_Host_t::resource_id, &qbobj_Host_t::HostId), &qbobj_Host_t::HostName),
-    std::tuple{&qbobj_HostAcl_t::Access, &qbobj_HostAcl_t::Root});
+constexpr auto host_columns =
+    std::tuple_cat(parts(&qbobj_HostAcl_t::Host, both(&qbobj_Host_t::resource_id, &qbobj_Host_t::HostId),
+                         &qbobj_Host_t::HostName),
+                   std::tuple{&qbobj_HostAcl_t::Access, &qbobj_HostAcl_t::Root});
 
-constexpr auto user_columns =
-    std::tuple_cat(parts(&qbobj_UserAcl_t::User, both(&qbobj_SystemUser_t::resource_id, &qbobj_SystemUser_t::UserId),
-                         &qbobj_SystemUser_t::UserName),
-                   std::tuple{&qbobj_UserAcl_t::Access});
+constexpr auto user_columns = std::tuple_cat(
+    parts(&qbobj_UserAcl_t::User, both(&qbobj_SystemUser_t::resource_id, &qbobj_SystemUser_t::UserId),
+          &qbobj_SystemUser_t::UserName),
+    std::tuple{&qbobj_UserAcl_t::Access});
 
 constexpr auto group_columns = std::tuple_cat(
     parts(&qbobj_GroupAcl_t::Group, both(&qbobj_SystemGroup_t::resource_id, &qbobj_SystemGroup_t::GroupId),
@@ -31,7 +33,8 @@ constexpr auto dfolder_columns = std::tuple{
     &qbobj_DfolderAcl_t::RemoteShare,
 };
 
-constexpr auto login_columns = std::tuple{&qbobj_UserPasswordAcl_t::UserName, &qbobj_UserPasswordAcl_t::Password};
+constexpr auto login_columns =
+    std::tuple{&qbobj_UserPasswordAcl_t::UserName, &qbobj_UserPasswordAcl_t::Password};
 
 // Puts one record a row into the list, in place of what it held.
 template <class Record, class... Columns>
@@ -59,13 +62,13 @@ FailedRead read_hosts(const ShareReading &reading, int share_id, const char *pro
 template <class Option>
 FailedRead read_accounts(const ShareReading &reading, int share_id, const char *proto, Option &option)
 {
-    const FailedRead failed = read_list(
-        reading, option.UserAcl, "user,user_acl", user_columns,
-        reading.sql().table(R"(SELECT U.id,U.uname,CASE WHEN UA.write THEN 'ReadWrite'
+    const FailedRead failed =
+        read_list(reading, option.UserAcl, "user,user_acl", user_columns,
+                  reading.sql().table(R"(SELECT U.id,U.uname,CASE WHEN UA.write THEN 'ReadWrite'
         WHEN UA.read THEN 'ReadOnly' ELSE 'Disabled' END FROM `$user` U
         INNER JOIN user_acl UA ON UA.user_id=U.id AND UA.share_id=%d AND UA.proto=%Q
         WHERE U.rid IS %sNULL ORDER BY U.uname COLLATE NOCASE)",
-                            share_id, proto, reading.directory.rid_not()));
+                                      share_id, proto, reading.directory.rid_not()));
     if (failed)
         return failed;
     return read_list(reading, option.GroupAcl, "group,group_acl", group_columns,
@@ -77,13 +80,15 @@ FailedRead read_accounts(const ShareReading &reading, int share_id, const char *
 }
 
 template <class Option>
-FailedRead read_hosts_and_accounts(const ShareReading &reading, int share_id, const char *proto, Option &option)
+FailedRead read_hosts_and_accounts(const ShareReading &reading, int share_id, const char *proto,
+                                   Option &option)
 {
     const FailedRead failed = read_hosts(reading, share_id, proto, option);
     return failed ? failed : read_accounts(reading, share_id, proto, option);
 }
 
-/* ---- Columns of the option rows -------------------------------------------------------------------------- */
+/* ---- Columns of the option rows --------------------------------------------------------------------------
+ */
 
 constexpr auto cifs_columns = std::tuple{
     &qbobj_CifsShareOption_t::DefaultAccess,
@@ -120,7 +125,8 @@ constexpr auto mode_rights(const char *Option::*group, const char *Option::*ever
 constexpr auto afp_columns = std::tuple{
     &qbobj_AfpShareOption_t::DefaultAccess,
     given(&qbobj_AfpShareOption_t::_void_AllowGuestAccess, &qbobj_AfpShareOption_t::AllowGuestAccess),
-    mode_rights(&qbobj_AfpShareOption_t::FileCreateGroupRights, &qbobj_AfpShareOption_t::FileCreateEveryoneRights),
+    mode_rights(&qbobj_AfpShareOption_t::FileCreateGroupRights,
+                &qbobj_AfpShareOption_t::FileCreateEveryoneRights),
     mode_rights(&qbobj_AfpShareOption_t::FolderCreateGroupRights,
                 &qbobj_AfpShareOption_t::FolderCreateEveryoneRights),
     negated(&qbobj_AfpShareOption_t::NotAvailable),
@@ -154,15 +160,18 @@ constexpr auto umask_rights(const char *Option::*group, const char *Option::*eve
 
 constexpr auto ftp_columns = std::tuple{
     &qbobj_FtpShareOption_t::DefaultAccess,
-    given(&qbobj_FtpShareOption_t::_void_NewFileFolderPermAutoset, &qbobj_FtpShareOption_t::NewFileFolderPermAutoset),
-    umask_rights(&qbobj_FtpShareOption_t::FileCreateGroupRights, &qbobj_FtpShareOption_t::FileCreateEveryoneRights),
+    given(&qbobj_FtpShareOption_t::_void_NewFileFolderPermAutoset,
+          &qbobj_FtpShareOption_t::NewFileFolderPermAutoset),
+    umask_rights(&qbobj_FtpShareOption_t::FileCreateGroupRights,
+                 &qbobj_FtpShareOption_t::FileCreateEveryoneRights),
     umask_rights(&qbobj_FtpShareOption_t::FolderCreateGroupRights,
                  &qbobj_FtpShareOption_t::FolderCreateEveryoneRights),
     negated(&qbobj_FtpShareOption_t::NotAvailable),
 };
 
 // The words of a media type's bits: 1 audio, 2 video, 4 images.
-constexpr std::array media_words{"", "Audio", "Video", "Video,Audio", "Images", "Images,Audio", "Images,Video", "All"};
+constexpr std::array media_words{"",       "Audio",        "Video",        "Video,Audio",
+                                 "Images", "Images,Audio", "Images,Video", "All"};
 
 constexpr auto dlna_columns = std::tuple{
     &qbobj_DlnaShareOption_t::DefaultAccess,
@@ -192,7 +201,8 @@ constexpr auto zvol_columns = std::tuple{
     &qbobj_ZvolShareOption_t::ZfsName,
 };
 
-/* ---- One reader a protocol ------------------------------------------------------------------------------- */
+/* ---- One reader a protocol -------------------------------------------------------------------------------
+ */
 
 // Makes the option record from its row; without a row there is none.
 template <class Option, class... Columns>
@@ -211,9 +221,9 @@ FailedRead read_option(const ShareReading &reading, Option *&option, const char 
 
 FailedRead read_cifs(const ShareReading &reading, int share_id, qbobj_Share_t &share)
 {
-    FailedRead failed = read_option(
-        reading, share.Cifs, "cifs_share_option", cifs_columns,
-        reading.sql().table(R"(SELECT CASE WHEN CIFS.cifs_access='writeable' THEN 'ReadWrite'
+    FailedRead failed =
+        read_option(reading, share.Cifs, "cifs_share_option", cifs_columns,
+                    reading.sql().table(R"(SELECT CASE WHEN CIFS.cifs_access='writeable' THEN 'ReadWrite'
         WHEN CIFS.cifs_access='readonly' THEN 'ReadOnly' ELSE 'Disabled' END,
         CIFS.cifs_guest_access,CIFS.cifs_hide_share,CIFS.cifs_recycle,CIFS.cifs_recycle_age_limit,
         CIFS.cifs_recycle_mb_limit,CIFS.cifs_enable_masks,CIFS.cifs_enable_forced_minimum,
@@ -226,7 +236,7 @@ FailedRead read_cifs(const ShareReading &reading, int share_id, qbobj_Share_t &s
         CASE WHEN CIFS.cifs_everyone_directory_mask&2=2 THEN 'ReadWrite'
         WHEN CIFS.cifs_everyone_directory_mask&4=4 THEN 'ReadOnly' ELSE 'Disabled' END,
         CIFS.oplocks,CIFS.available,CIFS.cifs_enabledfs FROM cifs_share_option CIFS WHERE share_id=%d)",
-                            share_id));
+                                        share_id));
     if (failed || share.Cifs == nullptr)
         return failed;
     failed = read_hosts_and_accounts(reading, share_id, "cifs", *share.Cifs);
@@ -295,7 +305,8 @@ FailedRead read_daap(const ShareReading &reading, int share_id, qbobj_Share_t &s
 {
     return read_option(
         reading, share.Daap, "daap_share_option", daap_columns,
-        reading.sql().table("SELECT DAAP.available FROM daap_share_option DAAP WHERE DAAP.share_id=%d", share_id));
+        reading.sql().table("SELECT DAAP.available FROM daap_share_option DAAP WHERE DAAP.share_id=%d",
+                            share_id));
 }
 
 FailedRead read_rsync(const ShareReading &reading, int share_id, qbobj_Share_t &share)
@@ -341,7 +352,8 @@ FailedRead read_zvol(const ShareReading &reading, int share_id, qbobj_Share_t &s
     if (failed || share.Zvol == nullptr)
         return failed;
     unsigned long used_bytes = 0;
-    if (qbdb_fs_get_attr_scanf(reading.env->qbdb, share.Zvol->ZfsName, "usedbydataset", "%lu", &used_bytes) == 0)
+    if (qbdb_fs_get_attr_scanf(reading.env->qbdb, share.Zvol->ZfsName, "usedbydataset", "%lu", &used_bytes) ==
+        0)
         share.Zvol->UsedKB = used_bytes >> 10;
     return {};
 }
@@ -350,8 +362,8 @@ FailedRead read_zvol(const ShareReading &reading, int share_id, qbobj_Share_t &s
 
 FailedRead read_share_options(const ShareReading &reading, int share_id, qbobj_Share_t &share)
 {
-    for (const auto &read : {read_cifs, read_afp, read_nfs, read_ftp, read_dlna, read_daap, read_rsync, read_http,
-                             read_zvol})
+    for (const auto &read :
+         {read_cifs, read_afp, read_nfs, read_ftp, read_dlna, read_daap, read_rsync, read_http, read_zvol})
         if (const FailedRead failed = read(reading, share_id, share); failed)
             return failed;
     return {};

@@ -52,7 +52,7 @@ constexpr auto part(Part *Record::*member, Column column)
 template <class Record, class Part, class... Columns>
 constexpr auto parts(Part *Record::*member, Columns... columns)
 {
-    return std::tuple{part(member, columns)...};
+    return std::make_tuple(part(member, columns)...);
 }
 
 inline constexpr auto used_by_columns = std::tuple{&qbobj_UsedBy_t::AppName, &qbobj_UsedBy_t::AppData};

@@ -3,7 +3,6 @@
 #include "frame/sql.h"
 #include "validate/validate.h"
 
-#include <cstring>
 #include <span>
 
 using namespace qbobj;
@@ -31,13 +30,6 @@ int exists(const Int32 &row)
 const char *given(const char *str, const char *defstr)
 {
     return str != nullptr ? str : defstr;
-}
-
-bool ads_mode(qbobj_env_t *env, sqlite3 *db)
-{
-    int32_t ads = 0;
-    qbobj_api2_isAdsMode(env, db, &ads);
-    return ads != 0;
 }
 
 // In directory mode: accounts of the directory and privileged local ones, which win.
@@ -180,8 +172,9 @@ int qbobj_validate_db_zfsname(qbobj_env_t *qbobj, sqlite3 *db, const char *str, 
 
 int qbobj_validate_db_path_in_share(qbobj_env_t *qbobj, sqlite3 *db, const char *path, int *share_id)
 {
-    return found(Sql(qbobj, db).int32("SELECT id FROM share WHERE %Q=path OR %Q LIKE path||'/%%'", path, path),
-                 share_id);
+    return found(
+        Sql(qbobj, db).int32("SELECT id FROM share WHERE %Q=path OR %Q LIKE path||'/%%'", path, path),
+        share_id);
 }
 
 int qbobj_validate_db_volumename(qbobj_env_t *qbobj, sqlite3 *db, const char *str, const char *defstr,

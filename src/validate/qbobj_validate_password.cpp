@@ -43,14 +43,19 @@ const char *_enc_passwd(qbobj_env_t *qbobj, const char *plain_passwd)
 {
     if (qbobj::is_empty(plain_passwd))
         return empty_str;
-    const auto work = std::make_unique<hashing>();
-    const char *hash = crypt_r(plain_passwd, make_salt().data(), &work->memory);
-    if (hash == nullptr || *hash == '*')
-        return nullptr;
-    return qbobj::copy_text(qbobj->qbdb->pool, hash);
+    return qbobj::crypt_password(qbobj, plain_passwd, make_salt().data());
 }
 
 } // namespace
+
+const char *qbobj::crypt_password(const qbobj_env_t *env, const char *plain, const char *salt)
+{
+    const auto work = std::make_unique<hashing>();
+    const char *hash = crypt_r(plain, salt, &work->memory);
+    if (hash == nullptr || *hash == '*')
+        return nullptr;
+    return copy_text(env->qbdb->pool, hash);
+}
 
 int qbobj_validate_password(qbobj_env_t *qbobj, const char *str, const char **password)
 {

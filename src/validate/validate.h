@@ -96,6 +96,14 @@ int qbobj_validate_email(const char *str, const char **email);
 // `*password` receives the salted hash in the pool; the empty password stays the empty text.
 int qbobj_validate_password(qbobj_env_t *qbobj, const char *str, const char **password);
 
+namespace qbobj
+{
+
+// The system's hash of a password, in the pool; null when it refuses to hash. The work area is wiped.
+const char *crypt_password(const qbobj_env_t *env, const char *plain, const char *salt);
+
+} // namespace qbobj
+
 // ---- Names of existing rows ------------------------------------------------------------------------------
 
 int qbobj_validate_db_username(qbobj_env_t *qbobj, sqlite3 *db, const char *str, const char *defstr,

@@ -78,7 +78,7 @@ TemporaryFolder::~TemporaryFolder()
     fs::remove_all(path_, ignored);
 }
 
-Database::Database()
+Appliance::Appliance()
 {
     static const Prepared prepared;
     fs::copy_file(prepared.file(), file());
@@ -88,14 +88,14 @@ Database::Database()
     reopen();
 }
 
-Database::~Database()
+Appliance::~Appliance()
 {
     qbdb_close(qbdb);
     std::fclose(log_);
     std::fclose(jnl_);
 }
 
-void Database::reopen(qbdb_loglevel_t loglvl, bool readonly)
+void Appliance::reopen(qbdb_loglevel_t loglvl, bool readonly)
 {
     qbdb_close(qbdb);
     qbdb = nullptr;
@@ -112,7 +112,7 @@ void Database::reopen(qbdb_loglevel_t loglvl, bool readonly)
         throw std::runtime_error(message.data());
 }
 
-void Database::sql(const std::string &text) const
+void Appliance::sql(const std::string &text) const
 {
     char *message = nullptr;
     EXPECT_EQ(SQLITE_OK, sqlite3_exec(db, text.c_str(), nullptr, nullptr, &message))
@@ -120,7 +120,7 @@ void Database::sql(const std::string &text) const
     sqlite3_free(message);
 }
 
-std::vector<std::string> Database::rows(const std::string &select) const
+std::vector<std::string> Appliance::rows(const std::string &select) const
 {
     std::vector<std::string> result;
     sqlite3_stmt *statement = nullptr;
@@ -138,13 +138,13 @@ std::vector<std::string> Database::rows(const std::string &select) const
     return result;
 }
 
-std::string Database::value(const std::string &select) const
+std::string Appliance::value(const std::string &select) const
 {
     const std::vector<std::string> all = rows(select);
     return all.empty() ? "" : all.front().substr(0, all.front().find('|'));
 }
 
-std::string Database::content() const
+std::string Appliance::content() const
 {
     std::string text;
     for (const std::string &table : rows("SELECT name FROM sqlite_schema WHERE type='table' ORDER BY name"))
@@ -153,13 +153,13 @@ std::string Database::content() const
     return text;
 }
 
-std::string Database::log() const
+std::string Appliance::log() const
 {
     std::fflush(log_);
     return read_file(folder_.path() / "log");
 }
 
-std::string Database::journal() const
+std::string Appliance::journal() const
 {
     std::fflush(jnl_);
     return read_file(folder_.path() / "journal");

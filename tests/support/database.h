@@ -31,11 +31,13 @@ class TemporaryFolder
 
 // A fresh appliance: the volumes "data" and "backup" (10 GB free each), root below a temporary folder, an
 // open handle.
-class Database : public ::testing::Test
+class Appliance
 {
-  protected:
-    Database();
-    ~Database() override;
+  public:
+    Appliance();
+    ~Appliance();
+    Appliance(const Appliance &) = delete;
+    Appliance &operator=(const Appliance &) = delete;
 
     // Runs SQL of the test's own on the connection; any failure fails the test.
     void sql(const std::string &text) const;
@@ -57,12 +59,19 @@ class Database : public ::testing::Test
     std::filesystem::path file() const { return folder_.path() / "appliance.db"; }
     std::filesystem::path root() const { return folder_.path() / "root"; }
 
-    TemporaryFolder folder_;
-    FILE *log_ = nullptr;
-    FILE *jnl_ = nullptr;
     qbdb_handle_t *qbdb = nullptr;
     sqlite3 *db = nullptr;
     qbobj_error_rec_t err{};
+
+  private:
+    TemporaryFolder folder_;
+    FILE *log_ = nullptr;
+    FILE *jnl_ = nullptr;
+};
+
+// The fixture of most tests.
+class Database : public ::testing::Test, public Appliance
+{
 };
 
 // The text of a record's dump, to compare whole records.

@@ -157,8 +157,10 @@ Outcome call_function(const Operation &operation, const Connection &connection, 
     Outcome outcome;
     outcome.result =
         Function(connection.qbdb, connection.db, std::get<Index>(slots).pass()..., &outcome.error);
-    if (operation.is_lookup && outcome.result >= 0)
+    if (operation.result == ResultKind::identifier)
         outcome.outputs["id"] = outcome.result;
+    if (operation.result == ResultKind::answer)
+        outcome.outputs["answer"] = outcome.result == 0;
     const auto show = [&](const Argument &argument, const auto &slot) {
         if (argument.is_output())
             outcome.outputs[argument.name] = slot.show();
@@ -199,14 +201,22 @@ Operation operation(const char *name, Names... names)
     return {name,
             describe<Function>(std::array<const char *, sizeof...(Names)>{names...},
                                std::make_index_sequence<sizeof...(Names)>()),
-            false, call<Function>};
+            ResultKind::code, call<Function>};
 }
 
 template <auto Function, class... Names>
 Operation lookup(const char *name, Names... names)
 {
     Operation entry = operation<Function>(name, names...);
-    entry.is_lookup = true;
+    entry.result = ResultKind::identifier;
+    return entry;
+}
+
+template <auto Function, class... Names>
+Operation question(const char *name, Names... names)
+{
+    Operation entry = operation<Function>(name, names...);
+    entry.result = ResultKind::answer;
     return entry;
 }
 
@@ -219,9 +229,80 @@ std::vector<Operation> make_table()
         operation<setRegistryEntry>("setRegistryEntry", "key", "val?"),
         operation<getFolderAttribute>("getFolderAttribute", "path", "attr"),
 
+        operation<qbobj_getShareCollection>("getShareCollection", "collection"),
+        operation<qbobj_getSimpleShareCollection>("getSimpleShareCollection", "collection"),
+        operation<qbobj_getShareAndZvolCollection>("getShareAndZvolCollection", "collection"),
+        operation<qbobj_getAccessibleShareCollection>("getAccessibleShareCollection", "collection",
+                                                      "UserName?", "ProtocolName"),
+        operation<qbobj_getShare>("getShare", "share"),
+        operation<qbobj_queryShare>("queryShare", "VolumeId?", "ShareNameLike?", "ShareId?", "shares"),
+        lookup<qbobj_getShareId>("getShareId", "share_name"),
+        operation<qbobj_getShareAccess>("getShareAccess", "ShareName", "UserName", "Access"),
+        operation<qbobj_getPathAccess>("getPathAccess", "Path", "UserName", "Access"),
+        operation<qbobj_getShareSnapshotSchedule>("getShareSnapshotSchedule", "share_name",
+                                                  "snapshot_schedule"),
+        operation<qbobj_getShareProcess>("getShareProcess", "ShareId", "procs"),
+        operation<qbobj_addShareProcess>("addShareProcess", "ShareId", "procs?"),
+        operation<qbobj_deleteShareProcess>("deleteShareProcess", "ShareId", "procs?"),
+        operation<qbobj_getUsedByOn>("getUsedByOn", "ZfsName", "usedby"),
+        operation<qbobj_addShareUsedBy>("addShareUsedBy", "ShareId", "usedby"),
+        operation<qbobj_deleteShareUsedBy>("deleteShareUsedBy", "ShareId", "usedby"),
+        operation<qbobj_modifyShareUsedBy>("modifyShareUsedBy", "usedby?", "ShareId?", "share_id?"),
+        operation<qbobj_modifyShareUsedByExclusive>("modifyShareUsedByExclusive", "usedby", "ShareId?"),
+        operation<qbobj_addShare>("addShare", "share"),
+        operation<qbobj_modifyShare>("modifyShare", "share", "modifyOneShare?"),
+        operation<qbobj_modifyShareVisibleSnapFolder>("modifyShareVisibleSnapFolder", "ZfsName",
+                                                      "VisibleSnapFolder?"),
+        operation<qbobj_modifyZvol>("modifyZvol", "ZfsName", "ShareName", "Comment?", "SizeKB", "IsSparse"),
+        operation<qbobj_deleteShare>("deleteShare", "share"),
+        operation<qbobj_deleteZvol>("deleteZvol", "ZfsName"),
+        operation<qbobj_deleteShareOnVolume>("deleteShareOnVolume", "VolumeId"),
+        operation<qbobj_preMigrateShare>("preMigrateShare", "ShareId", "VolumeId"),
+        operation<qbobj_postMigrateShare>("postMigrateShare", "ShareId", "Commit", "NewPath"),
+        operation<qbobj_copyShare>("copyShare", "VolumeName", "ShareName", "SnapshotName?", "NewShareName"),
+
         operation<qbobj_getSecurity>("getSecurity", "o"),
         operation<qbobj_setSecurity>("setSecurity", "o"),
         operation<qbobj_getSecurityAdsProgress>("getSecurityAdsProgress", "o"),
+        operation<qbobj_getUserCollection>("getUserCollection", "collection", "query?", "encrypt_flag?"),
+        operation<qbobj_getUser>("getUser", "user"),
+        operation<qbobj_getSystemUser>("getSystemUser", "user"),
+        operation<qbobj_getCloudUser>("getCloudUser", "user"),
+        operation<qbobj_getUserInGroupName>("getUserInGroupName", "gname", "primaryOnly?", "user"),
+        operation<qbobj_getUID>("getUID", "uname?", "uid"),
+        operation<qbobj_getUserName>("getUserName", "uid", "uname"),
+        lookup<qbobj_getPosixUID>("getPosixUID", "uname?"),
+        lookup<qbobj_getPosixUIDbyUID>("getPosixUIDbyUID", "uid"),
+        operation<qbobj_getPosixUIDGID>("getPosixUIDGID", "uname?", "uid", "gid"),
+        operation<qbobj_getGroupCollection>("getGroupCollection", "collection", "query?"),
+        operation<qbobj_getGroup>("getGroup", "group"),
+        operation<qbobj_getSystemGroup>("getSystemGroup", "group"),
+        operation<qbobj_getGID>("getGID", "gname?", "gid"),
+        operation<qbobj_getGroupName>("getGroupName", "gid", "gname"),
+        operation<qbobj_getPrimaryGID>("getPrimaryGID", "uname?", "gid"),
+        lookup<qbobj_getPosixGID>("getPosixGID", "gname?"),
+        lookup<qbobj_getPosixGIDbyGID>("getPosixGIDbyGID", "gid"),
+        question<qbobj_isMemberOfGroup>("isMemberOfGroup", "uname", "gname"),
+        operation<qbobj_addGroup>("addGroup", "group"),
+        operation<qbobj_deleteGroup>("deleteGroup", "group"),
+        operation<qbobj_modifyGroup>("modifyGroup", "group"),
+        operation<qbobj_addUser>("addUser", "user"),
+        operation<qbobj_addUserList>("addUserList", "user"),
+        operation<qbobj_checkUserList>("checkUserList", "user_collection", "group_collection",
+                                       "user_collection_bak", "group_collection_bak"),
+        operation<qbobj_modifyUser>("modifyUser", "user"),
+        operation<qbobj_setPrimaryGroupByName>("setPrimaryGroupByName", "UserName", "GroupName"),
+        operation<qbobj_disableEnableLocalUserByName>("disableEnableLocalUserByName", "Enable", "UserName?"),
+        operation<qbobj_modifyUserVisibleSnapFolder>("modifyUserVisibleSnapFolder", "UserId",
+                                                     "VisibleSnapFolder?"),
+        operation<qbobj_deleteUser>("deleteUser", "user"),
+        operation<qbobj_deleteUserByName>("deleteUserByName", "user"),
+        operation<qbobj_getAdminPassword>("getAdminPassword", "passwd"),
+        operation<qbobj_setAdminPassword>("setAdminPassword", "passwd"),
+        operation<qbobj_setUserPassword>("setUserPassword", "passwd"),
+        operation<qbobj_setMyPassword>("setMyPassword", "passwd"),
+        operation<qbobj_getAccountDefault>("getAccountDefault", "account_default"),
+        operation<qbobj_setAccountDefault>("setAccountDefault", "account_default"),
     };
 }
 

@@ -41,6 +41,13 @@ struct Argument {
     }
 };
 
+// What an operation's own result says.
+enum class ResultKind {
+    code,       // 0 or an error code
+    identifier, // an identifier, or a negative number
+    answer      // 0 for yes, 1 for no, or a negative number
+};
+
 // An open database.
 struct Connection {
     qbdb_handle_t *qbdb;
@@ -59,11 +66,11 @@ struct Outcome {
 struct Operation {
     std::string name; // "addShare"
     std::vector<Argument> arguments;
-    bool is_lookup = false; // its result is an identifier
+    ResultKind result = ResultKind::code;
     // Calls it with one JSON value an input argument; null where none is given. Throws BadInput.
     Outcome (*call)(const Operation &, const Connection &, const Json &inputs) = nullptr;
 
-    bool failed(int result) const { return is_lookup ? result < 0 : result != 0; }
+    bool failed(int returned) const { return result == ResultKind::code ? returned != 0 : returned < 0; }
     // Whether it may change the database.
     bool writes() const;
 };

@@ -297,8 +297,8 @@ void run_list()
             }
         std::cout << ')';
         separator = " -> ";
-        if (operation.is_lookup) {
-            std::cout << separator << "id";
+        if (operation.result != qbobj_json::ResultKind::code) {
+            std::cout << separator << (operation.result == qbobj_json::ResultKind::answer ? "answer" : "id");
             separator = ", ";
         }
         for (const Argument &argument : operation.arguments)

@@ -69,6 +69,10 @@ int write_lists(qbobj_env_t *env, sqlite3 *db, const Directory &directory, const
     return rc;
 }
 
+// Applies every option record that the share carries; sets their `Changed`.
+int modify_protocols(qbobj_env_t *env, sqlite3 *db, const Directory &directory, qbobj_Share_t &share,
+                     int32_t share_id);
+
 // Rights of new files and folders: permission bits, or the bits of a umask.
 struct Rights {
     int file_group = 0;
@@ -103,10 +107,11 @@ int read_rights(const qbobj_env_t *env, const Option &option, RightValidator val
                 const RightNames &names, Rights &rights)
 {
     const auto [file_group, file_everyone, folder_group, folder_everyone] = names;
-    if (const int rc = read_right(env, validate, file_group, option.FileCreateGroupRights, 0, rights.file_group))
-        return rc;
     if (const int rc =
-            read_right(env, validate, file_everyone, option.FileCreateEveryoneRights, 0, rights.file_everyone))
+            read_right(env, validate, file_group, option.FileCreateGroupRights, 0, rights.file_group))
+        return rc;
+    if (const int rc = read_right(env, validate, file_everyone, option.FileCreateEveryoneRights, 0,
+                                  rights.file_everyone))
         return rc;
     if (const int rc =
             read_right(env, validate, folder_group, option.FolderCreateGroupRights, 1, rights.folder_group))
@@ -143,8 +148,8 @@ inline int check_share_name(const qbobj_env_t *env, const char *name)
 inline int check_sync(const qbobj_env_t *env, const char *sync)
 {
     if (qbobj_validate_string(sync, 0, "standard", "always", "disabled", nullptr) != 0)
-        return raise(env, QBOBJ_ERROR_API_ARGS,
-                     "Invalid Sync (%s). One of 'standard', 'always', 'disabled'.", sync);
+        return raise(env, QBOBJ_ERROR_API_ARGS, "Invalid Sync (%s). One of 'standard', 'always', 'disabled'.",
+                     sync);
     return 0;
 }
 

@@ -1,0 +1,147 @@
+// Passwords and the administrator's recovery data.
+#include "database.h"
+
+#include <functional>
+#include <string>
+
+using namespace qbobj_test;
+
+namespace
+{
+
+class Password : public Database
+{
+  protected:
+    std::string hash_of(const char *name) const
+    {
+        return value(std::string("SELECT passwd FROM `$user` WHERE uname='") + name + "'");
+    }
+    int set_admin(qbobj_AdminPassword_t passwd) { return qbobj_setAdminPassword(qbdb, db, &passwd, &err); }
+    int set_user(int id, const char *password)
+    {
+        qbobj_UserPassword_t passwd{nullptr, id, password};
+        return qbobj_setUserPassword(qbdb, db, &passwd, &err);
+    }
+    int set_my(const char *name, const char *old_password, const char *new_password)
+    {
+        qbobj_MyPassword_t passwd{nullptr, name, old_password, new_password};
+        return qbobj_setMyPassword(qbdb, db, &passwd, &err);
+    }
+};
+
+TEST_F(Password, AdministratorAndSuperuserShareOne)
+{
+    EXPECT_OK(set_admin({"secret", nullptr, nullptr, nullptr}));
+    EXPECT_EQ(0U, hash_of("admin").find("$1$"));
+    EXPECT_EQ(hash_of("admin"), hash_of("root"));
+    EXPECT_OK(set_my("admin", "secret", "new secret"));
+    EXPECT_NE(hash_of("admin"), hash_of("root"));
+}
+
+TEST_F(Password, RecoveryDataIsReplacedAsAWholeOrNotAtAll)
+{
+    EXPECT_OK(set_admin({"secret", "Pet's name?", "Rex", "a@example.org"}));
+    const auto recovery = [this] { return rows("SELECT question,answer,email FROM passwordrecovery"); };
+    const std::vector<std::string> stored{"Pet's name?|Rex|a@example.org"};
+    EXPECT_EQ(stored, recovery());
+    EXPECT_OK(set_admin({"secret", nullptr, "no", "no"}));
+    EXPECT_OK(set_admin({"secret", "no", nullptr, "no"}));
+    EXPECT_OK(set_admin({"secret", "no", "no", nullptr}));
+    EXPECT_EQ(stored, recovery());
+
+    qbobj_AdminPassword_t read = cleared(qbobj_clear_AdminPassword);
+    EXPECT_OK(qbobj_getAdminPassword(qbdb, db, &read, &err));
+    EXPECT_STREQ(masked_password, read.Password);
+    EXPECT_STREQ("Pet's name?", read.Question);
+    EXPECT_STREQ("Rex", read.Answer);
+    EXPECT_STREQ("a@example.org", read.Email);
+}
+
+TEST_F(Password, MissingRecoveryDataIsReported)
+{
+    sql("DELETE FROM passwordrecovery");
+    qbobj_AdminPassword_t read = cleared(qbobj_clear_AdminPassword);
+    EXPECT_FAILS(qbobj_getAdminPassword(qbdb, db, &read, &err), QBOBJ_ERROR_DB_MISC,
+                 "DB may be corrupted? 'passwordrecovery' table is not populated.");
+}
+
+TEST_F(Password, RefusesWhatIsWrongAndChangesNothing)
+{
+    sql("INSERT INTO `$user` (id,uname,passwd,group_id) VALUES (100,'anna','x',99),(101,'bert',NULL,99)");
+    EXPECT_OK(set_user(100, "secret"));
+    const std::string locked = "!" + hash_of("anna");
+    sql("INSERT INTO `$user` (id,uname,passwd,group_id) VALUES (102,'cleo','" + locked +
+        "',99),(103,'dora','$1$abc',99),(104,'emil','',99)");
+    const std::string endless(600, 'x');
+    const struct {
+        std::function<int()> call;
+        std::string message;
+    } cases[] = {
+        {[&] {
+             return set_admin({nullptr, "q", "a", "e"});
+         },
+         "Admin password cannot be empty."},
+        {[&] {
+             return set_admin({"", "q", "a", "e"});
+         },
+         "Admin password cannot be empty."},
+        {[&] {
+             return set_admin({endless.c_str(), "q", "a", "e"});
+         },
+         "Invalid Password."},
+        {[&] { return set_user(100, nullptr); }, "Invalid Password. (null)."},
+        {[&] { return set_user(100, endless.c_str()); }, "Invalid Password. " + endless + "."},
+        {[&] { return set_my("anna", "wrong", "new"); }, "Bad Credential."},
+        {[&] { return set_my("bert", "secret", "new"); }, "Bad Credential."},
+        {[&] { return set_my("cleo", "secret", "new"); }, "Bad Credential."},
+        {[&] { return set_my("dora", "secret", "new"); }, "Bad Credential."},
+        {[&] { return set_my("emil", "secret", "new"); }, "Bad Credential."},
+        {[&] { return set_my("none", "secret", "new"); }, "Invalid UserName."},
+        {[&] { return set_my("x' OR '1", "secret", "new"); }, "Invalid UserName."},
+        {[&] { return set_my("anna", "secret", endless.c_str()); }, "Invalid NewPassword."},
+        {[&] { return set_my(nullptr, "secret", "new"); }, "My password cannot be empty."},
+        {[&] { return set_my("anna", "", "new"); }, "My password cannot be empty."},
+        {[&] { return set_my("anna", "secret", ""); }, "My password cannot be empty."},
+        {[&] { return qbobj_setMyPassword(qbdb, db, nullptr, &err); }, "passwd cannot be NULL."},
+    };
+    const std::string before = content();
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.message);
+        EXPECT_FAILS(c.call(), QBOBJ_ERROR_API_ARGS, c.message.c_str());
+        EXPECT_EQ(before, content());
+    }
+}
+
+TEST_F(Password, AUserProvesTheOldOneToSetANewOne)
+{
+    sql("INSERT INTO `$user` (id,uname,group_id) VALUES (100,'anna',99)");
+    sql("UPDATE account_default SET disallow_password_change=1");
+    EXPECT_OK(set_user(100, "p\xC3\xA4ss'wort"));
+    const std::string first = hash_of("anna");
+    EXPECT_OK(set_my("anna", "p\xC3\xA4ss'wort", "second"));
+    EXPECT_NE(first, hash_of("anna"));
+    EXPECT_FAILS(set_my("anna", "p\xC3\xA4ss'wort", "third"), QBOBJ_ERROR_API_ARGS, "Bad Credential.");
+    EXPECT_OK(set_my("anna", "second", "third"));
+}
+
+TEST_F(Password, AnUnknownIdIsNoErrorAndAnEmptyPasswordIsNone)
+{
+    sql("INSERT INTO `$user` (id,uname,passwd,group_id) VALUES (100,'anna','x',99)");
+    const std::string before = content();
+    EXPECT_OK(set_user(4711, "secret"));
+    EXPECT_EQ(before, content());
+    EXPECT_OK(set_user(100, ""));
+    EXPECT_EQ("", hash_of("anna"));
+}
+
+// An offered password is only repeated where the message has a place for it.
+TEST_F(Password, StaysOutOfTheLog)
+{
+    sql("INSERT INTO `$user` (id,uname,group_id) VALUES (100,'anna',99)");
+    EXPECT_OK(set_user(100, "right"));
+    EXPECT_FAILS(set_my("anna", "hunter2", "hunter3"), QBOBJ_ERROR_API_ARGS, "Bad Credential.");
+    EXPECT_NE(std::string::npos, log().find("Bad Credential."));
+    EXPECT_EQ(std::string::npos, log().find("hunter"));
+}
+
+} // namespace

@@ -1,0 +1,212 @@
+// The file that users are imported from.
+#include "database.h"
+
+#include <fstream>
+#include <string>
+
+using namespace qbobj_test;
+namespace fs = std::filesystem;
+
+namespace
+{
+
+class UserListFile : public Database
+{
+  protected:
+    UserListFile() { fs::create_directories(root() / "tmp"); }
+
+    fs::path list() const { return root() / "tmp" / "user_list.txt"; }
+    void write(const std::string &text) const { std::ofstream(list(), std::ios::binary) << text; }
+    int check() { return qbobj_checkUserList(qbdb, db, &users, &groups, &known_users, &known_groups, &err); }
+    int check(const std::string &text)
+    {
+        users = {};
+        groups = {};
+        write(text);
+        return check();
+    }
+    // "name,group,email,password;" for each user found, then the new groups.
+    std::string found() const
+    {
+        std::string text;
+        for (const qbobj_User_t *user = users.User; user != nullptr; user = user->_link)
+            text += std::string(user->UserName) + "," + user->GroupName + "," + user->Email + "," +
+                    user->Password + ";";
+        for (const qbobj_Group_t *group = groups.Group; group != nullptr; group = group->_link)
+            text += std::string("+") + group->GroupName;
+        return text;
+    }
+
+    qbobj_UserCollection_t users{};
+    qbobj_UserCollection_t known_users{};
+    qbobj_GroupCollection_t groups{};
+    qbobj_GroupCollection_t known_groups{};
+};
+
+TEST_F(UserListFile, AcceptsListsOfEveryShape)
+{
+    const struct {
+        std::string text;
+        std::string found;
+    } cases[] = {
+        {"", ""},
+        {"\n\r\n\n", ""},
+        {"export_list\n", ""},
+        {"User_Name\tGroup_Name\tEmail_Address\tPassword\n", ""},
+        {"anna\tstaff\t\t\n", "anna,staff,,;+staff"},
+        {"anna\tstaff\t\t", "anna,staff,,;+staff"},
+        {"anna\tstaff\ta@example.org\t\r\nbert\tstaff\t\t\r\n",
+         "anna,staff,a@example.org,;bert,staff,,;+staff"},
+        {"J\xC3\xBCrgen\tB\xC3\xBCro\t\t\n", "J\xC3\xBCrgen,B\xC3\xBCro,,;+B\xC3\xBCro"},
+        {"anna\tstaff\t\t\nAnna\tStaff\t\t\n", "anna,staff,,;Anna,Staff,,;+staff+Staff"},
+        {"export_list\nUser_Name\tGroup_Name\tEmail_Address\tPassword\nanna\tstaff\t\t$1$a b\n",
+         "anna,staff,,$1$a b;+staff"},
+        {"export_list\nanna\tstaff\t\thash\nimport_list\nbert\tstaff\t\t\n",
+         "anna,staff,,hash;bert,staff,,;+staff"},
+        // 1023 bytes, the longest line that is read as one.
+        {"export_list\nanna\tstaff\t\t" + std::string(1011, 'x') + "\n",
+         "anna,staff,," + std::string(1011, 'x') + ";+staff"},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.text);
+        EXPECT_OK(check(c.text));
+        EXPECT_EQ(c.found, found());
+        EXPECT_EQ(0, users.Entries + users.TotalEntries + groups.Entries);
+    }
+}
+
+TEST_F(UserListFile, EncodesThePasswordsOfAnImportOnly)
+{
+    EXPECT_OK(check("anna\tstaff\t\tsecret\nexport_list\nbert\tstaff\t\tsecret\n"));
+    EXPECT_EQ(0U, std::string(users.User->Password).find("$1$"));
+    EXPECT_EQ(34U, std::string(users.User->Password).size());
+    EXPECT_STREQ("secret", users.User->_link->Password);
+}
+
+TEST_F(UserListFile, NamesTheFirstFaultAndHandsOverNothing)
+{
+    using namespace std::string_literals;
+    const char *wrong_format = "User file wrong format";
+    const std::string long_name(32, 'a');
+    const std::string endless(600, 'x');
+    const struct {
+        std::string line;
+        qbobj_error_t code;
+        std::string message;
+    } cases[] = {
+        {"one\ttwo", QBOBJ_ERROR_UNKNOWN, wrong_format},
+        {"one\ttwo\tthree", QBOBJ_ERROR_UNKNOWN, wrong_format},
+        {"a\tb\t\t\te", QBOBJ_ERROR_UNKNOWN, wrong_format},
+        {"a\tb\t\t\te\tf", QBOBJ_ERROR_UNKNOWN, wrong_format},
+        {"Export_list", QBOBJ_ERROR_UNKNOWN, wrong_format},
+        {"\r\r", QBOBJ_ERROR_UNKNOWN, wrong_format},
+        {"bert\tst\0aff\t\t"s, QBOBJ_ERROR_UNKNOWN, wrong_format},
+        {"\0"s, QBOBJ_ERROR_UNKNOWN, wrong_format},
+        {std::string(5000, 'x'), QBOBJ_ERROR_UNKNOWN, wrong_format},
+        // The rest of a long line is a line of its own.
+        {"export_list\nbert\tstaff\t\t" + std::string(5000, 'x'), QBOBJ_ERROR_UNKNOWN, wrong_format},
+        {"\tstaff\t\t", QBOBJ_ERROR_API_ARGS, "UserName is required for 'add'"},
+        {long_name + "\tstaff\t\t", QBOBJ_ERROR_UI__NAME_TOO_LONG,
+         "UserName (" + long_name + ") is too long"},
+        {"homes\tstaff\t\t", QBOBJ_ERROR_UI__USERNAME_RESERVED, "UserName (homes) is reserved"},
+        {"b c\tstaff\t\t", QBOBJ_ERROR_API_ARGS, "Invalid UserName (b c), rc=2"},
+        {"bert\t\t\t", QBOBJ_ERROR_API_ARGS, "GroupName is required for 'add'"},
+        {"bert\t" + long_name + "\t\t", QBOBJ_ERROR_UI__NAME_TOO_LONG,
+         "GroupName is too long (" + long_name + ")"},
+        {"bert\t-\t\t", QBOBJ_ERROR_API_ARGS, "Invalid GroupName (-)"},
+        {"bert\tstaff\tx\t", QBOBJ_ERROR_API_ARGS, "Invalid Email (x) rc=8"},
+        {"bert\tstaff\t\t" + endless, QBOBJ_ERROR_API_ARGS, "Invalid Password (" + endless + ") rc=1"},
+        {"anna\tstaff\t\t", QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS, "User (anna) already exists."},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.line.substr(0, 60));
+        EXPECT_FAILS(check("anna\tstaff\t\t\n" + c.line + "\n"), c.code, c.message.c_str());
+        EXPECT_EQ("", found());
+        EXPECT_STREQ("qbobj_api2_add_user", err.file);
+    }
+}
+
+TEST_F(UserListFile, KnowsTheAccountsThatExist)
+{
+    qbobj_User_t old_user = cleared(qbobj_clear_User);
+    old_user.UserName = "bert";
+    qbobj_Group_t old_group = cleared(qbobj_clear_Group);
+    old_group.GroupName = "staff";
+    known_users.User = &old_user;
+    known_groups.Group = &old_group;
+    EXPECT_OK(check("anna\tstaff\t\t\nBert\tclub\t\t\n"));
+    EXPECT_EQ("anna,staff,,;Bert,club,,;+club", found());
+    EXPECT_FAILS(check("bert\tstaff\t\t\n"), QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS,
+                 "User (bert) already exists.");
+}
+
+TEST_F(UserListFile, AppendsToWhatTheCollectionsHold)
+{
+    qbobj_User_t first = cleared(qbobj_clear_User);
+    first.UserName = first.GroupName = first.Email = first.Password = "first";
+    qbobj_Group_t group = cleared(qbobj_clear_Group);
+    group.GroupName = "staff";
+    users.User = &first;
+    groups.Group = &group;
+    write("anna\tstaff\t\t\nbert\tclub\t\t\n");
+    EXPECT_OK(check());
+    EXPECT_EQ("first,first,first,first;anna,staff,,;bert,club,,;+staff+club", found());
+
+    write("cleo\tcrew\t\t\nfirst\tcrew\t\t\n");
+    EXPECT_FAILS(check(), QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS, "User (first) already exists.");
+    EXPECT_EQ("first,first,first,first;anna,staff,,;bert,club,,;+staff+club", found());
+}
+
+TEST_F(UserListFile, TellsAMissingFileFromOneThatCannotBeRead)
+{
+    EXPECT_FAILS(check(), QBOBJ_ERROR_UNKNOWN, "User file not exist");
+    fs::create_directory(list());
+    EXPECT_FAILS(check(), QBOBJ_ERROR_UNKNOWN, "User file wrong format");
+}
+
+TEST_F(UserListFile, DumpsAllFourCollectionsBeforeAndAfter)
+{
+    reopen(QBDB_LOG_DEBUG);
+    EXPECT_OK(check("anna\tstaff\t\t\n"));
+    const std::string text = log();
+    const auto count = [&text](const std::string &word) {
+        int found = 0;
+        for (std::size_t at = 0; (at = text.find(word, at)) != text.npos; at += word.size())
+            ++found;
+        return found;
+    };
+    EXPECT_EQ(4, count("UserCollection"));
+    EXPECT_EQ(4, count("GroupCollection"));
+}
+
+TEST_F(UserListFile, NamesTheCollectionThatIsMissing)
+{
+    EXPECT_FAILS(qbobj_checkUserList(qbdb, db, nullptr, &groups, &known_users, &known_groups, &err),
+                 QBOBJ_ERROR_API_ARGS, "user_collection cannot be NULL.");
+    EXPECT_FAILS(qbobj_checkUserList(qbdb, db, &users, &groups, &known_users, nullptr, &err),
+                 QBOBJ_ERROR_API_ARGS, "group_collection_bak cannot be NULL.");
+}
+
+TEST_F(UserListFile, ReadsThirtyThousandUsersAndInsertsThem)
+{
+    std::string text = "export_list\n";
+    for (int i = 0; i < 30000; ++i)
+        text += "user" + std::to_string(i) + "\tgroup" + std::to_string(i / 10) + "\t\thash\n";
+    EXPECT_OK(check(text));
+    std::string last;
+    int count = 0;
+    for (qbobj_Group_t *group = groups.Group; group != nullptr; group = group->_link) {
+        last = group->GroupName;
+        ++count;
+    }
+    EXPECT_EQ(3000, count);
+    EXPECT_EQ("group2999", last);
+
+    for (qbobj_User_t *user = users.User; user != nullptr; user = user->_link)
+        user->GroupName = "users";
+    EXPECT_OK(qbobj_addUserList(qbdb, db, users.User, &err));
+    EXPECT_EQ("30099|hash|99",
+              rows("SELECT id,passwd,group_id FROM `$user` WHERE uname='user29999'").front());
+}
+
+} // namespace

@@ -1,0 +1,194 @@
+// The log, the system's state, accounts and text helpers.
+#include "platform.h"
+
+#include <climits>
+#include <cstdlib>
+#include <pwd.h>
+#include <sstream>
+#include <sys/stat.h>
+#include <thread>
+
+using namespace platform_test;
+namespace fs = std::filesystem;
+
+namespace
+{
+
+class System : public Platform
+{
+  protected:
+    System()
+    {
+        fs::create_directories(folder / "root");
+        session->qbdb->root = root.c_str();
+    }
+    void disk(const std::string &name, const std::string &sectors, const std::string &model)
+    {
+        const std::string block = root + "/sys/block/" + name;
+        write_file(block + "/size", sectors + "\n");
+        if (!model.empty())
+            write_file(block + "/device/model", model + "   \n");
+        write_file(block + "/queue/rotational", "0\n");
+    }
+
+    std::string root = folder / "root";
+};
+
+TEST_F(System, LogsWholeLinesUpToTheLevel)
+{
+    const auto write = [&](qbdb_loglevel_t level, const char *text) {
+        qbdb_log(session->qbdb, "unit", 12, level, 0, "%s", text);
+    };
+    const std::string long_text(5000, 'x');
+    session->qbdb->loglvl = QBDB_LOG_INFO;
+    write(QBDB_LOG_DEBUG, "too detailed");
+    write(QBDB_LOG_INFO, "with its end\n");
+    write(QBDB_LOG_WARN, "forged\n2026-01-01T00:00:00 ERROR x:1 y");
+    write(QBDB_LOG_ERROR, long_text.c_str());
+    constexpr std::size_t time_size = std::string_view("2026-11-21T09:14:43").size();
+    std::istringstream lines(log());
+    for (const std::string &expected : {std::string(" INFO unit:12 with its end"),
+                                        std::string(" WARN unit:12 forged 2026-01-01T00:00:00 ERROR x:1 y"),
+                                        " ERROR unit:12 " + long_text}) {
+        std::string line;
+        ASSERT_TRUE(std::getline(lines, line));
+        int parts[6] = {};
+        EXPECT_EQ(6, std::sscanf(line.c_str(), "%4d-%2d-%2dT%2d:%2d:%2d", &parts[0], &parts[1], &parts[2],
+                                 &parts[3], &parts[4], &parts[5]));
+        EXPECT_EQ(expected, line.substr(std::min(time_size, line.size())));
+    }
+    EXPECT_EQ(std::istringstream::traits_type::eof(), lines.peek());
+    session->qbdb->log = nullptr;
+    write(QBDB_LOG_ERROR, "nowhere");
+}
+
+TEST_F(System, ImportsDisksAndKeepsThoseThatWentAway)
+{
+    EXPECT_NE(0, qbdb_import_nolock(session->qbdb, session->db, QBDB_CAT_DISK)) << "there is no tree to read";
+    disk("sda", "2048", "ACME Disk");
+    disk("sdb", "4096", "ACME Other");
+    disk("sdc", "0", "Empty slot");
+    disk("loop0", "100", "");
+    ASSERT_EQ(0, qbdb_import_nolock(session->qbdb, session->db, QBDB_CAT_DISK));
+    EXPECT_EQ((Rows{{"sda", "1", "ACME Disk", "2048", "1048576", "0"},
+                    {"sdb", "1", "ACME Other", "4096", "2097152", "0"}}),
+              session->ask("SELECT id,present,model,sectors,capacity,rpm FROM `$disk_info` ORDER BY id"));
+    session->exec("UPDATE `$disk_info` SET volume_id='data',controller=3,port=2");
+    fs::remove_all(root + "/sys/block/sda");
+    disk("sdb", "8192", "ACME Newer");
+    ASSERT_EQ(0, qbdb_import_nolock(session->qbdb, session->db, QBDB_CAT_DISK));
+    EXPECT_EQ((Rows{{"sda", "0", "2048", "data", "3"}, {"sdb", "1", "8192", "data", "3"}}),
+              session->ask("SELECT id,present,sectors,volume_id,controller FROM `$disk_info` ORDER BY id"));
+    EXPECT_EQ(0, qbdb_import_nolock(session->qbdb, session->db, QBDB_CAT_REPLICATE_SERVICE));
+}
+
+TEST_F(System, ReadsTheUsageOfHomesThatAreFileSystems)
+{
+    struct stat shared {
+    };
+    struct stat parent {
+    };
+    if (stat("/dev/shm", &shared) != 0 || stat("/dev", &parent) != 0 || shared.st_dev == parent.st_dev)
+        GTEST_SKIP() << "no file system to look at";
+    session->qbdb->root = "/";
+    session->exec("INSERT INTO `$user` (id,uname,home,rid) "
+                  "VALUES(901,'shm','/dev/shm',NULL),(902,'tmp','/dev/no',NULL)");
+    session->exec("INSERT INTO _hf_zfs_stat VALUES(901,-7)");
+    ASSERT_EQ(0, qbdb_hf_stats_import(session->qbdb, session->db));
+    EXPECT_EQ((Rows{{"901", "1"}}),
+              session->ask("SELECT user_id,used>=0 FROM _hf_zfs_stat WHERE user_id>900"));
+}
+
+TEST_F(System, AsksTheStorageToolWithoutAShell)
+{
+    const std::string old_path = std::getenv("PATH");
+    unsigned long value = 0;
+    const auto read = [&](const char *dataset, const char *property) {
+        return qbdb_fs_get_attr_scanf(session->qbdb, dataset, property, "%lu", &value);
+    };
+    setenv("PATH", (folder / "bin").c_str(), 1);
+    EXPECT_NE(0, read("data/vol", "used")) << "there is no tool";
+    write_file(
+        folder / "bin/zfs",
+        "#!/bin/sh\ncase \"$6\" in none) exit 1;; 'data/a b;$(x)') echo \"$#$5\";; *) echo -;; esac\n");
+    fs::permissions(folder / "bin/zfs", fs::perms::owner_all);
+    EXPECT_EQ(0, read("data/a b;$(x)", "77"));
+    EXPECT_EQ(677u, value);
+    EXPECT_NE(0, read("none", "used"));
+    EXPECT_NE(0, read("data/vol", "used")) << "a dash is no value";
+    EXPECT_NE(0, read("-r", "used"));
+    setenv("PATH", old_path.c_str(), 1);
+}
+
+TEST_F(System, KnowsAccountsOfTheNameService)
+{
+    qbdb_handle_t *const qbdb = session->qbdb;
+    EXPECT_EQ(0, qbdb_util_get_posix_uid_by_name(qbdb, "root", 1));
+    EXPECT_EQ(0, qbdb_util_get_posix_gid_by_name(qbdb, "root", 0));
+    const passwd *const daemon = getpwnam("daemon");
+    ASSERT_NE(nullptr, daemon);
+    const int id = static_cast<int>(daemon->pw_uid);
+    EXPECT_EQ(id, qbdb_util_get_posix_uid(qbdb, -id));
+    EXPECT_STREQ("daemon", qbdb_util_get_domain_uname_by_uid(qbdb, -id));
+    EXPECT_STREQ("daemon", qbdb_util_get_domain_gname_by_gid(
+                               qbdb, -qbdb_util_get_posix_gid_by_name(qbdb, "daemon", 0)));
+    for (const int unknown : {-1999999999, INT_MIN}) {
+        EXPECT_GT(0, qbdb_util_get_posix_uid(qbdb, unknown));
+        EXPECT_GT(0, qbdb_util_get_posix_gid(qbdb, unknown));
+        EXPECT_EQ(nullptr, qbdb_util_get_domain_uname_by_uid(qbdb, unknown));
+    }
+    for (const char *name : {"no such account", ""})
+        EXPECT_GT(0, qbdb_util_get_posix_uid_by_name(qbdb, name, 1)) << name;
+    EXPECT_GT(0, qbdb_util_get_posix_gid_by_name(qbdb, nullptr, 1));
+    EXPECT_EQ(0, qbdb_get_no_sync_ads(qbdb, session->db));
+    session->exec("UPDATE service_cifs SET no_sync_ads=1");
+    EXPECT_EQ(1, qbdb_get_no_sync_ads(qbdb, session->db));
+    session->exec("DROP TABLE service_cifs");
+    EXPECT_EQ(0, qbdb_get_no_sync_ads(qbdb, session->db));
+}
+
+TEST_F(System, SplitsLists)
+{
+    const std::pair<const char *, Row> cases[] = {
+        {"a", {"a"}}, {" a , b c,d\t", {"a", "b c", "d"}}, {"", {}},
+        {"  ", {}},   {"a,,b,", {"a", "", "b", ""}},       {nullptr, {}}};
+    for (const auto &[text, expected] : cases) {
+        const char **array = nullptr;
+        int count = -1;
+        ASSERT_EQ(0, qbdb_csv_to_array(session->qbdb, text, &array, &count));
+        Row items;
+        for (const char **item = array; *item; item++)
+            items.emplace_back(*item);
+        EXPECT_EQ(expected, items) << (text ? text : "null");
+        EXPECT_EQ(expected.size(), static_cast<std::size_t>(count));
+    }
+}
+
+TEST_F(System, EncodesDays)
+{
+    EXPECT_EQ(1 | 2 | 64, qbdb_dow_to_i("Sun,MON, sat"));
+    EXPECT_EQ(8, qbdb_dow_to_i("Wed,Someday,We,Wednesday"));
+    EXPECT_EQ(0, qbdb_dow_to_i(""));
+    EXPECT_EQ(0, qbdb_dow_to_i(nullptr));
+    EXPECT_STREQ("Sun,Tue,Sat", qbdb_i_to_dow(session->qbdb, 1 | 4 | 64 | 128));
+    EXPECT_STREQ("", qbdb_i_to_dow(session->qbdb, 0));
+    for (int days = 0; days < 128; days++)
+        EXPECT_EQ(days, qbdb_dow_to_i(qbdb_i_to_dow(session->qbdb, days)));
+}
+
+TEST_F(System, AppendsWithinTheBuffer)
+{
+    char text[8] = "abc";
+    EXPECT_STREQ("abcdefg", strncat_safe(text, "defghij", sizeof text));
+    EXPECT_STREQ("abcdefg", strncat_safe(text, "x", sizeof text));
+    EXPECT_STREQ("abcdefg", strncat_safe(text, nullptr, sizeof text));
+    char none = 'z';
+    strncat_safe(&none, "x", 0);
+    EXPECT_EQ('z', none);
+    EXPECT_STREQ("/data/.zfs/snapshot/s1", snapshot_get_path(session->qbdb, "/data", "s1"));
+    EXPECT_EQ(nullptr, snapshot_get_path(session->qbdb, "/data", nullptr));
+    EXPECT_EQ(nullptr, snapshot_get_path(session->qbdb, "/data", ""));
+    EXPECT_TRUE(qbdb_rand() != qbdb_rand() || qbdb_rand() != qbdb_rand());
+}
+
+} // namespace

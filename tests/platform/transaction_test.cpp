@@ -1,0 +1,141 @@
+// Transactions: waiting, losing, failing; and the journal that follows them.
+#include "platform.h"
+
+#include <chrono>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+using namespace platform_test;
+
+namespace
+{
+
+class Transactions : public Platform
+{
+  protected:
+    std::string count() { return session->one("SELECT count(*) FROM t"); }
+    std::string journal() const { return read_file(folder / "journal"); }
+};
+
+TEST_F(Transactions, WaitForABusyDatabaseUpToTheTimeout)
+{
+    using namespace std::chrono;
+    options.busy_timeout_ms = 60;
+    Session impatient(file, options);
+    ASSERT_EQ(0, session->begin());
+    const auto begun = steady_clock::now();
+    EXPECT_EQ(SQLITE_BUSY, impatient.begin());
+    EXPECT_STREQ("database is locked", impatient.error);
+    EXPECT_GE(steady_clock::now() - begun, milliseconds(55));
+    EXPECT_LT(steady_clock::now() - begun, seconds(3));
+
+    Session patient(file);
+    std::thread holder([&] {
+        std::this_thread::sleep_for(milliseconds(100));
+        session->commit();
+    });
+    EXPECT_EQ(0, patient.begin()) << patient.error;
+    holder.join();
+}
+
+TEST_F(Transactions, LetManyProcessesWrite)
+{
+    constexpr int processes = 8;
+    constexpr int rounds = 25;
+    session->exec("INSERT INTO t VALUES(0,0,0)");
+    session.reset(); // no connection crosses a fork
+    std::vector<pid_t> children;
+    for (int i = 0; i < processes; i++) {
+        const pid_t child = fork();
+        if (child == 0) {
+            int failures = 0;
+            {
+                Session own(file, qbdb_options_t{});
+                for (int n = 0; n < rounds; n++)
+                    failures += own.begin() != 0 || own.exec("UPDATE t SET a=a+1") != 0 || own.commit() != 0;
+            }
+            _exit(failures == 0 ? 0 : 1);
+        }
+        children.push_back(child);
+    }
+    for (const pid_t child : children) {
+        int status = -1;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(0, status);
+    }
+    EXPECT_EQ(std::to_string(processes * rounds), Session(file).one("SELECT a FROM t"));
+}
+
+TEST_F(Transactions, ReadBesideAWriterWhenReadOnly)
+{
+    qbdb_options_t reading = options;
+    reading.readonly = 1;
+    Session reader(file, reading);
+    ASSERT_EQ(0, session->begin());
+    ASSERT_EQ(0, session->exec("INSERT INTO t VALUES(1,1,1)"));
+    EXPECT_EQ(0, reader.begin()) << reader.error;
+    EXPECT_EQ("0", reader.one("SELECT count(*) FROM t"));
+    EXPECT_EQ(SQLITE_READONLY, reader.exec("DELETE FROM t"));
+    EXPECT_EQ(0, reader.commit());
+    EXPECT_EQ(0, session->commit());
+}
+
+TEST_F(Transactions, RefuseStatementsOnceLost)
+{
+    session->exec("INSERT INTO u VALUES(1,'x')");
+    ASSERT_EQ(0, session->begin());
+    ASSERT_EQ(0, session->exec("INSERT INTO t VALUES(1,1,1)"));
+    EXPECT_EQ(SQLITE_CONSTRAINT, session->exec("INSERT OR ROLLBACK INTO u VALUES(1,'y')"));
+    EXPECT_EQ(SQLITE_ABORT, session->exec("INSERT INTO t VALUES(2,2,2)"));
+    EXPECT_STREQ("the transaction was rolled back", session->error);
+    EXPECT_EQ(SQLITE_ABORT, session->commit()) << "nothing was stored, and the caller must learn of it";
+    EXPECT_EQ("0", count());
+
+    ASSERT_EQ(0, session->begin());
+    EXPECT_EQ(SQLITE_CONSTRAINT, session->exec("INSERT OR ROLLBACK INTO u VALUES(1,'y')"));
+    EXPECT_EQ(0, session->rollback());
+    EXPECT_EQ(0, session->exec("INSERT INTO t VALUES(3,3,3)"));
+    EXPECT_EQ("1", count());
+}
+
+TEST_F(Transactions, LeaveNothingOfAFailedCommit)
+{
+    session->exec("CREATE TABLE child(p REFERENCES u(id) DEFERRABLE INITIALLY DEFERRED)");
+    ASSERT_EQ(0, session->begin());
+    ASSERT_EQ(0, session->exec("INSERT INTO t VALUES(1,1,1)"));
+    ASSERT_EQ(0, session->exec("INSERT INTO child VALUES(77)"));
+    EXPECT_EQ(SQLITE_CONSTRAINT, session->commit());
+    EXPECT_STREQ("FOREIGN KEY constraint failed", session->error);
+    EXPECT_NE(0, sqlite3_get_autocommit(session->db));
+    EXPECT_EQ("0", count());
+    EXPECT_EQ(0, session->begin());
+    EXPECT_EQ(0, session->rollback());
+    EXPECT_EQ(0, session->rollback()) << "without a transaction there is nothing to do";
+}
+
+TEST_F(Transactions, TellServicesOnlyWhatIsCommitted)
+{
+    options.jnl = std::fopen((folder / "journal").c_str(), "w");
+    session = std::make_unique<Session>(file, options);
+    const auto tell = [&](const char *service) {
+        EXPECT_EQ(0, qbdb_service_update_setting_by_share(session->qbdb, session->db, service));
+    };
+    session->begin();
+    tell("cifs");
+    session->rollback();
+    EXPECT_EQ("", journal());
+    session->begin();
+    tell("ftp");
+    EXPECT_EQ("", journal());
+    session->commit();
+    EXPECT_NE(std::string::npos, journal().find(" ftp\n")) << journal();
+    EXPECT_EQ(std::string::npos, journal().find("cifs"));
+    tell("cifs");
+    EXPECT_NE(std::string::npos, journal().find(" cifs\n")) << "outside a transaction it is told at once";
+    std::fclose(options.jnl);
+    session->qbdb->jnl = nullptr;
+    tell("cifs");
+}
+
+} // namespace

@@ -1,0 +1,761 @@
+// Shares read as whole records, one by one and as lists.
+#include "share_rows.h"
+
+#include <linux/posix_acl_xattr.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+using namespace qbobj_test;
+
+namespace
+{
+
+class ShareRead : public Shares
+{
+};
+
+template <class Record, class Describe>
+std::string joined(const Record *head, Describe describe)
+{
+    std::string result;
+    for (const Record *record = head; record != nullptr; record = record->_link)
+        result += (result.empty() ? "" : " ") + describe(*record);
+    return result;
+}
+
+std::string hosts(const qbobj_HostAcl_t *list)
+{
+    return joined(list, [](const qbobj_HostAcl_t &acl) {
+        EXPECT_EQ(acl.Host->HostId, acl.Host->resource_id);
+        return text(acl.Host->HostName) + "=" + text(acl.Access) + (acl.Root != 0 ? "+root" : "");
+    });
+}
+
+std::string users(const qbobj_UserAcl_t *list)
+{
+    return joined(list, [](const qbobj_UserAcl_t &acl) {
+        EXPECT_EQ(acl.User->UserId, acl.User->resource_id);
+        return std::to_string(acl.User->UserId) + ":" + text(acl.User->UserName) + "=" + text(acl.Access);
+    });
+}
+
+std::string groups(const qbobj_GroupAcl_t *list)
+{
+    return joined(list, [](const qbobj_GroupAcl_t &acl) {
+        EXPECT_EQ(acl.Group->GroupId, acl.Group->resource_id);
+        return std::to_string(acl.Group->GroupId) + ":" + text(acl.Group->GroupName) + "=" + text(acl.Access);
+    });
+}
+
+std::string names(const qbobj_Share_t *list)
+{
+    return joined(list, [](const qbobj_Share_t &share) { return text(share.ShareName); });
+}
+
+template <class Option>
+std::string rights(const Option *option)
+{
+    return text(option->FileCreateGroupRights) + "," + text(option->FileCreateEveryoneRights) + "," +
+           text(option->FolderCreateGroupRights) + "," + text(option->FolderCreateEveryoneRights);
+}
+
+TEST_F(ShareRead, WithoutAnyOtherRowHasNoOptionsAndDefaults)
+{
+    add_share("plain");
+    const qbobj_Share_t share = read("plain");
+    EXPECT_STREQ("data/plain", share.resource_id);
+    EXPECT_STREQ("data/plain", share.ShareId);
+    EXPECT_STREQ("data/plain", share.ZfsName);
+    EXPECT_STREQ("share", share.ShareType);
+    EXPECT_STREQ("/data/plain", share.Path);
+    EXPECT_EQ(value("SELECT volume_id FROM share"), share.VolumeId);
+    EXPECT_STREQ("", share.Comment);
+    EXPECT_STREQ("", share.VisibleSnapFolder);
+    EXPECT_EQ(0, share.VisibleSnapshot);
+    EXPECT_STREQ("standard", share.Sync);
+    EXPECT_EQ(0, share.Busy);
+    for (const void *option : std::initializer_list<const void *>{
+             share.Cifs, share.Afp, share.Ftp, share.Nfs, share.Dlna, share.Daap, share.Rsync, share.Http,
+             share.Zvol, share.SnapshotSchedule, share.SnapshotClones, share.UserQuota, share.GroupQuota,
+             share.UsedBy})
+        EXPECT_EQ(nullptr, option);
+    EXPECT_EQ(nullptr, share.CloneOf);
+    EXPECT_EQ(nullptr, share.MigrateToVolumeId);
+    // Everything that was read counts as given.
+    EXPECT_EQ(0, share._void_QuotaMB | share._void_ReserveMB | share._void_RefQuotaMB |
+                     share._void_RefReserveMB | share._void_Compression | share._void_BitRotProtection |
+                     share._void_Dedup);
+}
+
+TEST_F(ShareRead, CarriesAttributesUsageAndState)
+{
+    const std::string id = std::to_string(add_share("full"));
+    sql("UPDATE share SET comment='c',visible_snapdir='.snap',migrate_to_volume_id='v2'");
+    sql("UPDATE share SET update_ts='2001-09-09 01:46:40'");
+    sql("INSERT INTO zfs_attr VALUES (" + id + ",'0x10',20,30,40,1,2,3,'latency','data/o@s','always')");
+    sql("INSERT INTO _zfs_stat VALUES (" + id +
+        ",9048576,3145728,9048576,2097152,9048576,9048576,'1.50x',9048576)");
+    sql("INSERT INTO `$snapshot` (zfs_name,name,type,created_on) VALUES ('data/full','a',1,100),"
+        "('data/full','b',1,50),('data/full','c',2,70),('data/other','d',1,1)");
+    sql("INSERT INTO process_on_share (share_id,pid,blocking) VALUES (" + id + ",1,0),(" + id + ",2,3)");
+    sql("INSERT INTO `$snapshot_clones` (cloned_zfs_name,parent_snapshot_name,parent_zfs_name)"
+        "VALUES ('full','s1','origin'),('copy','s2','full')");
+    sql("INSERT INTO `$application_on_share` VALUES ('data/full','app','x'),('data/other','app','y')");
+    sql("INSERT INTO snapshot_schedule VALUES (" + id + ",1,'5','6','7','8','9',10,1,12,13)");
+
+    const qbobj_Share_t share = read("full");
+    EXPECT_STREQ("c", share.Comment);
+    EXPECT_EQ(1, share.VisibleSnapshot);
+    EXPECT_STREQ(".snap", share.VisibleSnapFolder);
+    EXPECT_STREQ("v2", share.MigrateToVolumeId);
+    EXPECT_EQ(16U, share.QuotaMB); // the base is told by the prefix
+    EXPECT_EQ(20U, share.ReserveMB);
+    EXPECT_EQ(30U, share.RefQuotaMB);
+    EXPECT_EQ(40U, share.RefReserveMB);
+    EXPECT_EQ(1, share.Compression);
+    EXPECT_EQ(2, share.BitRotProtection);
+    EXPECT_EQ(3, share.Dedup);
+    EXPECT_STREQ("latency", share.LogBias);
+    EXPECT_STREQ("data/o@s", share.Origin);
+    EXPECT_STREQ("always", share.Sync);
+    EXPECT_EQ(3U, share.UsedMB);
+    EXPECT_EQ(2U, share.UsedByDatasetMB);
+    EXPECT_STREQ("1.50x", share.CompressRatio);
+    // Known to the table, but never told.
+    EXPECT_EQ(0U, share.AvailableMB + share.UsedByChildrenMB + share.UsedByRefReservationMB +
+                      share.UsedBySnapshotsMB + share.ReferencedMB);
+    EXPECT_EQ(2, share.NrContinuousSnapshots);
+    EXPECT_EQ(1, share.NrManualSnapshots);
+    EXPECT_EQ(50, share.FirstSnapshotCreatedOn);
+    EXPECT_EQ(100, share.LastSnapshotCreatedOn);
+    EXPECT_EQ(1000000000, share.UpdateTS);
+    EXPECT_EQ(4, share.Busy);
+    EXPECT_EQ(std::string(share.VolumeId) + "/origin@s1", text(share.CloneOf));
+    ASSERT_NE(nullptr, share.SnapshotClones);
+    EXPECT_STREQ("copy", share.SnapshotClones->ClonedShareName);
+    EXPECT_STREQ("s2", share.SnapshotClones->ParentSnapshotName);
+    EXPECT_STREQ("full", share.SnapshotClones->ParentShareName);
+    EXPECT_EQ(2, share.SnapshotClones->resource_id);
+    ASSERT_NE(nullptr, share.UsedBy);
+    EXPECT_STREQ("x", share.UsedBy->AppData);
+    EXPECT_EQ(nullptr, share.UsedBy->_link);
+    qbobj_Schedule_t schedule{1, "5", "6", "7", "8", "9", 10, 1, 12, 13};
+    EXPECT_EQ(dump("Schedule", &schedule), dump("Schedule", share.SnapshotSchedule));
+}
+
+TEST_F(ShareRead, OneProcessThatDoesNotBlockMakesItBusy)
+{
+    const std::string id = std::to_string(add_share("busy"));
+    sql("INSERT INTO process_on_share (share_id,pid,blocking) VALUES (" + id + ",1,0)");
+    EXPECT_EQ(1, read("busy").Busy);
+}
+
+TEST_F(ShareRead, CarriesTheQuotasOfUsersAndGroups)
+{
+    const std::string id = std::to_string(add_share("s"));
+    add_user(101, "ann");
+    sql("INSERT INTO user_quota VALUES (101," + id + ",1,500),(102," + id + ",1,600)");
+    sql("INSERT INTO _user_quota_stat VALUES (" + id + ",101,7)");
+    sql("INSERT INTO group_quota VALUES (99," + id + ",1,800)");
+    const auto quotas = [](const qbobj_Quota_t *list) {
+        return joined(list, [](const qbobj_Quota_t &quota) {
+            return std::to_string(quota.AccountId) + ":" + text(quota.AccountName) + "@" +
+                   text(quota.ShareId) + "=" + std::to_string(quota.UsedMB) + "/" +
+                   std::to_string(quota.HardMB);
+        });
+    };
+    const qbobj_Share_t share = read("s");
+    EXPECT_EQ("101:ann@data/s=7/500 102:NULL@data/s=0/600", quotas(share.UserQuota));
+    EXPECT_EQ("99:users@data/s=0/800", quotas(share.GroupQuota));
+}
+
+/* ---- Options of the protocols ----------------------------------------------------------------------------
+ */
+
+TEST_F(ShareRead, CifsOptions)
+{
+    const std::string id = std::to_string(add_share("s"));
+    sql("INSERT INTO cifs_share_option VALUES (" + id + ",0,'readonly',1,2,0,300,4,1,6,4,0,7,1023,1,1)");
+    sql("INSERT INTO cifs_dfs_option VALUES (" + id + ",'v','s','f1','a1','r1'),(" + id +
+        ",'v','s','f2','a2','r2')");
+    const qbobj_CifsShareOption_t *cifs = read("s").Cifs;
+    ASSERT_NE(nullptr, cifs);
+    EXPECT_EQ(1, cifs->NotAvailable);
+    EXPECT_STREQ("ReadOnly", cifs->DefaultAccess);
+    EXPECT_EQ(1, cifs->AllowGuestAccess);
+    EXPECT_EQ(2, cifs->ShareDisplayOption);
+    EXPECT_EQ(0, cifs->EnableRecycleBin);
+    EXPECT_EQ(300, cifs->RecycleSizeLimit);
+    EXPECT_EQ(4, cifs->RecycleAgeLimit);
+    EXPECT_EQ(1, cifs->NewFileFolderPermAutoset);
+    EXPECT_EQ(1023, cifs->AclChangeRestrictionToggle);
+    EXPECT_EQ(1, cifs->EnableOplocks);
+    EXPECT_EQ(1, cifs->EnableDFS);
+    EXPECT_EQ("ReadWrite,ReadOnly,Disabled,ReadWrite", rights(cifs));
+    EXPECT_EQ("f1>a1/r1 f2>a2/r2", joined(cifs->DfolderAcl, [](const qbobj_DfolderAcl_t &acl) {
+                  return text(acl.Name) + ">" + acl.Address + "/" + acl.RemoteShare;
+              }));
+}
+
+TEST_F(ShareRead, AfpRightsAreTheBitsOfAMode)
+{
+    const std::string id = std::to_string(add_share("s"));
+    sql("INSERT INTO afp_share_option (share_id) VALUES (" + id + ")");
+    struct {
+        const char *file;
+        const char *folder;
+        int autoset;
+        const char *rights;
+    } const cases[] = {
+        {"NULL", "NULL", 0, "Disabled,Disabled,Disabled,Disabled"},
+        {"436", "NULL", 1, "ReadWrite,ReadOnly,Disabled,Disabled"}, // 0664
+        {"NULL", "493", 1, "Disabled,Disabled,ReadOnly,ReadOnly"},  // 0755
+        {"0", "511", 1, "Disabled,Disabled,ReadWrite,ReadWrite"},   // 0777
+    };
+    for (const auto &c : cases) {
+        sql(std::string("UPDATE afp_share_option SET afp_fperm=") + c.file + ",afp_dperm=" + c.folder);
+        const qbobj_AfpShareOption_t *afp = read("s").Afp;
+        ASSERT_NE(nullptr, afp);
+        EXPECT_EQ(c.autoset, afp->NewFileFolderPermAutoset) << c.file << " " << c.folder;
+        EXPECT_EQ(c.rights, rights(afp)) << c.file << " " << c.folder;
+        EXPECT_EQ(1, afp->AllowGuestAccess);
+        EXPECT_EQ(0, afp->NotAvailable);
+    }
+}
+
+TEST_F(ShareRead, FtpRightsAreWhatAUmaskLeaves)
+{
+    const std::string id = std::to_string(add_share("s"));
+    sql("INSERT INTO ftp_share_option (share_id) VALUES (" + id + ")");
+    struct {
+        const char *mask;
+        int create;
+        int directory;
+        int autoset;
+        const char *rights;
+    } const cases[] = {
+        {"0", 022, 077, 0, "NULL,NULL,NULL,NULL"},
+        {"NULL", 022, 077, 0, "NULL,NULL,NULL,NULL"},
+        {"1", 022, 077, 1, "ReadOnly,ReadOnly,Disabled,Disabled"},
+        {"1", 006, 070, 1, "ReadWrite,Disabled,Disabled,ReadWrite"},
+        {"1", 040, 004, 1,
+         "ReadWrite,ReadWrite,ReadWrite,ReadWrite"}, // only the write bit takes writing away
+    };
+    for (const auto &c : cases) {
+        sql(std::string("UPDATE ftp_share_option SET ftp_mask=") + c.mask + ",ftp_create_mask=" +
+            std::to_string(c.create) + ",ftp_directory_mask=" + std::to_string(c.directory));
+        const qbobj_FtpShareOption_t *ftp = read("s").Ftp;
+        ASSERT_NE(nullptr, ftp);
+        EXPECT_EQ(c.autoset, ftp->NewFileFolderPermAutoset);
+        EXPECT_EQ(c.rights, rights(ftp)) << c.mask << " " << c.create << " " << c.directory;
+    }
+}
+
+TEST_F(ShareRead, OptionsOfTheOtherProtocols)
+{
+    const std::string id = std::to_string(add_share("s"));
+    sql("INSERT INTO nfs_share_option VALUES (" + id + ",0,'writeable',1)");
+    sql("INSERT INTO daap_share_option VALUES (" + id + ",1)");
+    sql("INSERT INTO rsync_share_option VALUES (" + id + ",1,'readonly','enabled')");
+    sql("INSERT INTO rsync_user_password_acl VALUES (" + id + ",'u','secret')");
+    sql("INSERT INTO http_share_option VALUES (" + id + ",1,'readonly',1)");
+    const qbobj_Share_t share = read("s");
+    ASSERT_TRUE(share.Nfs != nullptr && share.Daap != nullptr && share.Rsync != nullptr &&
+                share.Http != nullptr);
+    EXPECT_EQ(1, share.Nfs->NotAvailable);
+    EXPECT_STREQ("ReadWrite", share.Nfs->DefaultAccess);
+    EXPECT_EQ(1, share.Nfs->Sync);
+    EXPECT_EQ(0, share.Daap->NotAvailable);
+    EXPECT_STREQ("ReadOnly", share.Rsync->DefaultAccess);
+    EXPECT_STREQ("Enabled", share.Rsync->PasswordProtection);
+    ASSERT_NE(nullptr, share.Rsync->UserPasswordAcl);
+    EXPECT_STREQ("u", share.Rsync->UserPasswordAcl->UserName);
+    EXPECT_STREQ("secret", share.Rsync->UserPasswordAcl->Password);
+    EXPECT_STREQ("ReadOnly", share.Http->DefaultAccess);
+    EXPECT_EQ(1, share.Http->EnableWebDav);
+}
+
+// What a stored default access means differs between protocols.
+TEST_F(ShareRead, DefaultAccessByStoredWord)
+{
+    const std::string id = std::to_string(add_share("s"));
+    for (const char *proto : {"cifs", "afp", "nfs", "ftp", "http", "rsync"})
+        sql("INSERT INTO " + std::string(proto) + "_share_option (share_id) VALUES (" + id + ")");
+    const struct {
+        const char *stored;
+        const char *word;
+        const char *rsync;
+    } cases[] = {{"'writeable'", "ReadWrite", "ReadWrite"},
+                 {"'readonly'", "ReadOnly", "ReadOnly"},
+                 {"'disabled'", "Disabled", "ReadWrite"},
+                 {"'Readonly'", "Disabled", "ReadWrite"},
+                 {"NULL", "Disabled", "ReadWrite"}};
+    for (const auto &c : cases) {
+        for (const std::string proto : {"cifs", "afp", "nfs", "ftp", "http", "rsync"})
+            sql("UPDATE " + proto + "_share_option SET " + proto + "_access=" + c.stored);
+        const qbobj_Share_t share = read("s");
+        for (const char *access :
+             {share.Cifs->DefaultAccess, share.Afp->DefaultAccess, share.Nfs->DefaultAccess,
+              share.Ftp->DefaultAccess, share.Http->DefaultAccess})
+            EXPECT_STREQ(c.word, access) << c.stored;
+        EXPECT_STREQ(c.rsync, share.Rsync->DefaultAccess) << c.stored;
+        EXPECT_STREQ("Disabled", share.Rsync->PasswordProtection);
+    }
+}
+
+TEST_F(ShareRead, DlnaIsReadOnlyWhereItIsReadable)
+{
+    const std::string id = std::to_string(add_share("s"));
+    sql("INSERT INTO dlna_share_option VALUES (" + id + ",1,'disabled',7)");
+    EXPECT_EQ(nullptr, read("s").Dlna);
+    const char *const words[] = {"",       "Audio",        "Video",        "Video,Audio",
+                                 "Images", "Images,Audio", "Images,Video", "All"};
+    for (int bits = 0; bits < 8; ++bits) {
+        sql("UPDATE dlna_share_option SET access='readonly',media_type=" + std::to_string(bits));
+        const qbobj_DlnaShareOption_t *dlna = read("s").Dlna;
+        ASSERT_NE(nullptr, dlna);
+        EXPECT_STREQ("ReadOnly", dlna->DefaultAccess);
+        EXPECT_STREQ(words[bits], dlna->MediaType);
+    }
+}
+
+TEST_F(ShareRead, BlockVolume)
+{
+    const std::string id = std::to_string(add_share("block", "zvol"));
+    sql("INSERT INTO zvol_share_option VALUES (" + id + ",1048576,1)");
+    const qbobj_Share_t share = read("block");
+    EXPECT_STREQ("zvol", share.ShareType);
+    ASSERT_NE(nullptr, share.Zvol);
+    EXPECT_STREQ("data/block", share.Zvol->ZfsName);
+    EXPECT_EQ(1048576U, share.Zvol->SizeKB);
+    EXPECT_EQ(1, share.Zvol->IsSparse);
+}
+
+/* ---- Access lists ----------------------------------------------------------------------------------------
+ */
+
+class ShareLists : public Shares
+{
+  protected:
+    // Every protocol has options, two hosts, two local users, a directory user, a local and a directory
+    // group.
+    void SetUp() override
+    {
+        const std::string id = std::to_string(add_share("s"));
+        add_user(101, "bob");
+        add_user(102, "Ann");
+        add_user(500, "domain", 99, "7");
+        add_group(201, "staff");
+        add_group(600, "domain group", "8");
+        sql("INSERT INTO host VALUES (1,'h1'),(2,'h2')");
+        for (const std::string proto : {"cifs", "afp", "nfs", "ftp", "http", "rsync"}) {
+            sql("INSERT INTO " + proto + "_share_option (share_id) VALUES (" + id + ")");
+            const auto row = [&](const std::string &table, int account, const std::string &bits) {
+                sql("INSERT INTO " + table + " VALUES (" + id + "," + std::to_string(account) + ",'" + proto +
+                    "'," + bits + ")");
+            };
+            row("host_acl", 1, "1,1,1");
+            row("host_acl", 2, "1,0,0");
+            row("user_acl", 101, "1,1");
+            row("user_acl", 102, "1,0");
+            row("user_acl", 500, "0,0");
+            row("group_acl", 201, "0,0");
+            row("group_acl", 600, "1,1");
+        }
+        // Of another share: must not show up.
+        sql("INSERT INTO user_acl VALUES (" + id + "+1,101,'cifs',1,1)");
+    }
+
+    const std::string all_hosts = "h1=ReadWrite+root h2=ReadOnly";
+    const std::string local_users = "102:Ann=ReadOnly 101:bob=ReadWrite";
+    const std::string local_groups = "201:staff=Disabled";
+};
+
+TEST_F(ShareLists, HoldHostsAndLocalAccountsByName)
+{
+    const qbobj_Share_t share = read("s");
+    for (const qbobj_HostAcl_t *list : {share.Cifs->HostAcl, share.Afp->HostAcl, share.Nfs->HostAcl,
+                                        share.Ftp->HostAcl, share.Http->HostAcl, share.Rsync->HostAcl})
+        EXPECT_EQ(all_hosts, hosts(list));
+    for (const qbobj_UserAcl_t *list :
+         {share.Cifs->UserAcl, share.Afp->UserAcl, share.Ftp->UserAcl, share.Http->UserAcl})
+        EXPECT_EQ(local_users, users(list));
+    for (const qbobj_GroupAcl_t *list :
+         {share.Cifs->GroupAcl, share.Afp->GroupAcl, share.Ftp->GroupAcl, share.Http->GroupAcl})
+        EXPECT_EQ(local_groups, groups(list));
+}
+
+TEST_F(ShareLists, HoldDirectoryAccountsInADomain)
+{
+    join_directory();
+    const qbobj_Share_t share = read("s");
+    EXPECT_EQ("500:domain=Disabled", users(share.Cifs->UserAcl));
+    EXPECT_EQ("600:domain group=ReadWrite", groups(share.Http->GroupAcl));
+}
+
+TEST_F(ShareLists, OfAnonymousFtpHoldHostsOnly)
+{
+    sql("UPDATE service_ftp SET auth_mode='anonymous'");
+    const qbobj_Share_t share = read("s");
+    EXPECT_EQ(all_hosts, hosts(share.Ftp->HostAcl));
+    EXPECT_EQ(nullptr, share.Ftp->UserAcl);
+    EXPECT_EQ(nullptr, share.Ftp->GroupAcl);
+    EXPECT_EQ(local_users, users(share.Http->UserAcl));
+}
+
+TEST_F(ShareLists, AreReplacedWhenARecordIsReadAgain)
+{
+    sql("INSERT INTO `$application_on_share` VALUES ('data/s','app','x')");
+    sql("INSERT INTO user_quota SELECT 101,id,1,2 FROM share");
+    sql("INSERT INTO group_quota SELECT 99,id,1,2 FROM share");
+    sql("INSERT INTO `$snapshot_clones` (cloned_zfs_name,parent_snapshot_name,parent_zfs_name) VALUES "
+        "('c','n','s')");
+    qbobj_Share_t share = read("s");
+    const std::string first = dump("Share", &share);
+    EXPECT_OK(qbobj_getShare(qbdb, db, &share, &err));
+    EXPECT_EQ(first, dump("Share", &share));
+
+    sql("DELETE FROM cifs_share_option");
+    sql("DELETE FROM user_quota");
+    EXPECT_OK(qbobj_getShare(qbdb, db, &share, &err));
+    EXPECT_EQ(nullptr, share.Cifs);
+    EXPECT_EQ(nullptr, share.UserQuota);
+}
+
+// Every read names its table in its failure.
+TEST_F(ShareLists, TellWhichTableCouldNotBeRead)
+{
+    sql("INSERT INTO dlna_share_option (share_id) SELECT id FROM share");
+    const struct {
+        const char *table;
+        const char *message;
+    } cases[] = {
+        {"group_quota", "Failed DB Query for 'SELECT FROM group_quota'. "},
+        {"user_quota", "Failed DB Query for 'SELECT FROM user_quota'. "},
+        {"`$application_on_share`", "Failed DB Query for 'SELECT FROM $application_on_share'. "},
+        {"zvol_share_option", "Failed DB Query for 'SELECT FROM zvol_share_option'. "},
+        {"http_share_option", "Failed DB Query for 'SELECT FROM http_share_option'. "},
+        {"rsync_user_password_acl", "Failed DB Query for 'SELECT FROM rsync_user_password_acl'. "},
+        {"rsync_share_option", "Failed DB Query for 'SELECT FROM rsync_share_option'. "},
+        {"daap_share_option", "Failed DB Query for 'SELECT FROM daap_share_option'. "},
+        {"dlna_share_option", "Failed DB Query for 'SELECT FROM dlna_share_option'. "},
+        {"ftp_share_option", "Failed DB Query for 'SELECT FROM ftp_share_option'. "},
+        {"nfs_share_option", "Failed DB Query for 'SELECT FROM nfs_share_option'. "},
+        {"afp_share_option", "Failed DB Query for 'SELECT FROM afp_share_option'. "},
+        {"cifs_dfs_option", "Failed DB Query for 'SELECT FROM cifs_dfs_option'. "},
+        {"group_acl", "Failed DB Query for 'SELECT FROM group,group_acl'. "},
+        {"user_acl", "Failed DB Query for 'SELECT FROM user,user_acl'. "},
+        {"host_acl", "Failed DB Query for 'SELECT FROM host,host_acl'. "},
+        {"snapshot_schedule", "Failed DB Query for 'SELECT FROM snapshot_schedule'. "},
+        {"_zfs_stat", "Failed DB Query for 'SELECT share'. "},
+    };
+    for (const auto &c : cases) {
+        // The reads before it still succeed: the tables go in the opposite order.
+        sql(std::string("DROP TABLE ") + c.table);
+        auto share = cleared(qbobj_clear_Share);
+        share.ShareName = "s";
+        EXPECT_EQ(QBOBJ_ERROR_DB_MISC, qbobj_getShare(qbdb, db, &share, &err));
+        EXPECT_EQ(
+            std::string(c.message) + "no such table: " +
+                [&] {
+                    std::string name = c.table;
+                    std::erase(name, '`');
+                    return name;
+                }(),
+            text(err.msg));
+        EXPECT_STREQ("qbobj_api2_get_share", err.file);
+    }
+    auto collection = cleared(qbobj_clear_ShareCollection);
+    EXPECT_FAILS(qbobj_getShareCollection(qbdb, db, &collection, &err), QBOBJ_ERROR_DB_MISC,
+                 "Failed DB Query for 'SELECT FROM share'. no such table: _zfs_stat");
+}
+
+/* ---- The folder ------------------------------------------------------------------------------------------
+ */
+
+TEST_F(ShareRead, OwnerAndPermissionsComeFromTheFolder)
+{
+    add_share("s");
+    const struct {
+        mode_t mode;
+        const char *words;
+        int non_owner_delete;
+    } cases[] = {{0777, "ReadWrite,ReadWrite,ReadWrite", 1},
+                 {01754, "ReadWrite,ReadOnly,ReadOnly", 0},
+                 {0320, "ReadWrite,ReadWrite,Disabled", 1},
+                 {0510, "ReadOnly,Disabled,Disabled", 1}};
+    for (const auto &c : cases) {
+        ASSERT_EQ(0, chmod(folder("s").c_str(), c.mode));
+        const qbobj_FileStat_t *stat = read("s").Stat;
+        EXPECT_EQ(c.words,
+                  text(stat->UserAccess) + "," + text(stat->GroupAccess) + "," + text(stat->EveryoneAccess));
+        EXPECT_EQ(c.non_owner_delete, stat->NonOwnerDelete);
+        EXPECT_EQ(static_cast<int>(c.mode | S_IFDIR), stat->_PosixMode);
+        ASSERT_TRUE(stat->User != nullptr && stat->Group != nullptr);
+        EXPECT_EQ(static_cast<int>(getuid()), stat->User->UserId);
+        EXPECT_EQ(static_cast<int>(getgid()), stat->Group->GroupId);
+    }
+}
+
+TEST_F(ShareRead, AMissingFolderIsLoggedAndNoError)
+{
+    add_share("gone");
+    std::filesystem::remove(folder("gone"));
+    reopen(QBDB_LOG_WARN);
+    const qbobj_FileStat_t *stat = read("gone").Stat;
+    ASSERT_NE(nullptr, stat);
+    EXPECT_EQ(nullptr, stat->User);
+    EXPECT_EQ(nullptr, stat->UserAccess);
+    EXPECT_EQ(nullptr, stat->Acls);
+    EXPECT_EQ(0, stat->AclInherit);
+    const std::string tail = folder("gone").string() + ". errno=" + std::to_string(ENOENT);
+    EXPECT_NE(std::string::npos, log().find("Cannot get access ACL from " + tail)) << log();
+    EXPECT_NE(std::string::npos, log().find("Cannot get default ACL from " + tail)) << log();
+}
+
+constexpr uint16_t owner = 0x01, user = 0x02, owning_group = 0x04, group = 0x08, mask = 0x10, other = 0x20;
+constexpr uint32_t nobody_named = 0xffffffff;
+
+// A list in the form in which the kernel takes it.
+struct AclEntry {
+    uint16_t tag;
+    uint16_t perm;
+    uint32_t id = nobody_named;
+};
+
+// False when the file system keeps no access control lists.
+bool set_acl(const std::filesystem::path &folder, const char *attribute, const std::vector<AclEntry> &entries)
+{
+    std::string bytes;
+    const posix_acl_xattr_header header{POSIX_ACL_XATTR_VERSION};
+    bytes.append(reinterpret_cast<const char *>(&header), sizeof header);
+    for (const AclEntry &entry : entries) {
+        const posix_acl_xattr_entry raw{entry.tag, entry.perm, entry.id};
+        bytes.append(reinterpret_cast<const char *>(&raw), sizeof raw);
+    }
+    if (setxattr(folder.c_str(), attribute, bytes.data(), bytes.size(), 0) == 0)
+        return true;
+    EXPECT_EQ(EOPNOTSUPP, errno) << std::strerror(errno);
+    return false;
+}
+
+constexpr const char *access_acl = "system.posix_acl_access";
+constexpr const char *default_acl = "system.posix_acl_default";
+
+std::string acls(const qbobj_PosixAcl_t *list)
+{
+    return joined(list, [](const qbobj_PosixAcl_t &acl) {
+        return std::to_string(acl.Type) + ":" + std::to_string(acl.Tag) + ":" + std::to_string(acl.Perm) +
+               ":" + std::to_string(acl.Id) + ":" + text(acl.Name);
+    });
+}
+
+TEST_F(ShareRead, AccessControlListsNameTheirAccounts)
+{
+    add_share("s");
+    add_user(101, "ann");
+    add_group(201, "staff");
+    ASSERT_EQ(0, chmod(folder("s").c_str(), 0750));
+    EXPECT_EQ("0:1:7:-1:NULL 0:4:5:-1:NULL 0:32:0:-1:NULL", acls(read("s").Stat->Acls));
+
+    if (!set_acl(folder("s"), access_acl,
+                 {{owner, 7},
+                  {user, 6, 101},
+                  {user, 1, 4321},
+                  {owning_group, 5},
+                  {group, 4, 201},
+                  {mask, 7},
+                  {other, 2}}))
+        GTEST_SKIP() << "the file system keeps no access control lists";
+    ASSERT_TRUE(set_acl(folder("s"), default_acl, {{owner, 7}, {owning_group, 5}, {other, 0}}));
+    const qbobj_FileStat_t *stat = read("s").Stat;
+    EXPECT_EQ("0:1:7:-1:NULL 0:2:6:101:ann 0:2:1:4321:4321 0:4:5:-1:NULL 0:8:4:201:staff 0:16:7:-1:NULL "
+              "0:32:2:-1:NULL 1:1:7:-1:NULL 1:4:5:-1:NULL 1:32:0:-1:NULL",
+              acls(stat->Acls));
+    EXPECT_EQ(0, stat->AclInherit);
+}
+
+TEST_F(ShareRead, AFolderInheritsWhenItsDefaultListMatches)
+{
+    add_share("s");
+    const std::vector<AclEntry> access = {
+        {owner, 7}, {user, 6, 101}, {owning_group, 5}, {mask, 7}, {other, 0}};
+    if (!set_acl(folder("s"), access_acl, access))
+        GTEST_SKIP() << "the file system keeps no access control lists";
+    EXPECT_EQ(0, read("s").Stat->AclInherit) << "no default list";
+    const struct {
+        const char *what;
+        std::vector<AclEntry> entries;
+        int inherit;
+    } cases[] = {
+        {"the same", access, 1},
+        {"another user", {{owner, 7}, {user, 6, 102}, {owning_group, 5}, {mask, 7}, {other, 0}}, 1},
+        {"other permissions", {{owner, 7}, {user, 4, 101}, {owning_group, 5}, {mask, 7}, {other, 0}}, 0},
+        {"one entry more",
+         {{owner, 7}, {user, 6, 101}, {user, 6, 102}, {owning_group, 5}, {mask, 7}, {other, 0}},
+         0},
+        {"one entry less", {{owner, 7}, {owning_group, 5}, {mask, 7}, {other, 0}}, 0},
+    };
+    for (const auto &c : cases) {
+        ASSERT_TRUE(set_acl(folder("s"), default_acl, c.entries));
+        EXPECT_EQ(c.inherit, read("s").Stat->AclInherit) << c.what;
+    }
+}
+
+/* ---- Finding shares --------------------------------------------------------------------------------------
+ */
+
+TEST_F(ShareRead, IsFoundByTheFirstKeyThatLeadsToOne)
+{
+    add_share("one");
+    add_share("two");
+    const struct {
+        const char *resource_id;
+        const char *share_id;
+        const char *name;
+        const char *found;
+    } cases[] = {
+        {"data/one", "data/two", "two", "one"}, {"nothing", "data/two", "one", "two"},
+        {nullptr, nullptr, "TWO", "two"},       {"one", "two", "one", "one"},
+        {nullptr, "data/one", nullptr, "one"},
+    };
+    for (const auto &c : cases) {
+        auto share = cleared(qbobj_clear_Share);
+        share.resource_id = c.resource_id;
+        share.ShareId = c.share_id;
+        share.ShareName = c.name;
+        EXPECT_OK(qbobj_getShare(qbdb, db, &share, &err));
+        EXPECT_STREQ(c.found, share.ShareName);
+        EXPECT_EQ("data/" + std::string(c.found), share.resource_id);
+    }
+    auto share = cleared(qbobj_clear_Share);
+    share.ShareId = "data/none";
+    EXPECT_FAILS(qbobj_getShare(qbdb, db, &share, &err), QBOBJ_ERROR_DB_MISC, "Invalid ShareId=data/none.");
+    EXPECT_FAILS(qbobj_getShare(qbdb, db, nullptr, &err), QBOBJ_ERROR_API_ARGS, "share cannot be NULL.");
+}
+
+TEST_F(ShareRead, CollectionsAreOrderedByNameAndChooseByType)
+{
+    for (const char *name : {"beta", "Alpha", "gamma"})
+        add_share(name);
+    add_share("Block", "zvol");
+    add_share("copy", "replicate");
+    auto collection = cleared(qbobj_clear_ShareCollection);
+    EXPECT_OK(qbobj_getShareCollection(qbdb, db, &collection, &err));
+    EXPECT_EQ("Alpha beta gamma", names(collection.Share));
+    EXPECT_STREQ("data/Alpha", collection.Share->resource_id);
+    EXPECT_NE(nullptr, collection.Share->Stat->User);
+
+    collection = cleared(qbobj_clear_ShareCollection);
+    EXPECT_OK(qbobj_getShareAndZvolCollection(qbdb, db, &collection, &err));
+    EXPECT_EQ("Alpha beta Block gamma", names(collection.Share));
+
+    EXPECT_FAILS(qbobj_getShareCollection(qbdb, db, nullptr, &err), QBOBJ_ERROR_API_ARGS,
+                 "collection cannot be NULL.");
+    EXPECT_FAILS(qbobj_getShareAndZvolCollection(qbdb, db, nullptr, &err), QBOBJ_ERROR_API_ARGS,
+                 "collection cannot be NULL.");
+    EXPECT_FAILS(qbobj_getSimpleShareCollection(qbdb, db, nullptr, &err), QBOBJ_ERROR_API_ARGS,
+                 "collection cannot be NULL.");
+}
+
+TEST_F(ShareRead, QueriesCombineTheirCriteria)
+{
+    for (const char *name : {"alpha", "alpine", "beta"})
+        add_share(name);
+    add_share("block", "zvol");
+    const std::string volume = value("SELECT id FROM _volume WHERE lv_name='data'");
+    const struct {
+        const char *volume;
+        const char *like;
+        const char *share_id;
+        const char *found;
+    } cases[] = {
+        {nullptr, nullptr, nullptr, "alpha alpine beta block"},
+        {volume.c_str(), "al%", nullptr, "alpha alpine"},
+        {"other", "al%", nullptr, ""},
+        {nullptr, "%", "data/beta", "beta"},
+        {nullptr, "b%", "data/alpha", ""},
+        {nullptr, "x' OR 1=1 --", nullptr, ""},
+    };
+    for (const auto &c : cases) {
+        qbobj_Share_t *shares = nullptr;
+        EXPECT_OK(qbobj_queryShare(qbdb, db, c.volume, c.like, c.share_id, &shares, &err));
+        EXPECT_EQ(c.found, names(shares));
+    }
+
+    qbobj_Share_t *shares = nullptr;
+    EXPECT_OK(qbobj_queryShare(qbdb, db, nullptr, "beta", nullptr, &shares, &err));
+    EXPECT_OK(qbobj_queryShare(qbdb, db, nullptr, "alpha", nullptr, &shares, &err));
+    EXPECT_EQ("beta alpha", names(shares)) << "appended to what the list held";
+}
+
+TEST_F(ShareRead, AQueryRefusesCriteriaThatDoNotFit)
+{
+    add_share("s");
+    qbobj_Share_t *shares = nullptr;
+    const std::string fits(511 - std::strlen("S.name LIKE ''"), '%');
+    EXPECT_OK(qbobj_queryShare(qbdb, db, nullptr, fits.c_str(), nullptr, &shares, &err));
+    EXPECT_EQ("s", names(shares));
+    EXPECT_FAILS(qbobj_queryShare(qbdb, db, nullptr, (fits + "%").c_str(), nullptr, &shares, &err),
+                 QBOBJ_ERROR_API_ARGS, "The value of column 'S.name' is too long for the query.");
+    EXPECT_FAILS(qbobj_queryShare(qbdb, db, nullptr, fits.c_str(), "data/s", &shares, &err),
+                 QBOBJ_ERROR_API_ARGS, "The value of column 'S.zfs_name' is too long for the query.");
+    EXPECT_EQ("s", names(shares));
+}
+
+TEST_F(ShareRead, TheLightListNamesTheProtocolsThatOfferAShare)
+{
+    add_share("all");
+    add_share("none");
+    add_share("Some");
+    add_share("block", "zvol");
+    for (const std::string proto : {"nfs", "ftp", "afp", "cifs"})
+        sql("INSERT INTO " + proto + "_share_option (share_id," + proto +
+            "_access) SELECT id,'readonly' FROM share "
+            "WHERE name<>'none'");
+    sql("UPDATE cifs_share_option SET available=0 WHERE share_id=(SELECT id FROM share WHERE name='Some')");
+    sql("UPDATE ftp_share_option SET ftp_access='disabled' WHERE share_id=(SELECT id FROM share WHERE "
+        "name='Some')");
+    sql("INSERT INTO `$application_on_share` VALUES ('data/none','app','x')");
+    auto collection = cleared(qbobj_clear_SimpleShareCollection);
+    EXPECT_OK(qbobj_getSimpleShareCollection(qbdb, db, &collection, &err));
+    EXPECT_EQ("data/all:all=cifs,afp,ftp,nfs- data/none:none=-app data/Some:Some=afp,nfs-",
+              joined(collection.SimpleShare, [](const qbobj_SimpleShare_t &share) {
+                  EXPECT_STREQ(share.ShareId, share.resource_id);
+                  return text(share.ShareId) + ":" + share.ShareName + "=" + text(share.CommonProtocolsCSV) +
+                         "-" + (share.UsedBy == nullptr ? "" : share.UsedBy->AppName);
+              }));
+}
+
+TEST_F(ShareRead, TheScheduleAloneCanBeRead)
+{
+    const std::string id = std::to_string(add_share("s"));
+    qbobj_Schedule_t *schedule = nullptr;
+    EXPECT_OK(qbobj_getShareSnapshotSchedule(qbdb, db, "s", &schedule, &err));
+    EXPECT_EQ(nullptr, schedule);
+    sql("INSERT INTO snapshot_schedule (share_id,hour) VALUES (" + id + ",'3')");
+    EXPECT_OK(qbobj_getShareSnapshotSchedule(qbdb, db, "s", &schedule, &err));
+    ASSERT_NE(nullptr, schedule);
+    EXPECT_STREQ("3", schedule->Hour);
+    EXPECT_FAILS(qbobj_getShareSnapshotSchedule(qbdb, db, "none", &schedule, &err), QBOBJ_ERROR_DB_NOTEXISTS,
+                 "Share name (none) may be invalid.");
+    EXPECT_FAILS(qbobj_getShareSnapshotSchedule(qbdb, db, "s", nullptr, &err), QBOBJ_ERROR_API_ARGS,
+                 "snapshot_schedule cannot be NULL.");
+}
+
+TEST_F(ShareRead, TheRowIdIsFoundByName)
+{
+    const int id = add_share("s");
+    EXPECT_EQ(id, qbobj_getShareId(qbdb, db, "s", &err));
+    EXPECT_EQ(-1, qbobj_getShareId(qbdb, db, "none", &err));
+    EXPECT_EQ(-2, qbobj_getShareId(qbdb, db, "a/b", &err));
+    EXPECT_EQ(-2, qbobj_getShareId(qbdb, db, nullptr, &err));
+    EXPECT_EQ(QBOBJ_ERROR_OK, err.ec);
+    EXPECT_NE(std::string::npos, log().find("Share name 'a/b' is invalid."));
+}
+
+} // namespace

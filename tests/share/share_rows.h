@@ -1,0 +1,51 @@
+// Shares put straight into the tables, for tests that read them.
+#pragma once
+
+#include "database.h"
+
+#include <string>
+
+namespace qbobj_test
+{
+
+class Shares : public Database
+{
+  protected:
+    // A share on the volume "data" with its folder; returns its row id.
+    int add_share(const std::string &name, const std::string &type = "share") const
+    {
+        std::filesystem::create_directories(folder(name));
+        sql("INSERT INTO share (zfs_name,type,name,volume_id,path) SELECT 'data/" + name + "','" + type +
+            "','" + name + "',id,'/data/" + name + "' FROM _volume WHERE lv_name='data'");
+        return std::stoi(value("SELECT id FROM share WHERE name='" + name + "'"));
+    }
+    std::filesystem::path folder(const std::string &name) const { return root() / "data" / name; }
+
+    void add_user(int id, const std::string &name, int group_id = 99, const std::string &rid = "NULL") const
+    {
+        sql("INSERT INTO `$user` (id,uname,group_id,rid) VALUES (" + std::to_string(id) + ",'" + name + "'," +
+            std::to_string(group_id) + "," + rid + ")");
+    }
+    void add_group(int id, const std::string &name, const std::string &rid = "NULL") const
+    {
+        sql("INSERT INTO `$group` (id,gname,rid) VALUES (" + std::to_string(id) + ",'" + name + "'," + rid +
+            ")");
+    }
+
+    // One share by name; a failure fails the test.
+    qbobj_Share_t read(const char *name)
+    {
+        auto share = cleared(qbobj_clear_Share);
+        share.ShareName = name;
+        EXPECT_OK(qbobj_getShare(qbdb, db, &share, &err));
+        return share;
+    }
+};
+
+// A text that may be missing.
+inline std::string text(const char *value)
+{
+    return value == nullptr ? "NULL" : value;
+}
+
+} // namespace qbobj_test

@@ -1,0 +1,31 @@
+// An office's appliance, and one call of every operation on it: what the sweeps over all operations run.
+#pragma once
+
+#include "database.h"
+#include "json/operations.h"
+
+#include <string>
+#include <vector>
+
+namespace qbobj_test
+{
+
+// One call: an operation and its input, which must succeed on a fresh office unless `fails` is set.
+struct Scenario {
+    std::string operation;
+    qbobj_json::Json input;
+    bool fails = false; // an operation that callers know to fail always
+};
+
+void PrintTo(const Scenario &scenario, std::ostream *out);
+
+const std::vector<Scenario> &scenarios();
+
+// Users, groups, shares with every protocol, a clone, a backup job, an import list: made through the
+// operations.
+void furnish(Appliance &appliance);
+
+// Calls an operation with JSON.
+qbobj_json::Outcome call(Appliance &appliance, const std::string &operation, const qbobj_json::Json &input);
+
+} // namespace qbobj_test

@@ -1,0 +1,203 @@
+// Names and ids of existing rows.
+#include "database.h"
+#include "validate/validate.h"
+
+namespace
+{
+
+class ValidateDb : public qbobj_test::Database
+{
+  protected:
+    ValidateDb()
+    {
+        sql("INSERT INTO `$user`(id,uname,rid,is_privileged) VALUES(100,'bob',NULL,0),(101,'carol',NULL,0),"
+            "(-20,'Ada',20,0),(-21,'bob',21,0),(-22,'admin',22,0);"
+            "INSERT INTO `$group`(id,gname,rid,is_privileged) VALUES(100,'staff',NULL,0),(-7,'Crew',7,0),"
+            "(-8,'admin',8,0);"
+            "INSERT INTO share(id,zfs_name,name,volume_id,path) VALUES"
+            "(5,'data/photos','photos','data','/data/photos'),(6,'data/music','music','data','/data/music')");
+    }
+
+    static constexpr int untouched = -1000;
+    qbobj_env_t env{qbdb, &err};
+};
+
+TEST_F(ValidateDb, AccountNames)
+{
+    const struct {
+        bool group;
+        const char *name;
+        int local; // id, or untouched when the name is not found
+        int directory;
+    } cases[] = {
+        {false, "bob", 100, -21},
+        {false, "BOB", 100, untouched},
+        {false, "Ada", untouched, -20},
+        {false, "carol", 101, untouched},
+        {false, "admin", 95, 95}, // the privileged one wins
+        {false, "b' OR '1'='1", untouched, untouched},
+        {false, nullptr, untouched, untouched},
+        {true, "staff", 100, untouched},
+        {true, "STAFF", 100, untouched},
+        {true, "Crew", untouched, -7},
+        {true, "crew", untouched, untouched},
+        {true, "admin", 95, 95},
+        {true, nullptr, untouched, untouched},
+    };
+    for (const bool directory : {false, true}) {
+        for (const auto &expected : cases) {
+            SCOPED_TRACE(testing::Message() << (expected.name ? expected.name : "(null)") << directory);
+            const auto validate = expected.group ? qbobj_validate_db_groupname : qbobj_validate_db_username;
+            const int id = directory ? expected.directory : expected.local;
+            for (const bool as_default : {false, true}) {
+                int found = untouched;
+                EXPECT_EQ(id == untouched ? 1 : 0,
+                          validate(&env, db, as_default ? nullptr : expected.name, expected.name, &found));
+                EXPECT_EQ(id, found);
+            }
+        }
+        join_directory();
+    }
+    EXPECT_EQ(nullptr, err.msg);
+}
+
+TEST_F(ValidateDb, DefaultIsOnlyUsedWithoutAName)
+{
+    int id = 0;
+    EXPECT_EQ(1, qbobj_validate_db_username(&env, db, "nobody here", "bob", &id));
+    EXPECT_EQ(1, qbobj_validate_db_sharename(&env, db, "nothing here", "photos", &id));
+    EXPECT_EQ(0, qbobj_validate_db_sharename(&env, db, nullptr, "photos", &id));
+    EXPECT_EQ(5, id);
+}
+
+TEST_F(ValidateDb, AccountIdsTellMissingFromFailing)
+{
+    EXPECT_EQ(0, qbobj_validate_db_userid(&env, db, 100));
+    EXPECT_EQ(0, qbobj_validate_db_userid(&env, db, -20));
+    EXPECT_EQ(1, qbobj_validate_db_userid(&env, db, 999));
+    EXPECT_EQ(0, qbobj_validate_db_groupid(&env, db, 100));
+    EXPECT_EQ(1, qbobj_validate_db_groupid(&env, db, 999));
+    sql("ALTER TABLE `$user` RENAME TO a; ALTER TABLE `$group` RENAME TO b");
+    EXPECT_EQ(2, qbobj_validate_db_userid(&env, db, 100));
+    EXPECT_EQ(2, qbobj_validate_db_groupid(&env, db, 100));
+    EXPECT_EQ(nullptr, err.msg);
+    EXPECT_NE(std::string::npos, log().find("qbobj_validate_db:"));
+}
+
+TEST_F(ValidateDb, NamesOfOtherRows)
+{
+    sql("INSERT INTO backup(id,name) VALUES(3,'nightly');"
+        "INSERT INTO `$iscsi_lun`(id,name) VALUES(11,'lun');"
+        "INSERT INTO `$iscsi_lun_group`(id,name) VALUES(12,'target');"
+        "INSERT INTO `$iscsi_initiator`(id,name) VALUES(13,'iqn')");
+    const auto job = [](qbobj_env_t *call, sqlite3 *database, const char *name, const char *, int *id) {
+        return qbobj_validate_db_jobname(call, database, name, id);
+    };
+    const auto path = [](qbobj_env_t *call, sqlite3 *database, const char *name, const char *, int *id) {
+        return qbobj_validate_db_path_in_share(call, database, name, id);
+    };
+    using Validator = int (*)(qbobj_env_t *, sqlite3 *, const char *, const char *, int *);
+    const struct {
+        Validator validate;
+        const char *name;
+        int id; // 0: not found
+    } cases[] = {
+        {qbobj_validate_db_sharename, "Photos", 5},
+        {qbobj_validate_db_sharename, "films", 0},
+        {qbobj_validate_db_sharename, nullptr, 0},
+        {qbobj_validate_db_zfsname, "data/music", 6},
+        {qbobj_validate_db_zfsname, "music", 0},
+        {path, "/data/photos", 5},
+        {path, "/data/photos/2024/a.jpg", 5},
+        {path, "/DATA/Music/x", 6},
+        {path, "/data/photos2", 0},
+        {path, "/data", 0},
+        {path, nullptr, 0},
+        {job, "nightly", 3},
+        {job, "weekly", 0},
+        {job, nullptr, 0},
+        {qbobj_validate_db_lunname, "lun", 11},
+        {qbobj_validate_db_lunname, "target", 0},
+        {qbobj_validate_db_lungroupname, "target", 12},
+        {qbobj_validate_db_lungroupname, "iqn", 0},
+        {qbobj_validate_db_initiatorname, "iqn", 13},
+        {qbobj_validate_db_initiatorname, "lun", 0},
+    };
+    for (const auto &expected : cases) {
+        SCOPED_TRACE(expected.name ? expected.name : "(null)");
+        int id = 0;
+        EXPECT_EQ(expected.id == 0 ? 1 : 0, expected.validate(&env, db, expected.name, nullptr, &id));
+        EXPECT_EQ(expected.id, id);
+    }
+}
+
+TEST_F(ValidateDb, Volumes)
+{
+    sql("UPDATE _volume SET id='id-of-data' WHERE lv_name='data'");
+    char *by_name = nullptr;
+    EXPECT_EQ(0, qbobj_validate_db_volumename(&env, db, "data", nullptr, &by_name));
+    EXPECT_STREQ("id-of-data", by_name);
+    EXPECT_EQ(0, qbobj_validate_db_volumename(&env, db, "none", "data", &by_name));
+    EXPECT_EQ(nullptr, by_name);
+    EXPECT_EQ(1, qbobj_validate_db_volumename(&env, db, nullptr, nullptr, &by_name));
+
+    const char *id = nullptr;
+    EXPECT_EQ(0, qbobj_validate_db_volumeid(&env, db, "id-of-data", &id));
+    EXPECT_STREQ("id-of-data", id);
+    EXPECT_EQ(1, qbobj_validate_db_volumeid(&env, db, "data", &id));
+    EXPECT_EQ(1, qbobj_validate_db_volumeid(&env, db, nullptr, &id));
+    sql("UPDATE _volume SET lv_name='c' WHERE lv_name='data'");
+    EXPECT_EQ(0, qbobj_validate_db_volumeid(&env, db, nullptr, &id));
+    EXPECT_STREQ("id-of-data", id);
+    sql("ALTER TABLE _volume RENAME TO away");
+    EXPECT_EQ(1, qbobj_validate_db_volumename(&env, db, "data", nullptr, &by_name));
+    EXPECT_EQ(1, qbobj_validate_db_volumeid(&env, db, "id-of-data", &id));
+}
+
+TEST_F(ValidateDb, ListsOfNames)
+{
+    int *ids = nullptr;
+    int length = 0;
+    EXPECT_EQ(0, qbobj_validate_db_username_csv(&env, db, "bob, carol", &ids, &length));
+    ASSERT_EQ(2, length);
+    EXPECT_EQ(100, ids[0]);
+    EXPECT_EQ(101, ids[1]);
+    EXPECT_EQ(1, qbobj_validate_db_username_csv(&env, db, "carol,nobody here,bob", &ids, &length));
+    EXPECT_EQ(3, length);
+    EXPECT_EQ(101, ids[0]);
+    EXPECT_EQ(0, ids[2]);
+    EXPECT_EQ(0, qbobj_validate_db_groupname_csv(&env, db, "staff", &ids, &length));
+    EXPECT_EQ(1, length);
+    EXPECT_EQ(100, ids[0]);
+    EXPECT_EQ(0, qbobj_validate_db_groupname_csv(&env, db, "", &ids, &length));
+    EXPECT_EQ(0, length);
+
+    const char *users[] = {"carol", "BOB", nullptr};
+    EXPECT_EQ(0, qbobj_validate_db_username_array(&env, db, users, &ids, nullptr));
+    EXPECT_EQ(101, ids[0]);
+    EXPECT_EQ(100, ids[1]);
+    const char *group_names[] = {"staff", "users", nullptr};
+    EXPECT_EQ(0, qbobj_validate_db_groupname_array(&env, db, group_names, &ids, &length));
+    ASSERT_EQ(2, length);
+    EXPECT_EQ(99, ids[1]);
+    const char *none[] = {nullptr};
+    EXPECT_EQ(0, qbobj_validate_db_groupname_array(&env, db, none, &ids, &length));
+    EXPECT_EQ(0, length);
+}
+
+TEST_F(ValidateDb, NoListAtAllIsEmpty)
+{
+    int nothing = 0;
+    int *ids = &nothing;
+    int length = 5;
+    EXPECT_EQ(0, qbobj_validate_db_username_csv(&env, db, nullptr, &ids, &length));
+    EXPECT_EQ(nullptr, ids);
+    EXPECT_EQ(0, length);
+    ids = &nothing;
+    length = 5;
+    EXPECT_EQ(0, qbobj_validate_db_groupname_array(&env, db, nullptr, &ids, &length));
+    EXPECT_EQ(nullptr, ids);
+    EXPECT_EQ(0, length);
+}
+
+} // namespace
