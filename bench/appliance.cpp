@@ -12,14 +12,15 @@ namespace
 {
 
 // Tables that the options of a share stand in; a row's columns have fit defaults.
-constexpr std::array share_tables{"cifs_share_option",  "afp_share_option",  "nfs_share_option",
-                                  "ftp_share_option",   "http_share_option", "rsync_share_option",
-                                  "dlna_share_option",  "daap_share_option", "snapshot_schedule"};
+constexpr std::array share_tables{"cifs_share_option", "afp_share_option",  "nfs_share_option",
+                                  "ftp_share_option",  "http_share_option", "rsync_share_option",
+                                  "dlna_share_option", "daap_share_option", "snapshot_schedule"};
 
 template <class... Values>
 std::string format(const char *text, Values... values)
 {
-    const std::unique_ptr<char, decltype(&sqlite3_free)> formatted(sqlite3_mprintf(text, values...), sqlite3_free);
+    const std::unique_ptr<char, decltype(&sqlite3_free)> formatted(sqlite3_mprintf(text, values...),
+                                                                   sqlite3_free);
     if (formatted == nullptr)
         throw std::bad_alloc();
     return formatted.get();
@@ -43,7 +44,8 @@ void make_numbers(const Connection &connection, const char *table, int count)
 void add_accounts(const Connection &connection, int users)
 {
     make_numbers(connection, "listed", listed_accounts);
-    run(connection, "INSERT INTO `$group` (id,gname) SELECT %d+i,printf('group%%05d',i) FROM listed", first_account_id);
+    run(connection, "INSERT INTO `$group` (id,gname) SELECT %d+i,printf('group%%05d',i) FROM listed",
+        first_account_id);
     run(connection, "INSERT INTO host (id,name) SELECT i+1,printf('10.0.0.%%d',i+1) FROM listed");
     if (users == 0)
         return;
@@ -54,27 +56,31 @@ void add_accounts(const Connection &connection, int users)
         "printf('/home/user%%05d',i),99,20000,printf('User %%05d',i) FROM users",
         first_account_id);
     run(connection,
-        "INSERT INTO `$home_folder` (user_id,snapshot_protection_enabled,quota) SELECT %d+i,1,4096 FROM users",
+        "INSERT INTO `$home_folder` (user_id,snapshot_protection_enabled,quota) SELECT %d+i,1,4096 FROM "
+        "users",
         first_account_id);
 }
 
 void add_shares(const Connection &connection, const Contents &contents)
 {
     make_numbers(connection, "shares", contents.shares);
-    run(connection, "INSERT INTO share (id,zfs_name,name,comment,volume_id,path,user_id,group_id) "
-                    "SELECT i+1,printf('data/share%%05d',i),printf('share%%05d',i),printf('Share %%05d',i),'data',"
-                    "printf('/data/share%%05d',i),97,97 FROM shares");
+    run(connection,
+        "INSERT INTO share (id,zfs_name,name,comment,volume_id,path,user_id,group_id) "
+        "SELECT i+1,printf('data/share%%05d',i),printf('share%%05d',i),printf('Share %%05d',i),'data',"
+        "printf('/data/share%%05d',i),97,97 FROM shares");
     for (const char *table : share_tables)
         run(connection, "INSERT INTO %s (share_id) SELECT i+1 FROM shares", table);
     run(connection, "INSERT INTO zfs_attr (share_id,mb_quota,mb_reservation,mb_refquota,mb_refreservation,"
                     "compression,bit_rot_protection,dedup,logbias,sync) "
                     "SELECT i+1,2000,0,1000,0,1,1,0,'latency','standard' FROM shares");
-    run(connection, "INSERT INTO _zfs_stat (share_id,available,used,usedbydataset,usedbysnapshots,compressratio) "
-                    "SELECT i+1,1<<33,1<<30,1<<29,1<<29,'1.50x' FROM shares");
+    run(connection,
+        "INSERT INTO _zfs_stat (share_id,available,used,usedbydataset,usedbysnapshots,compressratio) "
+        "SELECT i+1,1<<33,1<<30,1<<29,1<<29,'1.50x' FROM shares");
 
     const auto add_list = [&](const char *account, int first_id, int entries) {
         run(connection,
-            "INSERT INTO %s_acl (share_id,%s_id,proto,read,write) SELECT shares.i+1,%d+(shares.i+listed.i)%%%d,"
+            "INSERT INTO %s_acl (share_id,%s_id,proto,read,write) SELECT "
+            "shares.i+1,%d+(shares.i+listed.i)%%%d,"
             "'cifs',1,0 FROM shares,listed WHERE listed.i<%d",
             account, account, first_id, listed_accounts, entries);
     };
@@ -134,9 +140,10 @@ std::string Connection::content() const
         return text;
     };
     // One SELECT a table, of all columns but the times.
-    const std::string selects =
-        rows("SELECT 'SELECT '''||T.name||''','||(SELECT group_concat('\"'||name||'\"') FROM pragma_table_info(T.name) "
-             "WHERE name<>'update_ts')||' FROM \"'||T.name||'\"' FROM sqlite_schema T WHERE type='table' ORDER BY name");
+    const std::string selects = rows("SELECT 'SELECT '''||T.name||''','||(SELECT "
+                                     "group_concat('\"'||name||'\"') FROM pragma_table_info(T.name) "
+                                     "WHERE name<>'update_ts')||' FROM \"'||T.name||'\"' FROM sqlite_schema "
+                                     "T WHERE type='table' ORDER BY name");
     std::string content;
     for (std::size_t begin = 0; begin < selects.size();) {
         const std::size_t end = selects.find("|\n", begin);

@@ -44,7 +44,7 @@ class Connection
 
 // What an appliance holds.
 struct Contents {
-    int shares = 0; // each with the options of all eight protocols and a folder
+    int shares = 0;        // each with the options of all eight protocols and a folder
     int users_on_list = 1; // of each share, over CIFS
     int groups_on_list = 1;
     int hosts_on_list = 1;

@@ -12,7 +12,8 @@ namespace qbobj_bench
 class Figures::Collector : public benchmark::BenchmarkReporter
 {
   public:
-    Collector(const std::map<std::string, Clock> &clocks, Seconds &seconds) : clocks_(clocks), seconds_(seconds)
+    Collector(const std::map<std::string, Clock> &clocks, Seconds &seconds)
+        : clocks_(clocks), seconds_(seconds)
     {
     }
     bool ReportContext(const Context &) override { return true; }

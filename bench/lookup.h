@@ -1,5 +1,5 @@
-// The statements of a hand-written program, in both of its ways: on a statement that it keeps, or formatting and
-// preparing it anew each time. Both read a row's columns from left to right into the fields of a record:
+// The statements of a hand-written program, in both of its ways: on a statement that it keeps, or formatting
+// and preparing it anew each time. Both read a row's columns from left to right into the fields of a record:
 //
 //     for (auto row = hosts(share_id, "cifs"); row.next();)
 //         row >> host.HostId >> host.HostName;
@@ -142,8 +142,8 @@ class Kept
                 i++;
         }
         sqlite3_stmt *prepared = nullptr;
-        if (sqlite3_prepare_v3(connection.db, text.c_str(), -1, SQLITE_PREPARE_PERSISTENT, &prepared, nullptr) !=
-            SQLITE_OK)
+        if (sqlite3_prepare_v3(connection.db, text.c_str(), -1, SQLITE_PREPARE_PERSISTENT, &prepared,
+                               nullptr) != SQLITE_OK)
             throw std::runtime_error(std::string(sqlite3_errmsg(connection.db)) + ": " + text);
         statement_.reset(prepared);
     }
@@ -217,7 +217,10 @@ class FreshRows : public Columns<FreshRows>
 class Fresh
 {
   public:
-    Fresh(const Connection &connection, std::string format) : connection_(connection), format_(std::move(format)) {}
+    Fresh(const Connection &connection, std::string format)
+        : connection_(connection), format_(std::move(format))
+    {
+    }
 
     template <class... Values>
     FreshRows operator()(Values... values) const

@@ -228,9 +228,9 @@ void ShareReader<Lookup>::read_schedule(int share_id, qbobj_Share_t &share)
     if (!row.next())
         return;
     qbobj_Schedule_t &schedule = *(share.SnapshotSchedule = create<qbobj_Schedule_t>(pool()));
-    row >> schedule.Enabled >> schedule.Minute >> schedule.Hour >> schedule.DayOfMonth >> schedule.DayOfWeek >>
-        schedule.Month >> schedule.LastTaken >> schedule.PurgeManualSnapshot >> schedule.LastDailyTaken >>
-        schedule.LastWeeklyTaken;
+    row >> schedule.Enabled >> schedule.Minute >> schedule.Hour >> schedule.DayOfMonth >>
+        schedule.DayOfWeek >> schedule.Month >> schedule.LastTaken >> schedule.PurgeManualSnapshot >>
+        schedule.LastDailyTaken >> schedule.LastWeeklyTaken;
 }
 
 template <class Lookup>
@@ -244,7 +244,8 @@ void ShareReader<Lookup>::read_use(int share_id, qbobj_Share_t &share)
     Tail<qbobj_SnapshotClone_t> clones(pool(), share.SnapshotClones);
     for (auto row = clones_(share_id); row.next();) {
         qbobj_SnapshotClone_t &clone = clones.append();
-        row >> clone.resource_id >> clone.ClonedShareName >> clone.ParentSnapshotName >> clone.ParentShareName;
+        row >> clone.resource_id >> clone.ClonedShareName >> clone.ParentSnapshotName >>
+            clone.ParentShareName;
     }
 }
 
@@ -307,9 +308,10 @@ void ShareReader<Lookup>::read_cifs(int share_id, qbobj_Share_t &share)
         qbobj_CifsShareOption_t &option = *(share.Cifs = create<qbobj_CifsShareOption_t>(pool()));
         row >> option.DefaultAccess >> option.AllowGuestAccess >> option.ShareDisplayOption >>
             option.EnableRecycleBin >> option.RecycleAgeLimit >> option.RecycleSizeLimit >>
-            option.NewFileFolderPermAutoset >> option.AclChangeRestrictionToggle >> option.FileCreateGroupRights >>
-            option.FileCreateEveryoneRights >> option.FolderCreateGroupRights >> option.FolderCreateEveryoneRights >>
-            option.EnableOplocks >> option.NotAvailable >> option.EnableDFS;
+            option.NewFileFolderPermAutoset >> option.AclChangeRestrictionToggle >>
+            option.FileCreateGroupRights >> option.FileCreateEveryoneRights >>
+            option.FolderCreateGroupRights >> option.FolderCreateEveryoneRights >> option.EnableOplocks >>
+            option.NotAvailable >> option.EnableDFS;
     }
     read_hosts(share_id, "cifs", *share.Cifs);
     read_accounts(share_id, "cifs", *share.Cifs);

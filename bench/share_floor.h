@@ -59,7 +59,8 @@ class ShareReader
                                    "OR (%d AND U.id=%d AND U.rid IS NOT NULL)"};
     Lookup group_name_{connection_, "SELECT G.gname FROM `$group` G WHERE G.id=%d "
                                     "OR (%d AND G.id=%d AND G.rid IS NOT NULL)"};
-    Lookup schedule_{connection_, R"(SELECT SS.enabled,SS.minute,SS.hour,SS.day_of_month,SS.day_of_week,SS.month,
+    Lookup schedule_{connection_,
+                     R"(SELECT SS.enabled,SS.minute,SS.hour,SS.day_of_month,SS.day_of_week,SS.month,
         SS.last_taken,SS.purge_manual_snapshot,SS.last_daily_taken,SS.last_weekly_taken
         FROM snapshot_schedule SS WHERE share_id=%d)"};
     Lookup hosts_{connection_, R"(SELECT H.id,H.name,CASE WHEN HA.write THEN 'ReadWrite'

@@ -1,4 +1,5 @@
-// Creating shares by hand. Of the words that a record may hold only those that the measured shares hold are known.
+// Creating shares by hand. Of the words that a record may hold only those that the measured shares hold are
+// known.
 #include "share_writer.h"
 
 namespace qbobj_bench
@@ -62,8 +63,9 @@ int ShareWriter::insert(const qbobj_Share_t &share)
     if (auto row = guest_group_(); row.next())
         row >> group;
     const char *no_text = nullptr;
-    finish(share_(share.ShareName, share.VolumeId, "share", share.ShareName, share.Comment, no_text, share.VolumeId,
-                  share.ShareName, share.VolumeId, all_rights, all_rights, all_rights, 1, owner, group));
+    finish(share_(share.ShareName, share.VolumeId, "share", share.ShareName, share.Comment, no_text,
+                  share.VolumeId, share.ShareName, share.VolumeId, all_rights, all_rights, all_rights, 1,
+                  owner, group));
     const int share_id = static_cast<int>(sqlite3_last_insert_rowid(connection_.db));
     uint64_t free_kb = 0;
     if (auto row = free_space_(share.VolumeId); row.next())
@@ -77,10 +79,10 @@ int ShareWriter::insert(const qbobj_Share_t &share)
 
 void ShareWriter::insert_cifs(const qbobj_CifsShareOption_t &option, int share_id)
 {
-    finish(cifs_(share_id, "writeable", option.AllowGuestAccess, option.ShareDisplayOption, file_rights, file_rights,
-                 option.NewFileFolderPermAutoset, all_rights, all_rights, option.AclChangeRestrictionToggle,
-                 option.EnableRecycleBin, option.RecycleSizeLimit, option.RecycleAgeLimit, option.EnableOplocks, 1,
-                 option.EnableDFS));
+    finish(cifs_(share_id, "writeable", option.AllowGuestAccess, option.ShareDisplayOption, file_rights,
+                 file_rights, option.NewFileFolderPermAutoset, all_rights, all_rights,
+                 option.AclChangeRestrictionToggle, option.EnableRecycleBin, option.RecycleSizeLimit,
+                 option.RecycleAgeLimit, option.EnableOplocks, 1, option.EnableDFS));
     write_hosts(cifs_lists_, option.HostAcl, share_id);
     write_accounts(cifs_lists_, option, share_id);
     finish(no_dfs_links_(share_id));

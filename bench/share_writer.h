@@ -64,8 +64,9 @@ class ShareWriter
                            "VALUES(%d,%d,%Q,1)"};
     Kept ftp_{connection_, R"(INSERT INTO ftp_share_option
         (share_id,available,ftp_access,ftp_mask,ftp_create_mask,ftp_directory_mask) VALUES(%d,%d,%Q,%d,%d,%d))"};
-    Kept rsync_{connection_, "INSERT INTO rsync_share_option (share_id,available,rsync_access,passwordprotection) "
-                             "VALUES(%d,%d,%Q,%Q)"};
+    Kept rsync_{connection_,
+                "INSERT INTO rsync_share_option (share_id,available,rsync_access,passwordprotection) "
+                "VALUES(%d,%d,%Q,%Q)"};
     Kept dlna_{connection_, "INSERT INTO dlna_share_option (share_id,available,access,media_type) "
                             "VALUES(%d,%d,'readonly',%d)"};
     Kept daap_{connection_, "INSERT INTO daap_share_option (share_id,available) VALUES(%d,%d)"};
@@ -87,7 +88,8 @@ class ShareWriter
     Kept host_{connection_, "INSERT OR REPLACE INTO `host_acl` (share_id,host_id,proto,read,write,root) "
                             "VALUES(%d,%d,%Q,%d,%d,%d)"};
     Kept no_users_{connection_, "DELETE FROM `user_acl` WHERE share_id=%d AND proto=%Q"};
-    Kept user_{connection_, "INSERT INTO `user_acl` (share_id,user_id,proto,read,write) VALUES(%d,%d,%Q,%d,%d)"};
+    Kept user_{connection_,
+               "INSERT INTO `user_acl` (share_id,user_id,proto,read,write) VALUES(%d,%d,%Q,%d,%d)"};
     Kept no_groups_{connection_, "DELETE FROM `group_acl` WHERE share_id=%d AND proto=%Q"};
     Kept group_{connection_,
                 "INSERT INTO `group_acl` (share_id,group_id,proto,read,write) VALUES(%d,%d,%Q,%d,%d)"};

@@ -7,7 +7,8 @@ namespace qbobj_bench
 std::string UserReader::listable(const char *selected, const char *order)
 {
     return std::string("SELECT ") + selected +
-           " FROM `$user` U WHERE U.is_privileged=0 AND U.group_id<>98 AND U.rid IS NULL AND U.uname<>'nobody' "
+           " FROM `$user` U WHERE U.is_privileged=0 AND U.group_id<>98 AND U.rid IS NULL AND "
+           "U.uname<>'nobody' "
            "AND U.uname<>'guest' AND U.group_id<>IFNULL((SELECT id FROM `$group` G WHERE G.gname='guest'),"
            "(SELECT id FROM `$group` G WHERE G.gname='nogroup'))" +
            order;

@@ -25,10 +25,12 @@ class UserReader
     Kept directory_mode_{connection_, "SELECT CASE WHEN S.security='ads' THEN 1 ELSE 0 END "
                                       "FROM service_cifs S LIMIT 1"};
     Kept count_{connection_, listable("COUNT(*)")};
-    Kept all_{connection_,
-              listable("U.id,U.uname,(SELECT G.gname FROM `$group` G WHERE G.id=U.group_id),U.home,U.email,U.passwd,"
-                       "CASE WHEN U.rid IS NULL THEN 0 ELSE 1 END,U.fullname,U.is_locked,U.group_id",
-                       " ORDER BY U.uname")};
+    Kept all_{
+        connection_,
+        listable(
+            "U.id,U.uname,(SELECT G.gname FROM `$group` G WHERE G.id=U.group_id),U.home,U.email,U.passwd,"
+            "CASE WHEN U.rid IS NULL THEN 0 ELSE 1 END,U.fullname,U.is_locked,U.group_id",
+            " ORDER BY U.uname")};
     Kept quotas_{connection_, R"(SELECT S.zfs_name,Q.mb_hard,QS.mb_used FROM user_quota Q
         INNER JOIN share S ON S.id=Q.share_id
         LEFT JOIN _user_quota_stat QS ON QS.share_id=Q.share_id AND QS.user_id=Q.user_id WHERE Q.user_id=%d)"};

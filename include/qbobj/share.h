@@ -100,26 +100,26 @@ struct qbobj_ZvolShareOption {
 
 /** A share's options for Windows clients. */
 struct qbobj_CifsShareOption {
-    int NotAvailable;                     /**< 0/1: the share is not offered by the protocol */
-    int Changed;                          /**< 0/1: input of a modification, the options are to be written */
-    const char *DefaultAccess;            /**< access word for those whom no list names */
-    int _void_AllowGuestAccess;           /**< non-zero: AllowGuestAccess is not given */
-    int AllowGuestAccess;                 /**< 0/1: guests may enter */
-    int _void_ShareDisplayOption;         /**< non-zero: ShareDisplayOption is not given */
-    int ShareDisplayOption;               /**< non-zero: the share is hidden when browsing; kept as given */
-    int _void_EnableRecycleBin;           /**< non-zero: EnableRecycleBin is not given */
-    int EnableRecycleBin;                 /**< 0/1: deleted files go to a recycle bin */
-    int _void_RecycleSizeLimit;           /**< non-zero: RecycleSizeLimit is not given */
-    int RecycleSizeLimit;                 /**< size limit of the recycle bin in MB */
-    int _void_RecycleAgeLimit;            /**< non-zero: RecycleAgeLimit is not given */
-    int RecycleAgeLimit;                  /**< age limit of the recycle bin; 0 is none */
-    int _void_NewFileFolderPermAutoset;   /**< non-zero: NewFileFolderPermAutoset is not given */
-    int NewFileFolderPermAutoset;         /**< 0/1: new files and folders get the rights below */
-    int _void_AclChangeRestrictionToggle; /**< non-zero: AclChangeRestrictionToggle is not given */
-    int AclChangeRestrictionToggle;       /**< permission bits that clients cannot take away */
-    const char *FileCreateGroupRights;    /**< access word: the group's right to a new file */
-    const char *FileCreateEveryoneRights; /**< access word: everyone's right to a new file */
-    const char *FolderCreateGroupRights;  /**< access word: the group's right to a new folder */
+    int NotAvailable;                       /**< 0/1: the share is not offered by the protocol */
+    int Changed;                            /**< 0/1: set by a modification: something differs now */
+    const char *DefaultAccess;              /**< access word for those whom no list names */
+    int _void_AllowGuestAccess;             /**< non-zero: AllowGuestAccess is not given */
+    int AllowGuestAccess;                   /**< 0/1: guests may enter */
+    int _void_ShareDisplayOption;           /**< non-zero: ShareDisplayOption is not given */
+    int ShareDisplayOption;                 /**< non-zero: the share is hidden when browsing; kept as given */
+    int _void_EnableRecycleBin;             /**< non-zero: EnableRecycleBin is not given */
+    int EnableRecycleBin;                   /**< 0/1: deleted files go to a recycle bin */
+    int _void_RecycleSizeLimit;             /**< non-zero: RecycleSizeLimit is not given */
+    int RecycleSizeLimit;                   /**< size limit of the recycle bin in MB */
+    int _void_RecycleAgeLimit;              /**< non-zero: RecycleAgeLimit is not given */
+    int RecycleAgeLimit;                    /**< age limit of the recycle bin; 0 is none */
+    int _void_NewFileFolderPermAutoset;     /**< non-zero: NewFileFolderPermAutoset is not given */
+    int NewFileFolderPermAutoset;           /**< 0/1: new files and folders get the rights below */
+    int _void_AclChangeRestrictionToggle;   /**< non-zero: AclChangeRestrictionToggle is not given */
+    int AclChangeRestrictionToggle;         /**< permission bits that clients cannot take away */
+    const char *FileCreateGroupRights;      /**< access word: the group's right to a new file */
+    const char *FileCreateEveryoneRights;   /**< access word: everyone's right to a new file */
+    const char *FolderCreateGroupRights;    /**< access word: the group's right to a new folder */
     const char *FolderCreateEveryoneRights; /**< access word: everyone's right to a new folder */
     int _void_EnableOplocks;                /**< non-zero: EnableOplocks is not given */
     int EnableOplocks;                      /**< 0/1: opportunistic locks */
@@ -132,16 +132,16 @@ struct qbobj_CifsShareOption {
 
 /** A share's options for Apple clients. */
 struct qbobj_AfpShareOption {
-    int NotAvailable;                     /**< 0/1: the share is not offered by the protocol */
-    int Changed;                          /**< 0/1: input of a modification, the options are to be written */
-    const char *DefaultAccess;            /**< access word for those whom no list names */
-    int _void_AllowGuestAccess;           /**< non-zero: AllowGuestAccess is not given */
-    int AllowGuestAccess;                 /**< 0/1: guests may enter */
-    int _void_NewFileFolderPermAutoset;   /**< non-zero: NewFileFolderPermAutoset is not given */
-    int NewFileFolderPermAutoset;         /**< 0/1: new files and folders get the rights below */
-    const char *FileCreateGroupRights;    /**< access word: the group's right to a new file */
-    const char *FileCreateEveryoneRights; /**< access word: everyone's right to a new file */
-    const char *FolderCreateGroupRights;  /**< access word: the group's right to a new folder */
+    int NotAvailable;                       /**< 0/1: the share is not offered by the protocol */
+    int Changed;                            /**< 0/1: set by a modification: something differs now */
+    const char *DefaultAccess;              /**< access word for those whom no list names */
+    int _void_AllowGuestAccess;             /**< non-zero: AllowGuestAccess is not given */
+    int AllowGuestAccess;                   /**< 0/1: guests may enter */
+    int _void_NewFileFolderPermAutoset;     /**< non-zero: NewFileFolderPermAutoset is not given */
+    int NewFileFolderPermAutoset;           /**< 0/1: new files and folders get the rights below */
+    const char *FileCreateGroupRights;      /**< access word: the group's right to a new file */
+    const char *FileCreateEveryoneRights;   /**< access word: everyone's right to a new file */
+    const char *FolderCreateGroupRights;    /**< access word: the group's right to a new folder */
     const char *FolderCreateEveryoneRights; /**< access word: everyone's right to a new folder */
     qbobj_HostAcl_t *HostAcl;               /**< list: access of hosts */
     qbobj_UserAcl_t *UserAcl;               /**< list: access of users */
@@ -150,14 +150,14 @@ struct qbobj_AfpShareOption {
 
 /** A share's options for FTP clients. */
 struct qbobj_FtpShareOption {
-    int NotAvailable;                     /**< 0/1: the share is not offered by the protocol */
-    int Changed;                          /**< 0/1: input of a modification, the options are to be written */
-    const char *DefaultAccess;            /**< access word for those whom no list names */
-    int _void_NewFileFolderPermAutoset;   /**< non-zero: NewFileFolderPermAutoset is not given */
-    int NewFileFolderPermAutoset;         /**< 0/1: new files and folders get the rights below */
-    const char *FileCreateGroupRights;    /**< access word: the group's right to a new file */
-    const char *FileCreateEveryoneRights; /**< access word: everyone's right to a new file */
-    const char *FolderCreateGroupRights;  /**< access word: the group's right to a new folder */
+    int NotAvailable;                       /**< 0/1: the share is not offered by the protocol */
+    int Changed;                            /**< 0/1: set by a modification: something differs now */
+    const char *DefaultAccess;              /**< access word for those whom no list names */
+    int _void_NewFileFolderPermAutoset;     /**< non-zero: NewFileFolderPermAutoset is not given */
+    int NewFileFolderPermAutoset;           /**< 0/1: new files and folders get the rights below */
+    const char *FileCreateGroupRights;      /**< access word: the group's right to a new file */
+    const char *FileCreateEveryoneRights;   /**< access word: everyone's right to a new file */
+    const char *FolderCreateGroupRights;    /**< access word: the group's right to a new folder */
     const char *FolderCreateEveryoneRights; /**< access word: everyone's right to a new folder */
     qbobj_HostAcl_t *HostAcl;               /**< list: access of hosts */
     qbobj_UserAcl_t *UserAcl;               /**< list: access of users */
@@ -167,7 +167,7 @@ struct qbobj_FtpShareOption {
 /** A share's options for NFS clients. */
 struct qbobj_NfsShareOption {
     int NotAvailable;          /**< 0/1: the share is not offered by the protocol */
-    int Changed;               /**< 0/1: input of a modification, the options are to be written */
+    int Changed;               /**< 0/1: set by a modification: something differs now */
     const char *DefaultAccess; /**< access word for hosts that the list does not name */
     int Sync;                  /**< 0/1: writes are answered when they are on disk */
     qbobj_HostAcl_t *HostAcl;  /**< list: access of hosts */
@@ -176,7 +176,7 @@ struct qbobj_NfsShareOption {
 /** A share's options for media players (DLNA). */
 struct qbobj_DlnaShareOption {
     int NotAvailable;          /**< 0/1: the share is not offered by the protocol */
-    int Changed;               /**< 0/1: input of a modification, the options are to be written */
+    int Changed;               /**< 0/1: set by a modification: something differs now */
     const char *DefaultAccess; /**< "ReadOnly" or "Disabled" */
     const char *MediaType; /**< "", "Audio", "Video", "Video,Audio", "Images", "Images,Audio", "Images,Video",
                               "All" */
@@ -185,23 +185,23 @@ struct qbobj_DlnaShareOption {
 /** A share's options for music players (DAAP). */
 struct qbobj_DaapShareOption {
     int NotAvailable; /**< 0/1: the share is not offered by the protocol */
-    int Changed;      /**< 0/1: input of a modification, the options are to be written */
+    int Changed;      /**< 0/1: set by a modification: something differs now */
 };
 
 /** A share's options for rsync clients. */
 struct qbobj_RsyncShareOption {
-    int NotAvailable;               /**< 0/1: the share is not offered by the protocol */
-    int Changed;                    /**< 0/1: input of a modification, the options are to be written */
-    const char *DefaultAccess;      /**< access word for hosts that the list does not name */
-    const char *PasswordProtection; /**< "Enabled" or "Disabled": clients must log in */
-    qbobj_HostAcl_t *HostAcl;       /**< list: access of hosts */
+    int NotAvailable;                         /**< 0/1: the share is not offered by the protocol */
+    int Changed;                              /**< 0/1: set by a modification: something differs now */
+    const char *DefaultAccess;                /**< access word for hosts that the list does not name */
+    const char *PasswordProtection;           /**< "Enabled" or "Disabled": clients must log in */
+    qbobj_HostAcl_t *HostAcl;                 /**< list: access of hosts */
     qbobj_UserPasswordAcl_t *UserPasswordAcl; /**< list: logins of clients */
 };
 
 /** A share's options for HTTP clients. */
 struct qbobj_HttpShareOption {
     int NotAvailable;           /**< 0/1: the share is not offered by the protocol */
-    int Changed;                /**< 0/1: input of a modification, the options are to be written */
+    int Changed;                /**< 0/1: set by a modification: something differs now */
     const char *DefaultAccess;  /**< access word for those whom no list names */
     qbobj_HostAcl_t *HostAcl;   /**< list: access of hosts */
     qbobj_UserAcl_t *UserAcl;   /**< list: access of users */
@@ -237,13 +237,13 @@ struct qbobj_Share {
     const char *ShareType;              /**< "share" (a folder) or "zvol" (a block volume) */
     const char *ShareName;              /**< name */
     int VisibleSnapshot;                /**< 0/1: snapshots are shown below VisibleSnapFolder */
-    int OldVisibleSnapshot;             /**< input of a modification: VisibleSnapshot so far */
+    int OldVisibleSnapshot;             /**< set by a modification or deletion: VisibleSnapshot so far */
     const char *VisibleSnapFolder;      /**< folder in which snapshots are shown; "" when they are hidden */
-    const char *OldShareName;           /**< input of a modification: the name so far */
+    const char *OldShareName;           /**< set by a modification or deletion: the name so far */
     const char *Comment;                /**< description; "" when there is none */
     const char *VolumeId;               /**< volume that holds the share */
     const char *Path;                   /**< path of the folder */
-    const char *OldPath;                /**< input of a migration: the path so far */
+    const char *OldPath;                /**< set by a modification or deletion: the path so far */
     int _void_QuotaMB;                  /**< non-zero: QuotaMB is not given */
     uint64_t QuotaMB;                   /**< size limit with snapshots and children, in MB; 0 is none */
     int _void_ReserveMB;                /**< non-zero: ReserveMB is not given */

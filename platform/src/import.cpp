@@ -84,17 +84,17 @@ bool is_disk(const std::string &folder)
 
 int import_disks(const Call &call)
 {
-    const std::string base = below_root(call.qbdb, "/sys/block");
+    const std::string base = below_root(call.qbdb, "/sys/block/");
     const std::unique_ptr<DIR, CloseDirectory> directory(opendir(base.c_str()));
     if (!directory)
         return call.fail(SQLITE_CANTOPEN, ("cannot read " + base).c_str(), unit);
     std::vector<std::string> here;
     while (const dirent *entry = readdir(directory.get()))
-        if (entry->d_name[0] != '.' && is_disk(base + "/" + entry->d_name))
+        if (entry->d_name[0] != '.' && is_disk(base + entry->d_name))
             here.emplace_back(entry->d_name);
     std::sort(here.begin(), here.end());
     for (const std::string &name : here)
-        if (const int rc = store_disk(call, base + "/" + name, name); rc != SQLITE_OK)
+        if (const int rc = store_disk(call, base + name, name); rc != SQLITE_OK)
             return rc;
 
     std::vector<std::string> known;

@@ -13,8 +13,6 @@
 #include <string>
 #include <sys/wait.h>
 
-extern char **environ;
-
 using namespace qbdb;
 
 namespace
@@ -89,16 +87,18 @@ int qbdb_fs_get_attr_scanf(qbdb_handle_t * /*qbdb*/, const char *dataset, const 
 {
     if (!is_name(dataset) || !is_name(property))
         return SQLITE_MISUSE;
-    int taken = 0;
-    va_list arguments;
-    va_start(arguments, format);
+    std::string output;
     try {
         const char *const command[] = {"zfs", "get", "-Hp", "-o", "value", property, dataset, nullptr};
-        if (std::string output; run_program(command, output))
-            taken = std::vsscanf(output.c_str(), format, arguments);
+        if (!run_program(command, output))
+            return SQLITE_NOTFOUND;
     } catch (const std::bad_alloc &) {
-        taken = 0;
+        return SQLITE_NOMEM;
     }
+    va_list arguments;
+    va_start(arguments, format);
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): it is begun on the line before
+    const int taken = std::vsscanf(output.c_str(), format, arguments);
     va_end(arguments);
     return taken > 0 ? 0 : SQLITE_NOTFOUND;
 }

@@ -294,7 +294,7 @@ int add_listed_user(qbobj_env_t *env, sqlite3 *db, qbobj_User_t &user, int &grou
     if (!uid)
         return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for user. %s", uid.error());
     user.UserId = uid.value;
-    // Imported accounts carry last_changed in another unit, 60/24/24, by which they are told apart.
+    // Here last_changed is divided by 60/24/24 and so is no day number: callers depend on both divisors.
     const Status inserted = sql.exec(
         R"(INSERT INTO `$user` (id,uname,passwd,email,home,group_id,shell,is_privileged,last_changed)
         VALUES(%d,%Q,%Q,%Q,%Q,%d,'/bin/false',0,STRFTIME('%%s',DATETIME('NOW'))/60/24/24))",

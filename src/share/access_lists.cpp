@@ -152,7 +152,7 @@ int replace_accounts(qbobj_env_t *env, sqlite3 *db, Entry *acl, int32_t share_id
             return rc;
         if (qbobj_validate_read_write(entry.Access, nullptr, &read, &write) != 0)
             return raise(env, QBOBJ_ERROR_API_ARGS, List::bad_access, entry.Access);
-        if (repeats_default(access, read, write) && !List::is_always_listed(env, db, id))
+        if (repeats_default(access, read, write))
             continue;
         const Status inserted = sql.exec(List::insert, share_id, id, proto, read, write);
         if (!inserted)

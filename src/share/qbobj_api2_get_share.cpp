@@ -158,14 +158,16 @@ int read_clones(const ShareReading &reading, int share_id, qbobj_SnapshotClone_t
     return 0;
 }
 
-// The quotas of users or of groups. The tables differ only in this word.
+// The quotas of users or of groups. The tables differ only in these words.
 struct QuotaKind {
     const char *word;
     const char *name_column;
+    const char
+        *accounts; // with its quotes: a statement with a splice inside quotes is prepared anew each time
     const char *table;
 };
-constexpr QuotaKind user_quota{"user", "uname", "user_quota"};
-constexpr QuotaKind group_quota{"group", "gname", "group_quota"};
+constexpr QuotaKind user_quota{"user", "uname", "`$user`", "user_quota"};
+constexpr QuotaKind group_quota{"group", "gname", "`$group`", "group_quota"};
 
 int read_quotas(const ShareReading &reading, int share_id, const QuotaKind &kind, qbobj_Quota_t *&list)
 {
@@ -174,8 +176,8 @@ int read_quotas(const ShareReading &reading, int share_id, const QuotaKind &kind
         R"(SELECT Q.%s_id,S.zfs_name,Q.mb_hard,QS.mb_used,A.%s FROM %s_quota Q
         INNER JOIN share S ON S.id=Q.share_id
         LEFT JOIN _%s_quota_stat QS ON QS.share_id=Q.share_id AND QS.%s_id=Q.%s_id
-        LEFT JOIN `$%s` A ON A.id=Q.%s_id WHERE Q.share_id=%d)",
-        kind.word, kind.name_column, kind.word, kind.word, kind.word, kind.word, kind.word, kind.word,
+        LEFT JOIN %s A ON A.id=Q.%s_id WHERE Q.share_id=%d)",
+        kind.word, kind.name_column, kind.word, kind.word, kind.word, kind.word, kind.accounts, kind.word,
         share_id);
     if (!rows)
         return raise_failed_read(reading.env, {kind.table, rows.error()});

@@ -229,7 +229,8 @@ int64_t to_integer(const Json &json, int64_t min, int64_t max, const std::string
 
 uint64_t to_unsigned(const Json &json, const std::string &where)
 {
-    if (!json.is_number_unsigned())
+    const bool negative = json.is_number_integer() && !json.is_number_unsigned() && json.get<int64_t>() < 0;
+    if (!json.is_number_integer() || negative)
         throw BadInput(where + " must be a whole number of 0 or more, not " + json.dump());
     return json.get<uint64_t>();
 }
