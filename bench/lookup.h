@@ -92,8 +92,7 @@ class Columns
     int column_ = 0;
 };
 
-/* ---- Kept statements -------------------------------------------------------------------------------------
- */
+/* ---- Kept statements ----------------------------------------------------------------------------------- */
 
 class KeptRows : public Columns<KeptRows>
 {
@@ -174,8 +173,7 @@ class Kept
     std::unique_ptr<sqlite3_stmt, Finalize> statement_;
 };
 
-/* ---- Statements prepared anew ----------------------------------------------------------------------------
- */
+/* ---- Statements prepared anew -------------------------------------------------------------------------- */
 
 class FreshRows : public Columns<FreshRows>
 {

@@ -178,8 +178,7 @@ void ShareReader<Lookup>::complete(int share_id, qbobj_Share_t &share)
     read_quotas(group_quotas_, share_id, share.GroupQuota);
 }
 
-/* ---- The folder ------------------------------------------------------------------------------------------
- */
+/* ---- The folder ---------------------------------------------------------------------------------------- */
 
 template <class Lookup>
 void ShareReader<Lookup>::read_folder(const char *path, qbobj_FileStat_t &stat)
@@ -218,8 +217,7 @@ void ShareReader<Lookup>::read_owners(qbobj_FileStat_t &stat, int uid, int gid)
         stat.Group->GroupName = apr_psprintf(pool(), "%d", gid);
 }
 
-/* ---- Schedule, markers, quotas ---------------------------------------------------------------------------
- */
+/* ---- Schedule, markers, quotas ------------------------------------------------------------------------- */
 
 template <class Lookup>
 void ShareReader<Lookup>::read_schedule(int share_id, qbobj_Share_t &share)
@@ -259,8 +257,7 @@ void ShareReader<Lookup>::read_quotas(const Lookup &quotas, int share_id, qbobj_
     }
 }
 
-/* ---- Access lists ----------------------------------------------------------------------------------------
- */
+/* ---- Access lists -------------------------------------------------------------------------------------- */
 
 template <class Lookup>
 template <class Option>
@@ -295,8 +292,7 @@ void ShareReader<Lookup>::read_accounts(int share_id, const char *proto, Option 
     }
 }
 
-/* ---- Options ---------------------------------------------------------------------------------------------
- */
+/* ---- Options ------------------------------------------------------------------------------------------- */
 
 template <class Lookup>
 void ShareReader<Lookup>::read_cifs(int share_id, qbobj_Share_t &share)

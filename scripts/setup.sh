@@ -7,7 +7,7 @@ packages=(
     g++ cmake ninja-build pkg-config ccache
     libapr1-dev libsqlite3-dev libxml2-dev libacl1-dev libcrypt-dev acl
     libcli11-dev nlohmann-json3-dev libgtest-dev libbenchmark-dev
-    clang clang-format clang-tidy libclang-rt-14-dev valgrind sqlite3 python3
+    clang clang-format clang-tidy libclang-rt-14-dev valgrind sqlite3 python3 jq
 )
 
 missing=()

@@ -12,8 +12,7 @@
 extern "C" {
 #endif
 
-/* ---- Records ---------------------------------------------------------------------------------------------
- */
+/* ---- Records ------------------------------------------------------------------------------------------- */
 
 /** The quota of one user or group on one share. */
 struct qbobj_Quota {
@@ -192,17 +191,20 @@ struct qbobj_SecurityAdsProgress {
     int DoneAt;        /**< end of the import, Unix seconds */
 };
 
-/* ---- Directory security ---------------------------------------------------------------------------------- */
+/* ---- Directory security -------------------------------------------------------------------------------- */
 
 /** Reads how file-sharing users are authenticated, from `service_cifs`.
  *  @param o  filled but for `restrictAccountOu`; `passWord` is always masked
  *  @return 0 or QBOBJ_ERROR_DB_MISC */
-QBOBJ_API int qbobj_getSecurity(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Security_t *o, qbobj_error_rec_t *err);
+QBOBJ_API int qbobj_getSecurity(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Security_t *o,
+                                qbobj_error_rec_t *err);
 
 /** Stores how file-sharing users are authenticated, in `service_cifs`. The domain's password is not stored.
  *  @param o  `Security` is "user" or "ads"; the realm and the login server are checked for "ads" only
- *  @return 0; QBOBJ_ERROR_API_ARGS; QBOBJ_ERROR_UI__ADS_BAD_WORKGROUP, _REALM or _SEC_SERVER; QBOBJ_ERROR_DB_MISC */
-QBOBJ_API int qbobj_setSecurity(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Security_t *o, qbobj_error_rec_t *err);
+ *  @return 0; QBOBJ_ERROR_API_ARGS; QBOBJ_ERROR_UI__ADS_BAD_WORKGROUP, _REALM or _SEC_SERVER;
+ * QBOBJ_ERROR_DB_MISC */
+QBOBJ_API int qbobj_setSecurity(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Security_t *o,
+                                qbobj_error_rec_t *err);
 
 /** Reads how far the import of directory accounts is, from `_ads_importer`.
  *  @param o  filled
@@ -210,8 +212,7 @@ QBOBJ_API int qbobj_setSecurity(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Security
 QBOBJ_API int qbobj_getSecurityAdsProgress(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_SecurityAdsProgress_t *o,
                                            qbobj_error_rec_t *err);
 
-/* ---- Users read ------------------------------------------------------------------------------------------
- */
+/* ---- Users read ---------------------------------------------------------------------------------------- */
 
 /** Lists users of one kind, local or directory ones, with quotas, home settings and Time Machine area. System
  * accounts, 'nobody', guests and remote users (primary group 98) are never listed. Reads `$user`, `$group`,
@@ -292,8 +293,7 @@ QBOBJ_API int qbobj_getPosixUIDbyUID(qbdb_handle_t *qbdb, sqlite3 *db, int uid, 
 QBOBJ_API int qbobj_getPosixUIDGID(qbdb_handle_t *qbdb, sqlite3 *db, const char *uname, int *uid, int *gid,
                                    qbobj_error_rec_t *err);
 
-/* ---- Groups ----------------------------------------------------------------------------------------------
- */
+/* ---- Groups -------------------------------------------------------------------------------------------- */
 
 /** Lists groups of one kind, local or directory ones, with quotas and secondary members. System groups,
  * 'guest' and 'nogroup' are never listed. Reads `$group`, `group_quota`, `_group_quota_stat`, `share`,
@@ -383,8 +383,7 @@ QBOBJ_API int qbobj_deleteGroup(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Group_t 
 QBOBJ_API int qbobj_modifyGroup(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Group_t *group,
                                 qbobj_error_rec_t *err);
 
-/* ---- Users written ---------------------------------------------------------------------------------------
- */
+/* ---- Users written ------------------------------------------------------------------------------------- */
 
 /**
  * Creates local users, with their quotas, home settings and Time Machine areas.
@@ -515,8 +514,7 @@ QBOBJ_API int qbobj_deleteUser(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_User_t *u
 QBOBJ_API int qbobj_deleteUserByName(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_User_t *user,
                                      qbobj_error_rec_t *err);
 
-/* ---- Passwords and defaults ------------------------------------------------------------------------------
- */
+/* ---- Passwords and defaults ---------------------------------------------------------------------------- */
 
 /**
  * Reads the recovery data of the administrator's password, from `passwordrecovery`.

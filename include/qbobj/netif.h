@@ -11,8 +11,7 @@
 extern "C" {
 #endif
 
-/* ---- Records ---------------------------------------------------------------------------------------------
- */
+/* ---- Records ------------------------------------------------------------------------------------------- */
 
 /** A network interface. Addresses are IPv4. */
 struct qbobj_NetworkInterface {
@@ -33,8 +32,7 @@ struct qbobj_NetworkInterfaceCollection {
     qbobj_NetworkInterface_t *NetworkInterface; /**< list: the interfaces */
 };
 
-/* ---- Operations ------------------------------------------------------------------------------------------
- */
+/* ---- Operations ---------------------------------------------------------------------------------------- */
 
 #ifdef __cplusplus
 }

@@ -12,8 +12,7 @@
 extern "C" {
 #endif
 
-/* ---- Records: settings of a service ----------------------------------------------------------------------
- */
+/* ---- Records: settings of a service -------------------------------------------------------------------- */
 
 /** Settings of "cifs". */
 struct qbobj_CifsOptions {
@@ -142,8 +141,7 @@ struct qbobj_ProtocolCollection {
     qbobj_Protocol_t *Protocol; /**< list: the services */
 };
 
-/* ---- Records: Time Machine and vault ---------------------------------------------------------------------
- */
+/* ---- Records: Time Machine and vault ------------------------------------------------------------------- */
 
 /** The appliance-wide Time Machine target. */
 struct qbobj_Timemachine {
@@ -165,8 +163,7 @@ struct qbobj_Vault {
     const char *DefaultJob;   /**< name of the default job */
 };
 
-/* ---- Records: UPS devices --------------------------------------------------------------------------------
- */
+/* ---- Records: UPS devices ------------------------------------------------------------------------------ */
 
 /** A UPS device: how it is reached, and what it reports. */
 struct qbobj_UpsConfig {
@@ -200,8 +197,7 @@ struct qbobj_UpsConfigCollection {
     qbobj_UpsConfig_t *UpsConfig; /**< list: the devices */
 };
 
-/* ---- Records: TiVo archiver ------------------------------------------------------------------------------
- */
+/* ---- Records: TiVo archiver ---------------------------------------------------------------------------- */
 
 /** A TiVo device that the bridge service reports. */
 struct qbobj_TIVOhostsAcl {
@@ -228,8 +224,7 @@ struct qbobj_TivoMak {
     const char *key;    /**< the key */
 };
 
-/* ---- Operations ------------------------------------------------------------------------------------------
- */
+/* ---- Operations ---------------------------------------------------------------------------------------- */
 
 #ifdef __cplusplus
 }

@@ -15,8 +15,7 @@
 extern "C" {
 #endif
 
-/* ---- Records: access lists -------------------------------------------------------------------------------
- */
+/* ---- Records: access lists ----------------------------------------------------------------------------- */
 
 /** A host or network that access lists name. */
 struct qbobj_Host {
@@ -87,8 +86,7 @@ struct qbobj_FileStat {
     int _PosixMode;             /**< mode of the folder, as stat() gives it */
 };
 
-/* ---- Records: options of the protocols -------------------------------------------------------------------
- */
+/* ---- Records: options of the protocols ----------------------------------------------------------------- */
 
 /** A block volume. */
 struct qbobj_ZvolShareOption {
@@ -210,8 +208,7 @@ struct qbobj_HttpShareOption {
     int EnableWebDav;           /**< 0/1: clients may write with WebDAV */
 };
 
-/* ---- Records: shares -------------------------------------------------------------------------------------
- */
+/* ---- Records: shares ----------------------------------------------------------------------------------- */
 
 /** An application that holds a share. */
 struct qbobj_UsedBy {
@@ -315,11 +312,9 @@ struct qbobj_SimpleShareCollection {
     qbobj_SimpleShare_t *SimpleShare; /**< list: the shares */
 };
 
-/* ---- Operations ------------------------------------------------------------------------------------------
- */
+/* ---- Operations ---------------------------------------------------------------------------------------- */
 
-/* ---- Operations: shares read -----------------------------------------------------------------------------
- */
+/* ---- Operations: shares read --------------------------------------------------------------------------- */
 
 /**
  * Lists the shares of type "share", whole records, by name without regard to case.
@@ -465,8 +460,7 @@ QBOBJ_API int qbobj_getPathAccess(qbdb_handle_t *qbdb, sqlite3 *db, const char *
 QBOBJ_API int qbobj_getShareSnapshotSchedule(qbdb_handle_t *qbdb, sqlite3 *db, const char *share_name,
                                              qbobj_Schedule_t **snapshot_schedule, qbobj_error_rec_t *err);
 
-/* ---- Operations: who uses a share ------------------------------------------------------------------------
- */
+/* ---- Operations: who uses a share ---------------------------------------------------------------------- */
 
 /**
  * Lists the processes that work on a share, from table process_on_share.
@@ -563,18 +557,17 @@ QBOBJ_API int qbobj_modifyShareUsedBy(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Us
  */
 QBOBJ_API int qbobj_modifyShareUsedByExclusive(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_UsedBy_t *usedby,
                                                const char *ShareId, qbobj_error_rec_t *err);
-/* ---- Operations: shares written --------------------------------------------------------------------------
- */
+/* ---- Operations: shares written ------------------------------------------------------------------------ */
 
 /**
  * Creates shares and block volumes.
  *
- * Each record needs `ShareName` and a `VolumeId` (null is the volume named "c"); `ShareType` is "share" unless
- * given. Without `Path` the share lies at "/", the volume's name, "/" and the share's name. Without `Stat` the
- * guest owns it and everyone may read and write; in a `Stat`, `User` and `Group` are required, and their account
- * is the `resource_id`, or the account's id where that is negative. Option records, `UsedBy`, `Zvol` and
- * `SnapshotSchedule` are stored where they are given; without a schedule a snapshot is taken every hour. A
- * protocol whose record is null gets no options.
+ * Each record needs `ShareName` and a `VolumeId` (null is the volume named "c"); `ShareType` is "share"
+ * unless given. Without `Path` the share lies at "/", the volume's name, "/" and the share's name. Without
+ * `Stat` the guest owns it and everyone may read and write; in a `Stat`, `User` and `Group` are required, and
+ * their account is the `resource_id`, or the account's id where that is negative. Option records, `UsedBy`,
+ * `Zvol` and `SnapshotSchedule` are stored where they are given; without a schedule a snapshot is taken every
+ * hour. A protocol whose record is null gets no options.
  *
  * A missing access word or right counts as "ReadWrite" (for DLNA "ReadOnly"), a missing `PasswordProtection`
  * as "Disabled", a missing number of the storage attributes as 0. Missing options for Windows clients: guests
@@ -588,9 +581,10 @@ QBOBJ_API int qbobj_modifyShareUsedByExclusive(qbdb_handle_t *qbdb, sqlite3 *db,
  * @param share  the records; null creates nothing. On success each record's `resource_id` and `ShareId` are
  *               "VOLUME/NAME"; entries of account lists that were looked up by name carry the account's id
  * @param err    QBOBJ_ERROR_UI__NAME_TOO_LONG, QBOBJ_ERROR_UI__SHARENAME_RESERVED: the name;
- *               QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS; QBOBJ_ERROR_UI__NO_LDAP_OBJECT: the directory does not
- *               know a listed name; QBOBJ_ERROR_API_ARGS: anything else that is given wrongly, e.g. a
- *               `RefQuotaMB` above the volume's free space; QBOBJ_ERROR_DB_MISC
+ *               QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS;
+ *               QBOBJ_ERROR_UI__NO_LDAP_OBJECT: the directory does not know a listed name;
+ *               QBOBJ_ERROR_API_ARGS: anything else that is given wrongly, e.g. a `RefQuotaMB` above the
+ *               volume's free space; QBOBJ_ERROR_DB_MISC
  * @return 0 or the error code
  */
 QBOBJ_API int qbobj_addShare(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Share_t *share, qbobj_error_rec_t *err);
@@ -599,28 +593,30 @@ QBOBJ_API int qbobj_addShare(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Share_t *sh
  * Changes shares: of each record only what it carries (texts and sub-records that are not null, numbers whose
  * `_void_` flag is 0).
  *
- * The share is found by `resource_id`. Another `ShareName` (compared without case) renames it together with its
- * snapshots, clones, backup jobs and markers; `VisibleSnapshot` counts when `VisibleSnapFolder` is given. In a
- * given option record the switches without a `_void_` flag and all lists count: a null list becomes empty. A
- * protocol without options gets them, except the one for Windows clients; a `DefaultAccess` of "Disabled"
- * removes DLNA's and rsync's. FTP's `NotAvailable` is not changed. `Changed` of each option record becomes 1
- * when something differs afterwards, else 0; for rsync it stays 0.
+ * The share is found by `resource_id`. Another `ShareName` (compared without case) renames it together with
+ * its snapshots, clones, backup jobs and markers; `VisibleSnapshot` counts when `VisibleSnapFolder` is given.
+ * In a given option record the switches without a `_void_` flag and all lists count: a null list becomes
+ * empty. A protocol without options gets them, except the one for Windows clients; a `DefaultAccess` of
+ * "Disabled" removes DLNA's and rsync's. FTP's `NotAvailable` is not changed. `Changed` of each option record
+ * becomes 1 when something differs afterwards, else 0; for rsync it stays 0.
  *
  * The pairs of one table's update must fit into 512 bytes; a value beyond that is left out and a warning
  * that names its column is logged.
  *
  * Reads tables share, _volume and _zfs_stat; writes those of qbobj_addShare(), and user_quota, group_quota,
- * $snapshot, $snapshot_clones, backup and service_http. The services "cifs" and "ftp" are told of their options.
+ * $snapshot, $snapshot_clones, backup and service_http. The services "cifs" and "ftp" are told of their
+ * options.
  *
  * @param share           the records; null changes nothing. Receives `OldShareName`, `OldPath`, `Path` and
  *                        `OldVisibleSnapshot`
- * @param modifyOneShare  0: the whole list is changed, a null `Path` is read and `Stat->_PosixMode` receives the
- *                        share's mode; non-zero: only the first record is, and `Path` is filled by a rename alone
+ * @param modifyOneShare  0: the whole list is changed, a null `Path` is read and `Stat->_PosixMode`
+ *                        receives the share's mode; non-zero: only the first record is changed, and `Path`
+ *                        is filled by a rename alone
  * @param err             QBOBJ_ERROR_UI__NAME_TOO_LONG, QBOBJ_ERROR_UI__SHARENAME_RESERVED,
  *                        QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS, QBOBJ_ERROR_UI__SHARE_CANNOT_RENAME (a
- *                        protected name): the new name; QBOBJ_ERROR_UI__NO_LDAP_OBJECT: the directory does not
- *                        know a listed name; QBOBJ_ERROR_API_ARGS: anything else that is given wrongly;
- *                        QBOBJ_ERROR_DB_MISC
+ *                        protected name): the new name; QBOBJ_ERROR_UI__NO_LDAP_OBJECT: the directory
+ *                        does not know a listed name; QBOBJ_ERROR_API_ARGS: anything else that is given
+ *                        wrongly; QBOBJ_ERROR_DB_MISC
  * @return 0 or the error code
  */
 QBOBJ_API int qbobj_modifyShare(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Share_t *share, int modifyOneShare,
@@ -656,18 +652,19 @@ QBOBJ_API int qbobj_modifyZvol(qbdb_handle_t *qbdb, sqlite3 *db, const char *Zfs
                                const char *Comment, uint64_t SizeKB, int IsSparse, qbobj_error_rec_t *err);
 
 /**
- * Deletes shares with everything that hangs on them: options, lists, snapshots and clones on record, schedule,
- * quotas, markers of applications, backup jobs from or to them. A share that is the HTTP service's web root
- * stops being it. Process markers and the DLNA, DAAP and rsync rows stay.
+ * Deletes shares with everything that hangs on them: options, lists, snapshots and clones on record,
+ * schedule, quotas, markers of applications, backup jobs from or to them. A share that is the HTTP service's
+ * web root stops being it. Process markers and the DLNA, DAAP and rsync rows stay.
  *
  * A share in whose folder another one lies is not deleted. The services "cifs" and "ftp" are told when the
  * record carries their options.
  *
- * Writes tables share, *_share_option, *_acl, cifs_dfs_option, snapshot_schedule, $snapshot, $snapshot_clones,
- * $application_on_share, *_quota, _*_quota_stat, zfs_attr, _zfs_stat, backup and service_http.
+ * Writes tables share, *_share_option, *_acl, cifs_dfs_option, snapshot_schedule, $snapshot,
+ * $snapshot_clones, $application_on_share, *_quota, _*_quota_stat, zfs_attr, _zfs_stat, backup and
+ * service_http.
  *
- * @param share  the records, found by `resource_id`, else by `ShareId`; null deletes nothing. Receives `Path`,
- *               `OldPath`, `OldShareName` and `OldVisibleSnapshot`
+ * @param share  the records, found by `resource_id`, else by `ShareId`; null deletes nothing. Receives
+ *               `Path`, `OldPath`, `OldShareName` and `OldVisibleSnapshot`
  * @param err    QBOBJ_ERROR_API_ARGS: no such share, or another share lies in it; QBOBJ_ERROR_DB_MISC;
  *               QBOBJ_ERROR_UNKNOWN (the record then stays empty); QBOBJ_ERROR_DB_NOTEXISTS
  * @return 0 or the error code
@@ -676,8 +673,8 @@ QBOBJ_API int qbobj_deleteShare(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Share_t 
                                 qbobj_error_rec_t *err);
 
 /**
- * Deletes the share or block volume of a dataset, as qbobj_deleteShare() does but without regard to shares that
- * lie in it, and tells no service. A dataset that does not exist is a success.
+ * Deletes the share or block volume of a dataset, as qbobj_deleteShare() does but without regard to shares
+ * that lie in it, and tells no service. A dataset that does not exist is a success.
  *
  * @param ZfsName  dataset name
  * @param err      QBOBJ_ERROR_DB_MISC, QBOBJ_ERROR_UNKNOWN (the record then stays empty)
@@ -706,8 +703,8 @@ QBOBJ_API int qbobj_deleteShareOnVolume(qbdb_handle_t *qbdb, sqlite3 *db, const 
  *                  share lives on that volume, or an argument is null; QBOBJ_ERROR_DB_MISC
  * @return 0 or the error code
  */
-QBOBJ_API int qbobj_preMigrateShare(qbdb_handle_t *qbdb, sqlite3 *db, const char *ShareId, const char *VolumeId,
-                                    qbobj_error_rec_t *err);
+QBOBJ_API int qbobj_preMigrateShare(qbdb_handle_t *qbdb, sqlite3 *db, const char *ShareId,
+                                    const char *VolumeId, qbobj_error_rec_t *err);
 
 /**
  * Ends a share's move to another volume.
@@ -729,8 +726,8 @@ QBOBJ_API int qbobj_postMigrateShare(qbdb_handle_t *qbdb, sqlite3 *db, const cha
 
 /**
  * Clones a share's configuration under a new name on the same volume: its row, quotas, access lists, options,
- * schedule and storage attributes. rsync's options and logins, links to other servers, markers and snapshots are
- * not cloned, and data is not touched.
+ * schedule and storage attributes. rsync's options and logins, links to other servers, markers and snapshots
+ * are not cloned, and data is not touched.
  *
  * Reads and writes tables share, *_quota, *_acl, *_share_option, snapshot_schedule and zfs_attr.
  *

@@ -11,8 +11,7 @@
 extern "C" {
 #endif
 
-/* ---- Records: volumes and disks --------------------------------------------------------------------------
- */
+/* ---- Records: volumes and disks ------------------------------------------------------------------------ */
 
 /** The id of an object, as operations on mixed objects take it. */
 struct qbobj_ResourceId {
@@ -120,8 +119,7 @@ struct qbobj_DiskDiff {
     int IsSignedByMaltrex;         /**< 0/1: the firmware is signed */
 };
 
-/* ---- Records: snapshots ----------------------------------------------------------------------------------
- */
+/* ---- Records: snapshots -------------------------------------------------------------------------------- */
 
 /** When snapshots are made: the five fields of a cron line, and what was made last. */
 struct qbobj_Schedule {
@@ -185,8 +183,7 @@ struct qbobj_SnapshotCloneCollection {
     qbobj_SnapshotClone_t *SnapshotClone; /**< list: the clones */
 };
 
-/* ---- Records: health -------------------------------------------------------------------------------------
- */
+/* ---- Records: health ----------------------------------------------------------------------------------- */
 
 /** The readings of a disk. */
 struct qbobj_DiskHealth {
@@ -272,8 +269,7 @@ struct qbobj_UpsHealthCollection {
     qbobj_UpsHealth_t *Health;          /**< list: one a device */
 };
 
-/* ---- Records: schedules of volumes -----------------------------------------------------------------------
- */
+/* ---- Records: schedules of volumes --------------------------------------------------------------------- */
 
 /** The five fields of a cron line, each in cron's syntax. */
 struct qbobj_CronSchedule {
@@ -300,8 +296,7 @@ struct qbobj_VolumeScheduleCollection {
     qbobj_VolumeSchedule_t *VolumeSchedule; /**< list: the tasks */
 };
 
-/* ---- Operations ------------------------------------------------------------------------------------------
- */
+/* ---- Operations ---------------------------------------------------------------------------------------- */
 
 #ifdef __cplusplus
 }

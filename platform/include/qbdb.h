@@ -72,8 +72,7 @@ typedef struct _qbdb_handle {
     int readonly;            /**< non-zero: transactions only read */
 } qbdb_handle_t;
 
-/* ---- Transactions ----------------------------------------------------------------------------------------
- */
+/* ---- Transactions -------------------------------------------------------------------------------------- */
 
 /** Begins a transaction: BEGIN IMMEDIATE, or a deferred one when the handle is read only. A busy database is
  *  waited for. Returns 0 or SQLite's result code. */
@@ -85,8 +84,7 @@ int qbdb_sql_commit(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char 
 /** Rolls back. Without an open transaction it does nothing and returns 0. */
 int qbdb_sql_rollback(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char *file, int line);
 
-/* ---- Statements ------------------------------------------------------------------------------------------
- */
+/* ---- Statements ---------------------------------------------------------------------------------------- */
 
 /** Runs one statement; text after it is an error. */
 int qbdb_sql_exec_mprintf(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char *file, int line,
@@ -108,8 +106,7 @@ int qbdb_sql_get_int32_mprintf(qbdb_handle_t *qbdb, sqlite3 *db, int32_t *value,
 int qbdb_sql_get_scaler_mprintf(qbdb_handle_t *qbdb, sqlite3 *db, char **value, int *found, char **errmsg,
                                 const char *file, int line, const char *format, ...);
 
-/* ---- Copies of tables, to find out what an operation changed ---------------------------------------------
- */
+/* ---- Copies of tables, to find out what an operation changed ------------------------------------------- */
 
 /** Copies `table` to the temporary table `copy`, which is replaced when it exists. */
 int qbdb_sql_duplicate_table(qbdb_handle_t *qbdb, sqlite3 *db, const char *table, const char *copy,
@@ -137,8 +134,7 @@ int qbdb_sql_compare_table_row(qbdb_handle_t *qbdb, sqlite3 *db, const char *tab
 int qbdb_sql_delete_tables(qbdb_handle_t *qbdb, sqlite3 *db, const char *tag, const char *const *tables,
                            char **errmsg, const char *file, int line);
 
-/* ---- Log, system state, services -------------------------------------------------------------------------
- */
+/* ---- Log, system state, services ----------------------------------------------------------------------- */
 
 /** Logs one line (time, level, unit:line, text) when `level` is at most the handle's. `flag` is 1 on lines
  * that report an error and 0 on traces. A line end at the end of the text is not doubled. */
@@ -171,8 +167,7 @@ int qbdb_fs_get_attr_scanf(qbdb_handle_t *qbdb, const char *dataset, const char 
 /** The folder in which a snapshot of the file system at `path` can be browsed, or null for no name. */
 const char *snapshot_get_path(qbdb_handle_t *qbdb, const char *path, const char *snapshot);
 
-/* ---- Account ids -----------------------------------------------------------------------------------------
- */
+/* ---- Account ids --------------------------------------------------------------------------------------- */
 
 /** The POSIX uid of a directory user's (negative) internal id, or a negative number when unknown. */
 int qbdb_util_get_posix_uid(qbdb_handle_t *qbdb, int uid);
@@ -189,8 +184,7 @@ const char *qbdb_util_get_domain_gname_by_gid(qbdb_handle_t *qbdb, int gid);
 /** 1 when directory accounts are not mirrored into the local tables, else 0. */
 int qbdb_get_no_sync_ads(qbdb_handle_t *qbdb, sqlite3 *db);
 
-/* ---- Text helpers ----------------------------------------------------------------------------------------
- */
+/* ---- Text helpers -------------------------------------------------------------------------------------- */
 
 /** Splits a comma-separated list into a null-terminated array; blanks round an item are trimmed, an empty
  * text is an empty array. `*count` (when not null) receives the number of items. Returns 0, or non-zero when
@@ -205,8 +199,7 @@ uint32_t qbdb_rand(void);
 /** Appends `src` to the text in `dst`, a buffer of `size` bytes; what does not fit is cut. Returns `dst`. */
 char *strncat_safe(char *dst, const char *src, size_t size);
 
-/* ---- Life of a database (embedded default only) ----------------------------------------------------------
- */
+/* ---- Life of a database (embedded default only) -------------------------------------------------------- */
 
 /** How qbdb_open() opens. Zero-initialise it and set what differs from the default. */
 typedef struct qbdb_options {

@@ -4,8 +4,7 @@
 #include <qbobj/account.h>
 #include <qbobj/env.h>
 
-/* ---- Directory security ----------------------------------------------------------------------------------
- */
+/* ---- Directory security -------------------------------------------------------------------------------- */
 
 int x_qbobj_getSecurity(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Security_t *o);
 int x_qbobj_setSecurity(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Security_t *o);
@@ -15,8 +14,7 @@ int x_qbobj_getSecurityAdsProgress(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Securi
 // which callers ignore: a failure counts as local mode.
 qbobj_error_t qbobj_api2_isAdsMode(qbobj_env_t *qbobj, sqlite3 *db, int32_t *is_ads_mode);
 
-/* ---- Users read ------------------------------------------------------------------------------------------
- */
+/* ---- Users read ---------------------------------------------------------------------------------------- */
 
 int x_qbobj_getUserCollection(qbobj_env_t *qbobj, sqlite3 *db, qbobj_UserCollection_t *collection,
                               qbobj_AccountQuery_t *query, int encrypt_flag);
@@ -44,8 +42,7 @@ int x_qbobj_getPosixGIDbyGID(qbobj_env_t *qbobj, sqlite3 *db, int gid);
 int x_qbobj_getPosixUIDGID(qbobj_env_t *qbobj, sqlite3 *db, const char *uname, int *uid, int *gid);
 int x_qbobj_isMemberOfGroup(qbobj_env_t *qbobj, sqlite3 *db, const char *uname, const char *gname);
 
-/* ---- Users written ---------------------------------------------------------------------------------------
- */
+/* ---- Users written ------------------------------------------------------------------------------------- */
 
 int x_qbobj_addUser(qbobj_env_t *qbobj, sqlite3 *db, qbobj_User_t *user);
 int x_qbobj_addUserList(qbobj_env_t *qbobj, sqlite3 *db, qbobj_User_t *user);
@@ -62,8 +59,7 @@ int x_qbobj_modifyUserVisibleSnapFolder(qbobj_env_t *qbobj, sqlite3 *db, int Use
 int x_qbobj_deleteUser(qbobj_env_t *qbobj, sqlite3 *db, qbobj_User_t *user);
 int x_qbobj_deleteUserByName(qbobj_env_t *qbobj, sqlite3 *db, qbobj_User_t *user);
 
-/* ---- Groups ----------------------------------------------------------------------------------------------
- */
+/* ---- Groups -------------------------------------------------------------------------------------------- */
 
 int x_qbobj_getGroupCollection(qbobj_env_t *qbobj, sqlite3 *db, qbobj_GroupCollection_t *collection,
                                qbobj_AccountQuery_t *query);
@@ -77,8 +73,7 @@ int x_qbobj_modifyGroup(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Group_t *group);
 qbobj_error_t _getGroupQuota(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Group_t *group);
 qbobj_error_t _getSecondaryMember(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Group_t *group);
 
-/* ---- Passwords and defaults ------------------------------------------------------------------------------
- */
+/* ---- Passwords and defaults ---------------------------------------------------------------------------- */
 
 int x_qbobj_getAdminPassword(qbobj_env_t *qbobj, sqlite3 *db, qbobj_AdminPassword_t *passwd);
 int x_qbobj_setAdminPassword(qbobj_env_t *qbobj, sqlite3 *db, qbobj_AdminPassword_t *passwd);
@@ -87,8 +82,7 @@ int x_qbobj_setMyPassword(qbobj_env_t *qbobj, sqlite3 *db, qbobj_MyPassword_t *p
 int x_qbobj_getAccountDefault(qbobj_env_t *qbobj, sqlite3 *db, qbobj_AccountDefault_t *account_default);
 int x_qbobj_setAccountDefault(qbobj_env_t *qbobj, sqlite3 *db, qbobj_AccountDefault_t *account_default);
 
-/* ---- What the workers share ------------------------------------------------------------------------------
- */
+/* ---- What the workers share ---------------------------------------------------------------------------- */
 
 namespace qbobj
 {

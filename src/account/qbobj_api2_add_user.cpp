@@ -23,7 +23,7 @@ bool is_local_uid(int uid)
     return uid >= min_uid && uid <= max_uid;
 }
 
-// ---- What a new account may consist of -------------------------------------------------------------------
+// ---- What a new account may consist of -----------------------------------------------------------------
 
 // `name` receives the name to store.
 int check_user_name(const qbobj_env_t *env, const char *given, const char *&name)
@@ -127,7 +127,7 @@ int check_name_is_free(const qbobj_env_t *env, sqlite3 *db, const char *name)
     return raise(env, QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS, "User (%s) already exists.", name);
 }
 
-// ---- User ids --------------------------------------------------------------------------------------------
+// ---- User ids ------------------------------------------------------------------------------------------
 
 // The first free id at or above the mark in account_default, which moves on behind it; -1 when there is none.
 Int32 _get_next_available_uid(const qbobj_env_t *env, sqlite3 *db)
@@ -172,7 +172,7 @@ int find_uid(const qbobj_env_t *env, sqlite3 *db, qbobj_User_t &user)
     return 0;
 }
 
-// ---- The rows of a new account ---------------------------------------------------------------------------
+// ---- The rows of a new account -------------------------------------------------------------------------
 
 int insert_quotas(const qbobj_env_t *env, sqlite3 *db, const qbobj_User_t &user)
 {
@@ -315,7 +315,7 @@ int add_each(qbobj_env_t *env, sqlite3 *db, qbobj_User_t *chain, Add add)
     return 0;
 }
 
-// ---- The import list -------------------------------------------------------------------------------------
+// ---- The import list -----------------------------------------------------------------------------------
 
 using Names = std::unordered_set<std::string_view>;
 

@@ -63,8 +63,7 @@ int find_guest_group(qbobj_env_t *env, sqlite3 *db, int *gid)
 
 } // namespace
 
-/* ---- Details of one group --------------------------------------------------------------------------------
- */
+/* ---- Details of one group ------------------------------------------------------------------------------ */
 
 qbobj_error_t _getGroupQuota(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Group_t *group)
 {
@@ -96,8 +95,7 @@ qbobj_error_t _getSecondaryMember(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Group_t
     return QBOBJ_ERROR_OK;
 }
 
-/* ---- Groups ----------------------------------------------------------------------------------------------
- */
+/* ---- Groups -------------------------------------------------------------------------------------------- */
 
 int x_qbobj_getGroupCollection(qbobj_env_t *qbobj, sqlite3 *db, qbobj_GroupCollection_t *collection,
                                qbobj_AccountQuery_t *query)
@@ -181,8 +179,7 @@ int x_qbobj_getSystemGroup(qbobj_env_t *qbobj, sqlite3 *db, qbobj_SystemGroup_t 
     return 0;
 }
 
-/* ---- Identity --------------------------------------------------------------------------------------------
- */
+/* ---- Identity ------------------------------------------------------------------------------------------ */
 
 int x_qbobj_getGID(qbobj_env_t *qbobj, sqlite3 *db, const char *gname, int *gid)
 {

@@ -174,8 +174,7 @@ int find_user(qbobj_env_t *env, sqlite3 *db, bool ads, const char *uname, int *u
 
 } // namespace
 
-/* ---- Details of one user ---------------------------------------------------------------------------------
- */
+/* ---- Details of one user ------------------------------------------------------------------------------- */
 
 qbobj_error_t qbobj_api2_getUserQuota(qbobj_env_t *qbobj, sqlite3 *db, qbobj_User_t *user)
 {
@@ -239,8 +238,7 @@ qbobj_error_t qbobj_api2_getUserTimeMachineQuota(qbobj_env_t *qbobj, sqlite3 *db
     return QBOBJ_ERROR_OK;
 }
 
-/* ---- Users -----------------------------------------------------------------------------------------------
- */
+/* ---- Users --------------------------------------------------------------------------------------------- */
 
 int qbobj::find_user_key(qbobj_env_t *env, const Directory &directory, qbobj_User_t &user, int &key)
 {
@@ -311,8 +309,7 @@ int x_qbobj_getUser(qbobj_env_t *qbobj, sqlite3 *db, qbobj_User_t *user)
     return 0;
 }
 
-/* ---- Users by id and name alone --------------------------------------------------------------------------
- */
+/* ---- Users by id and name alone ------------------------------------------------------------------------ */
 
 int qbobj::read_system_user(qbobj_env_t *env, sqlite3 *db, const Directory &directory,
                             qbobj_SystemUser_t &user)
@@ -386,8 +383,7 @@ int x_qbobj_getUserInGroupName(qbobj_env_t *qbobj, sqlite3 *db, const char *gnam
     return 0;
 }
 
-/* ---- Identity --------------------------------------------------------------------------------------------
- */
+/* ---- Identity ------------------------------------------------------------------------------------------ */
 
 int x_qbobj_getUID(qbobj_env_t *qbobj, sqlite3 *db, const char *uname, int *uid)
 {

@@ -20,7 +20,7 @@ struct Rename {
     const char *new_home = nullptr; // null when no name was given
 };
 
-// ---- The columns of the user -----------------------------------------------------------------------------
+// ---- The columns of the user ---------------------------------------------------------------------------
 
 int check_new_name(qbobj_env_t *env, sqlite3 *db, const char *given, int key, const char *&name)
 {
@@ -136,7 +136,7 @@ int update_user(const qbobj_env_t *env, const Sql &sql, int key, const Changes &
     return 0;
 }
 
-// ---- What belongs to the user ----------------------------------------------------------------------------
+// ---- What belongs to the user --------------------------------------------------------------------------
 
 int update_quotas(const qbobj_env_t *env, const Sql &sql, int key, qbobj_Quota_t *quotas)
 {

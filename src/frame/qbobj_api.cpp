@@ -150,8 +150,7 @@ int write_registry_entry(qbobj_env_t *env, const Sql &sql, const char *key, cons
     return 0;
 }
 
-/* ---- Folder attributes -----------------------------------------------------------------------------------
- */
+/* ---- Folder attributes --------------------------------------------------------------------------------- */
 
 constexpr auto share_flag_columns =
     std::tuple{&qbobj_folder_attribute_t::cifs_flags, &qbobj_folder_attribute_t::dlna_flags,
@@ -207,8 +206,7 @@ int read_folder_attribute(qbobj_env_t *env, const Sql &sql, sqlite3 *db, const c
     return 0;
 }
 
-/* ---- Time Machine space ----------------------------------------------------------------------------------
- */
+/* ---- Time Machine space -------------------------------------------------------------------------------- */
 
 // The first entry of a folder, in directory order, that is a sparse bundle; empty when there is none.
 std::filesystem::path find_sparse_bundle(const std::filesystem::path &folder)

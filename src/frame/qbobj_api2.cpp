@@ -7,8 +7,7 @@
 
 using namespace qbobj;
 
-/* ---- Directory security ----------------------------------------------------------------------------------
- */
+/* ---- Directory security -------------------------------------------------------------------------------- */
 
 int qbobj_getSecurity(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Security_t *o, qbobj_error_rec_t *err)
 {
@@ -26,8 +25,7 @@ int qbobj_getSecurityAdsProgress(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Securit
     return framed({__func__, qbdb, db, err, here()}, x_qbobj_getSecurityAdsProgress, dumped(o));
 }
 
-/* ---- Users read ------------------------------------------------------------------------------------------
- */
+/* ---- Users read ---------------------------------------------------------------------------------------- */
 
 int qbobj_getUserCollection(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_UserCollection_t *collection,
                             qbobj_AccountQuery_t *query, int encrypt_flag, qbobj_error_rec_t *err)
@@ -84,8 +82,7 @@ int qbobj_getPosixUIDGID(qbdb_handle_t *qbdb, sqlite3 *db, const char *uname, in
     return framed({__func__, qbdb, db, err, here()}, x_qbobj_getPosixUIDGID, uname, uid, gid);
 }
 
-/* ---- Groups ----------------------------------------------------------------------------------------------
- */
+/* ---- Groups -------------------------------------------------------------------------------------------- */
 
 int qbobj_getGroupCollection(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_GroupCollection_t *collection,
                              qbobj_AccountQuery_t *query, qbobj_error_rec_t *err)
@@ -150,8 +147,7 @@ int qbobj_modifyGroup(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Group_t *group, qb
     return framed({__func__, qbdb, db, err, here()}, x_qbobj_modifyGroup, dumped(group));
 }
 
-/* ---- Users written ---------------------------------------------------------------------------------------
- */
+/* ---- Users written ------------------------------------------------------------------------------------- */
 
 int qbobj_addUser(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_User_t *user, qbobj_error_rec_t *err)
 {
@@ -206,8 +202,7 @@ int qbobj_deleteUserByName(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_User_t *user,
     return framed({__func__, qbdb, db, err, here()}, x_qbobj_deleteUserByName, dumped(user));
 }
 
-/* ---- Passwords and defaults ------------------------------------------------------------------------------
- */
+/* ---- Passwords and defaults ---------------------------------------------------------------------------- */
 
 int qbobj_getAdminPassword(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_AdminPassword_t *passwd,
                            qbobj_error_rec_t *err)
@@ -244,8 +239,7 @@ int qbobj_setAccountDefault(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_AccountDefau
     return framed({__func__, qbdb, db, err, here()}, x_qbobj_setAccountDefault, dumped(account_default));
 }
 
-/* ---- Shares read -----------------------------------------------------------------------------------------
- */
+/* ---- Shares read --------------------------------------------------------------------------------------- */
 
 int qbobj_getShareCollection(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_ShareCollection_t *collection,
                              qbobj_error_rec_t *err)
@@ -308,8 +302,7 @@ int qbobj_getShareSnapshotSchedule(qbdb_handle_t *qbdb, sqlite3 *db, const char 
                   dumped(snapshot_schedule));
 }
 
-/* ---- Who uses a share ------------------------------------------------------------------------------------
- */
+/* ---- Who uses a share ---------------------------------------------------------------------------------- */
 
 int qbobj_getShareProcess(qbdb_handle_t *qbdb, sqlite3 *db, const char *ShareId, qbobj_Process_t **procs,
                           qbobj_error_rec_t *err)
@@ -360,8 +353,7 @@ int qbobj_modifyShareUsedByExclusive(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Use
     return framed({__func__, qbdb, db, err, here()}, x_qbobj_modifyShareUsedByExclusive, dumped(usedby),
                   ShareId);
 }
-/* ---- Shares written --------------------------------------------------------------------------------------
- */
+/* ---- Shares written ------------------------------------------------------------------------------------ */
 
 int qbobj_addShare(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Share_t *share, qbobj_error_rec_t *err)
 {

@@ -16,7 +16,7 @@
 namespace qbobj
 {
 
-// ---- Reading a record through its schema -----------------------------------------------------------------
+// ---- Reading a record through its schema ---------------------------------------------------------------
 
 constexpr bool is_number(const qbobj_spec_t &row)
 {
@@ -49,7 +49,7 @@ T value_at(const void *record, int offset)
     return value;
 }
 
-// ---- Describing a record ---------------------------------------------------------------------------------
+// ---- Describing a record -------------------------------------------------------------------------------
 
 // The schema that a pointer to a record type leads to.
 #define QBOBJ_SPEC_OF(Type)                                                                                  \
@@ -138,7 +138,7 @@ constexpr qbobj_spec_t optional_row(const char *name, std::size_t offset)
 
 inline constexpr qbobj_spec_t end_row = {QBOBJ_KIND_END, nullptr, 0, nullptr, 0};
 
-// ---- Checking a description ------------------------------------------------------------------------------
+// ---- Checking a description ----------------------------------------------------------------------------
 
 // Stands for a member of any type, to count members by trying how many initialisers a record takes.
 struct AnyMember {

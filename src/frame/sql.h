@@ -83,7 +83,11 @@ class Table : public Status
     bool empty() const { return rows_ == 0; }
     // Row 0 of the platform's table holds the column names.
     Iterator begin() const { return {cells_ == nullptr ? nullptr : cells_ + columns_, columns_}; }
-    Iterator end() const { return {cells_ == nullptr ? nullptr : cells_ + (rows_ + 1) * columns_, columns_}; }
+    Iterator end() const
+    {
+        return {cells_ == nullptr ? nullptr : cells_ + static_cast<std::ptrdiff_t>(rows_ + 1) * columns_,
+                columns_};
+    }
     Row front() const { return *begin(); }
 
   private:

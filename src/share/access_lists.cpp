@@ -44,8 +44,7 @@ bool repeats_default(default_access_t access, int read, int write)
     }
 }
 
-/* ---- Users and groups ------------------------------------------------------------------------------------
- */
+/* ---- Users and groups ---------------------------------------------------------------------------------- */
 
 // Members of the cloud-access group and administrators are listed whatever the default is.
 bool is_always_listed(qbobj_env_t *env, sqlite3 *db, int user_id)
@@ -152,7 +151,7 @@ int replace_accounts(qbobj_env_t *env, sqlite3 *db, Entry *acl, int32_t share_id
             return rc;
         if (qbobj_validate_read_write(entry.Access, nullptr, &read, &write) != 0)
             return raise(env, QBOBJ_ERROR_API_ARGS, List::bad_access, entry.Access);
-        if (repeats_default(access, read, write))
+        if (repeats_default(access, read, write) && !List::is_always_listed(env, db, id))
             continue;
         const Status inserted = sql.exec(List::insert, share_id, id, proto, read, write);
         if (!inserted)
@@ -162,8 +161,7 @@ int replace_accounts(qbobj_env_t *env, sqlite3 *db, Entry *acl, int32_t share_id
     return 0;
 }
 
-/* ---- Hosts -----------------------------------------------------------------------------------------------
- */
+/* ---- Hosts --------------------------------------------------------------------------------------------- */
 
 // A host that is known by its id, perhaps with its name as a proof.
 int check_host(qbobj_env_t *env, sqlite3 *db, int id, const char *name)
@@ -248,8 +246,7 @@ int add_host(qbobj_env_t *env, sqlite3 *db, const qbobj_HostAcl_t &entry, int32_
     return 0;
 }
 
-/* ---- rsync's logins --------------------------------------------------------------------------------------
- */
+/* ---- rsync's logins ------------------------------------------------------------------------------------ */
 
 int remove_login(qbobj_env_t *env, sqlite3 *db, int32_t share_id, const char *user)
 {

@@ -21,8 +21,7 @@ struct Call {
 
 using Pairs = SetList<512>;
 
-/* ---- The tables that tell whether something changed ------------------------------------------------------
- */
+/* ---- The tables that tell whether something changed ---------------------------------------------------- */
 
 template <class Option>
 struct Watched;
@@ -78,8 +77,7 @@ template <>
 struct Watched<qbobj_RsyncShareOption_t> : Watched<qbobj_DlnaShareOption_t> {
 };
 
-/* ---- The option row, made when it is missing -------------------------------------------------------------
- */
+/* ---- The option row, made when it is missing ----------------------------------------------------------- */
 
 int inserted(const Call &call, const char *proto, const Status &status)
 {
@@ -165,8 +163,7 @@ int ensure_row(const Call &call, qbobj_RsyncShareOption_t &option)
     return ensure_by_writer(call, option, qbobj_api2_addRsyncShareOption);
 }
 
-/* ---- The columns that the record carries -----------------------------------------------------------------
- */
+/* ---- The columns that the record carries --------------------------------------------------------------- */
 
 int add_access(const Call &call, Pairs &set, Statement<const char *> pair, const char *field,
                const char *word)
@@ -371,8 +368,7 @@ int collect(const Call &call, const qbobj_RsyncShareOption_t &option, Pairs &set
     return 0;
 }
 
-/* ---- The shape -------------------------------------------------------------------------------------------
- */
+/* ---- The shape ----------------------------------------------------------------------------------------- */
 
 template <class Option>
 int update_row(const Call &call, const Option &option)

@@ -16,8 +16,7 @@ Number given_or(int is_void, Number value, std::type_identity_t<Number> otherwis
     return is_void != 0 ? otherwise : value;
 }
 
-/* ---- The options of the protocols ------------------------------------------------------------------------
- */
+/* ---- The options of the protocols ---------------------------------------------------------------------- */
 
 int insert_option(qbobj_env_t *env, sqlite3 *db, const Directory &directory, qbobj_CifsShareOption_t &option,
                   int32_t share_id)
@@ -175,8 +174,7 @@ int add_options(qbobj_env_t *env, sqlite3 *db, const Directory &directory, int32
     return rc;
 }
 
-/* ---- The share itself ------------------------------------------------------------------------------------
- */
+/* ---- The share itself ---------------------------------------------------------------------------------- */
 
 struct Ownership {
     int user = 0;

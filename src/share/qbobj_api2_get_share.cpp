@@ -11,8 +11,7 @@ using namespace qbobj;
 namespace
 {
 
-/* ---- The row of a share ----------------------------------------------------------------------------------
- */
+/* ---- The row of a share -------------------------------------------------------------------------------- */
 
 constexpr const char *share_rows = R"(SELECT S.id,S.name,S.comment,S.path,S.non_owner_delete,
     IFNULL((SELECT U.id FROM `$user` U WHERE U.id=S.user_id),S.user_id),
@@ -87,8 +86,7 @@ ShareRow read_row(const ShareReading &reading, qbobj_Share_t &share, const Row &
     return read;
 }
 
-/* ---- What belongs to a share -----------------------------------------------------------------------------
- */
+/* ---- What belongs to a share --------------------------------------------------------------------------- */
 
 constexpr auto schedule_columns = std::tuple{
     &qbobj_Schedule_t::Enabled,        &qbobj_Schedule_t::Minute,
@@ -210,8 +208,7 @@ int read_share(const ShareReading &reading, qbobj_Share_t &share, const Row &row
     return complete_share(reading, read.id, share);
 }
 
-/* ---- Steps that several workers share --------------------------------------------------------------------
- */
+/* ---- Steps that several workers share ------------------------------------------------------------------ */
 
 ShareReading start_reading(qbobj_env_t *env, sqlite3 *db)
 {
@@ -252,8 +249,7 @@ int identify(qbobj_env_t *env, sqlite3 *db, const qbobj_Share_t &share)
 
 } // namespace
 
-/* ---- Collections -----------------------------------------------------------------------------------------
- */
+/* ---- Collections --------------------------------------------------------------------------------------- */
 
 int x_qbobj_getShareCollection(qbobj_env_t *qbobj, sqlite3 *db, qbobj_ShareCollection_t *collection)
 {
@@ -368,8 +364,7 @@ int x_qbobj_getSimpleShareCollection(qbobj_env_t *qbobj, sqlite3 *db,
     return 0;
 }
 
-/* ---- One share -------------------------------------------------------------------------------------------
- */
+/* ---- One share ----------------------------------------------------------------------------------------- */
 
 int x_qbobj_getShare(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Share_t *share)
 {
@@ -425,8 +420,7 @@ int x_qbobj_getShareSnapshotSchedule(qbobj_env_t *qbobj, sqlite3 *db, const char
     return read_schedule(qbobj, db, share_id, *snapshot_schedule);
 }
 
-/* ---- Identity and access ---------------------------------------------------------------------------------
- */
+/* ---- Identity and access ------------------------------------------------------------------------------- */
 
 int x_qbobj_getShareId(qbobj_env_t *qbobj, sqlite3 *db, const char *share_name)
 {

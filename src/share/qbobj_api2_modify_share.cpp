@@ -57,8 +57,7 @@ int read_stored(Change &change)
     return 0;
 }
 
-/* ---- The share's row -------------------------------------------------------------------------------------
- */
+/* ---- The share's row ----------------------------------------------------------------------------------- */
 
 int check_rename(const Change &change)
 {
@@ -240,8 +239,7 @@ int follow_rename(const Change &change)
     return 0;
 }
 
-/* ---- Storage attributes ----------------------------------------------------------------------------------
- */
+/* ---- Storage attributes -------------------------------------------------------------------------------- */
 
 // A limit below what is used or above what is free is refused; 0 is no limit.
 int check_refquota(const Change &change)
@@ -306,8 +304,7 @@ int modify_attributes(const Change &change)
     return 0;
 }
 
-/* ---- Block volume, schedule, quotas ----------------------------------------------------------------------
- */
+/* ---- Block volume, schedule, quotas -------------------------------------------------------------------- */
 
 int modify_zvol(const Change &change)
 {
@@ -377,8 +374,7 @@ int modify_quotas(const Change &change, qbobj_Quota_t *quotas, const char *kind)
     return 0;
 }
 
-/* ---- One share -------------------------------------------------------------------------------------------
- */
+/* ---- One share ----------------------------------------------------------------------------------------- */
 
 int modify_what_hangs_on(const Change &change)
 {

@@ -6,8 +6,7 @@
 #include <qbobj/env.h>
 #include <qbobj/share.h>
 
-/* ---- Shares read -----------------------------------------------------------------------------------------
- */
+/* ---- Shares read --------------------------------------------------------------------------------------- */
 
 int x_qbobj_getShareCollection(qbobj_env_t *qbobj, sqlite3 *db, qbobj_ShareCollection_t *collection);
 int x_qbobj_getSimpleShareCollection(qbobj_env_t *qbobj, sqlite3 *db,
@@ -29,8 +28,7 @@ int x_qbobj_getPathAccess(qbobj_env_t *qbobj, sqlite3 *db, const char *Path, con
 int x_qbobj_getShareSnapshotSchedule(qbobj_env_t *qbobj, sqlite3 *db, const char *share_name,
                                      qbobj_Schedule_t **snapshot_schedule);
 
-/* ---- Shares written --------------------------------------------------------------------------------------
- */
+/* ---- Shares written ------------------------------------------------------------------------------------ */
 
 int x_qbobj_addShare(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Share_t *share);
 int x_qbobj_modifyShare(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Share_t *share, int modifyOneShare);
@@ -47,8 +45,7 @@ int x_qbobj_postMigrateShare(qbobj_env_t *qbobj, sqlite3 *db, const char *ShareI
 int x_qbobj_copyShare(qbobj_env_t *qbobj, sqlite3 *db, const char *VolumeName, const char *ShareName,
                       const char *SnapshotName, const char *NewShareName);
 
-/* ---- Who uses a share ------------------------------------------------------------------------------------
- */
+/* ---- Who uses a share ---------------------------------------------------------------------------------- */
 
 int x_qbobj_getShareProcess(qbobj_env_t *qbobj, sqlite3 *db, const char *ShareId, qbobj_Process_t **procs);
 int x_qbobj_addShareProcess(qbobj_env_t *qbobj, sqlite3 *db, const char *ShareId, qbobj_Process_t *procs);
@@ -61,8 +58,7 @@ int x_qbobj_modifyShareUsedBy(qbobj_env_t *qbobj, sqlite3 *db, qbobj_UsedBy_t *u
 int x_qbobj_modifyShareUsedByExclusive(qbobj_env_t *qbobj, sqlite3 *db, qbobj_UsedBy_t *usedby,
                                        const char *ShareId);
 
-/* ---- Writers of access lists and option rows, shared by creation and modification ------------------------
- */
+/* ---- Writers of access lists and option rows, shared by creation and modification ---------------------- */
 
 // Each replaces the list of the share (for one protocol) with `acl`, which may be null: an empty list.
 int qbobj_api2_addHostAcl(qbobj_env_t *qbobj, sqlite3 *db, qbobj_HostAcl_t *acl, int32_t share_id,

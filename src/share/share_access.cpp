@@ -45,8 +45,7 @@ Verdict reversed(Verdict verdict)
     }
 }
 
-/* ---- CIFS ------------------------------------------------------------------------------------------------
- */
+/* ---- CIFS ---------------------------------------------------------------------------------------------- */
 
 // A share's default by a protocol; `found` is false for a share that the protocol does not export.
 struct Default {
@@ -98,8 +97,7 @@ Verdict listed_for_cifs(const AccessQuestion &question, const char *condition)
     });
 }
 
-/* ---- HTTP ------------------------------------------------------------------------------------------------
- */
+/* ---- HTTP ---------------------------------------------------------------------------------------------- */
 
 Verdict user_listed_for_http(const AccessQuestion &question)
 {

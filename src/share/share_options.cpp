@@ -9,8 +9,7 @@ namespace qbobj
 namespace
 {
 
-/* ---- Access lists ----------------------------------------------------------------------------------------
- */
+/* ---- Access lists -------------------------------------------------------------------------------------- */
 
 constexpr auto host_columns =
     std::tuple_cat(parts(&qbobj_HostAcl_t::Host, both(&qbobj_Host_t::resource_id, &qbobj_Host_t::HostId),
@@ -87,8 +86,7 @@ FailedRead read_hosts_and_accounts(const ShareReading &reading, int share_id, co
     return failed ? failed : read_accounts(reading, share_id, proto, option);
 }
 
-/* ---- Columns of the option rows --------------------------------------------------------------------------
- */
+/* ---- Columns of the option rows ------------------------------------------------------------------------ */
 
 constexpr auto cifs_columns = std::tuple{
     &qbobj_CifsShareOption_t::DefaultAccess,
@@ -201,8 +199,7 @@ constexpr auto zvol_columns = std::tuple{
     &qbobj_ZvolShareOption_t::ZfsName,
 };
 
-/* ---- One reader a protocol -------------------------------------------------------------------------------
- */
+/* ---- One reader a protocol ----------------------------------------------------------------------------- */
 
 // Makes the option record from its row; without a row there is none.
 template <class Option, class... Columns>

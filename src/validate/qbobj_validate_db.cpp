@@ -105,8 +105,7 @@ int find_csv(qbobj_env_t *env, sqlite3 *db, Finder find, const char *csv, int **
 
 } // namespace
 
-/* ---- Accounts --------------------------------------------------------------------------------------------
- */
+/* ---- Accounts ------------------------------------------------------------------------------------------ */
 
 int qbobj_validate_db_username(qbobj_env_t *qbobj, sqlite3 *db, const char *str, const char *defstr,
                                int *user_id)
@@ -154,8 +153,7 @@ int qbobj_validate_db_groupname_array(qbobj_env_t *qbobj, sqlite3 *db, const cha
     return find_array(qbobj, db, find_group, array, group_id_list, group_id_list_len);
 }
 
-/* ---- Shares, volumes, jobs -------------------------------------------------------------------------------
- */
+/* ---- Shares, volumes, jobs ----------------------------------------------------------------------------- */
 
 int qbobj_validate_db_sharename(qbobj_env_t *qbobj, sqlite3 *db, const char *str, const char *defstr,
                                 int *share_id)
@@ -205,8 +203,7 @@ int qbobj_validate_db_jobname(qbobj_env_t *qbobj, sqlite3 *db, const char *str, 
     return found(Sql(qbobj, db).int32("SELECT id FROM backup WHERE name=%Q", str), job_id);
 }
 
-/* ---- iSCSI -----------------------------------------------------------------------------------------------
- */
+/* ---- iSCSI --------------------------------------------------------------------------------------------- */
 
 int qbobj_validate_db_lunname(qbobj_env_t *qbobj, sqlite3 *db, const char *str, const char *defstr,
                               int *lun_id)

@@ -8,7 +8,7 @@
 
 #include <cstddef>
 
-// ---- Names. An accepted name is handed back as the caller's own pointer ----------------------------------
+// ---- Names. An accepted name is handed back as the caller's own pointer --------------------------------
 
 // 0 means that the name IS protected, 1 that it is not, -1 that there is none.
 int qbobj_validate_protected_sharename(const char *str);
@@ -64,7 +64,7 @@ inline constexpr const char *valid_snmp_ups_mibs[] = {
     "auto",    "mge",     "apcc",     "netvision",  "pw",   "aphel_genesisII", "aphel_revelation",
     "raritan", "baytech", "cpqpower", "cyberpower", nullptr};
 
-// ---- Addresses, hosts and networks -----------------------------------------------------------------------
+// ---- Addresses, hosts and networks ---------------------------------------------------------------------
 
 // -1 null, 1 not four numbers, 2 a number above 255.
 int qbobj_validate_ipv4(const char *str);
@@ -88,7 +88,7 @@ int qbobj_validate_mac(const char *str);
 // 0 nothing listens on the port, -1 something does, -2 no socket, -3 "localhost" is unknown.
 int qbobj_validate_unused_tcp_port(int port);
 
-// ---- E-mail addresses and passwords ----------------------------------------------------------------------
+// ---- E-mail addresses and passwords --------------------------------------------------------------------
 
 // 1 none, 2 too long, 3-6 quoted local part, 7-11 plain local part, 20-24 address literal, 25-26 domain name.
 // `email` may be null.
@@ -104,7 +104,7 @@ const char *crypt_password(const qbobj_env_t *env, const char *plain, const char
 
 } // namespace qbobj
 
-// ---- Names of existing rows ------------------------------------------------------------------------------
+// ---- Names of existing rows ----------------------------------------------------------------------------
 
 int qbobj_validate_db_username(qbobj_env_t *qbobj, sqlite3 *db, const char *str, const char *defstr,
                                int *user_id);

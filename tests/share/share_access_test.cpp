@@ -145,8 +145,7 @@ TEST_F(ShareAccess, OfAPathIsThatOfTheShareThatHoldsIt)
                  "Access cannot be NULL.");
 }
 
-/* ---- The shares that a user may read ---------------------------------------------------------------------
- */
+/* ---- The shares that a user may read ------------------------------------------------------------------- */
 
 TEST_F(ShareAccess, ByCifsAGuestNeedsGuestAccess)
 {

@@ -173,8 +173,7 @@ TEST_F(ShareRead, CarriesTheQuotasOfUsersAndGroups)
     EXPECT_EQ("99:users@data/s=0/800", quotas(share.GroupQuota));
 }
 
-/* ---- Options of the protocols ----------------------------------------------------------------------------
- */
+/* ---- Options of the protocols -------------------------------------------------------------------------- */
 
 TEST_F(ShareRead, CifsOptions)
 {
@@ -335,8 +334,7 @@ TEST_F(ShareRead, BlockVolume)
     EXPECT_EQ(1, share.Zvol->IsSparse);
 }
 
-/* ---- Access lists ----------------------------------------------------------------------------------------
- */
+/* ---- Access lists -------------------------------------------------------------------------------------- */
 
 class ShareLists : public Shares
 {
@@ -474,8 +472,7 @@ TEST_F(ShareLists, TellWhichTableCouldNotBeRead)
                  "Failed DB Query for 'SELECT FROM share'. no such table: _zfs_stat");
 }
 
-/* ---- The folder ------------------------------------------------------------------------------------------
- */
+/* ---- The folder ---------------------------------------------------------------------------------------- */
 
 TEST_F(ShareRead, OwnerAndPermissionsComeFromTheFolder)
 {
@@ -606,8 +603,7 @@ TEST_F(ShareRead, AFolderInheritsWhenItsDefaultListMatches)
     }
 }
 
-/* ---- Finding shares --------------------------------------------------------------------------------------
- */
+/* ---- Finding shares ------------------------------------------------------------------------------------ */
 
 TEST_F(ShareRead, IsFoundByTheFirstKeyThatLeadsToOne)
 {

@@ -185,8 +185,7 @@ void run_call(const Settings &settings, const std::string &name, const std::vect
     show(settings, outcome.value());
 }
 
-/* ---- Batch -----------------------------------------------------------------------------------------------
- */
+/* ---- Batch --------------------------------------------------------------------------------------------- */
 
 // Shows on a terminal how far a batch is.
 class Progress
@@ -263,8 +262,7 @@ void run_batch(const Settings &settings, const std::string &file)
     }
 }
 
-/* ---- Init, list, describe --------------------------------------------------------------------------------
- */
+/* ---- Init, list, describe ------------------------------------------------------------------------------ */
 
 void run_init(Settings settings, const std::string &file, const std::vector<std::string> &volumes)
 {
@@ -387,7 +385,10 @@ int run(int argc, char **argv)
         "Examples: qbctl call getShareId share_name=docs\n"
         "          qbctl call addShare '{\"ShareName\":\"docs\",\"VolumeId\":\"data\"}'");
     call->add_option("OPERATION", name, "The operation, e.g. getShareCollection")->required();
-    call->add_option("INPUT", words, "JSON, '-', '@FILE', or NAME=VALUE");
+    // A limited number, so that a JSON array is not taken apart as a list of values.
+    call->add_option("INPUT", words, "JSON, '-', '@FILE', or NAME=VALUE")
+        ->expected(0, 64)
+        ->allow_extra_args(false);
     call->callback([&] { run_call(settings, name, words); });
 
     CLI::App *batch = app.add_subcommand(

@@ -1,0 +1,105 @@
+#!/usr/bin/env bash
+# Shows the library's main job on a small office: a fresh appliance database, its accounts and shares, changes and
+# removals, all through the library's own operations.
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+build release qbctl >/dev/null
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+export QBOBJ_DB=$work/appliance.db QBOBJ_ROOT=$work/root PATH=$PWD/build/release/bin:$PATH
+mkdir -p "$QBOBJ_ROOT"/{data,backup,tmp}
+office=examples/office
+
+step() { printf '\n\033[1m== %s\033[0m\n' "$1"; }
+call() { qbctl call "$@"; }
+quietly() { call "$@" >/dev/null; }
+table() { qbctl --table --columns "$1" call "${@:2}"; }
+# What the storage side and the backup engine record; their operations are not part of this library yet.
+record() { sqlite3 "$QBOBJ_DB" "$1"; }
+# Every row of every table that names the share, by name, dataset or path.
+traces_of() {
+    local name=$1 table column
+    sqlite3 "$QBOBJ_DB" "SELECT T.name,C.name FROM sqlite_schema T, pragma_table_info(T.name) C
+        WHERE T.type='table' AND T.name NOT LIKE 'sqlite_%'" | while IFS='|' read -r table column; do
+        sqlite3 "$QBOBJ_DB" "SELECT '  ' || '$table.$column = ' || \"$column\" FROM \"$table\"
+            WHERE \"$column\" IN ('$name','data/$name','/data/$name','backup/$name','/backup/$name')"
+    done
+}
+
+step "A fresh appliance with two volumes"
+qbctl init "$QBOBJ_DB" --volume data --volume backup
+quietly setAccountDefault '{"HomeVolumeId": "data", "DiskQuotaWarn": 80, "GroupId": 99}'
+ls -l "$QBOBJ_DB" | awk '{print $5 " bytes"}'
+
+step "Groups and users"
+quietly addGroup "@$office/groups.json"
+quietly addUser "@$office/users.json"
+table GroupId,GroupName getGroupCollection
+table UserId,UserName,GroupName,HomeDirectory,Email,Password getUserCollection
+
+step "Users from a spreadsheet (tabs, CRLF, UTF-8)"
+cp "$office/user_list.txt" "$QBOBJ_ROOT/tmp/user_list.txt"
+jq -n --argjson users "$(call getUserCollection)" --argjson groups "$(call getGroupCollection)" \
+    '{user_collection_bak: $users, group_collection_bak: $groups}' >"$work/existing.json"
+call checkUserList "@$work/existing.json" >"$work/checked.json"
+jq '.group_collection.Group' "$work/checked.json" | quietly addGroup -
+jq '.user_collection.User' "$work/checked.json" | quietly addUserList -
+table UserId,UserName,GroupName,Email getUserCollection
+
+step "Ann changes her password; a wrong old one is refused"
+quietly setMyPassword '{"UserName": "ann", "OldPassword": "correct horse", "NewPassword": "new horse"}'
+call setMyPassword '{"UserName": "ann", "OldPassword": "guess", "NewPassword": "mine now"}' || true
+
+step "Shares"
+quietly addShare "@$office/shares.json"
+table ShareName,Path,Comment,QuotaMB getShareCollection
+echo "protocols:"
+table ShareId,CommonProtocolsCSV getSimpleShareCollection
+echo "ann on documents: $(call getShareAccess ShareName=documents UserName=ann | jq -r .), a stranger: $(call getShareAccess ShareName=documents UserName=mallory | jq -r .)"
+
+step "A wrong share is refused, and nothing of the call stays"
+call addShare '[{"ShareName": "fine", "VolumeId": "data"}, {"ShareName": "wrong", "VolumeId": "data",
+    "Cifs": {"UserAcl": [{"User": {"UserId": 100}, "Access": "Sometimes"}]}}]' || true
+call getShareId share_name=fine || true
+
+step "One protocol changes; Changed tells which"
+call modifyShare '{"share": {"resource_id": "data/documents",
+    "Cifs": {"DefaultAccess": "ReadWrite"}, "Http": {"DefaultAccess": "ReadOnly"}}, "modifyOneShare": 1}' |
+    jq -r '.[0] | "Cifs.Changed = \(.Cifs.Changed), Http.Changed = \(.Http.Changed)"'
+
+step "A share with snapshots, a clone and a backup job is renamed; everything follows"
+record "INSERT INTO \`\$snapshot\` (zfs_name,name,type,created_on) VALUES('data/documents','monday',1,1700000000);
+    INSERT INTO \`\$snapshot_clones\` (cloned_zfs_name,parent_snapshot_name,parent_zfs_name)
+        VALUES('archive','monday','documents');
+    INSERT INTO backup (name,enabled,src_type,src_share_proto,dst_type,dst_share_proto)
+        VALUES('nightly',1,'share','documents','share','archive')"
+quietly addShareUsedBy '{"ShareId": "data/documents", "usedby": {"AppName": "search", "AppData": "index 7"}}'
+echo "before:"; traces_of documents
+quietly modifyShare '{"share": {"resource_id": "data/documents", "ShareName": "papers"}, "modifyOneShare": 1}'
+echo "after, under the old name: $(traces_of documents)"
+echo "after, under the new name:"; traces_of papers
+
+step "A share's configuration is copied"
+quietly copyShare VolumeName=data ShareName=papers NewShareName=papers-2026
+table ShareName,Path,Comment getShareCollection
+
+step "A share migrates to the other volume; another migration is abandoned"
+quietly preMigrateShare ShareId=data/media VolumeId=backup
+call preMigrateShare ShareId=data/upload VolumeId=backup || true
+echo "new path: $(call postMigrateShare ShareId=data/media Commit=1 | jq -r .)"
+quietly preMigrateShare ShareId=data/upload VolumeId=backup
+quietly postMigrateShare ShareId=data/upload Commit=0
+table ShareName,VolumeId,Path getShareCollection
+
+step "A share is deleted; what any table holds of it afterwards:"
+echo "before:"; traces_of papers
+id=$(call getShareId share_name=papers)
+quietly deleteShare '{"resource_id": "data/papers", "Cifs": {}}'
+echo "after: ${left:=$(traces_of papers)}"
+[ -z "$left" ]
+for table in $(sqlite3 "$QBOBJ_DB" "SELECT T.name FROM sqlite_schema T, pragma_table_info(T.name) C
+    WHERE T.type='table' AND C.name='share_id'"); do
+    sqlite3 "$QBOBJ_DB" "SELECT '  $table still holds ' || COUNT(*) || ' row(s) of share $id, which are kept on purpose'
+        FROM \`$table\` WHERE share_id=$id HAVING COUNT(*)>0"
+done
