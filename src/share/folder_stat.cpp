@@ -5,7 +5,6 @@
 #include <sys/acl.h>
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <memory>
 

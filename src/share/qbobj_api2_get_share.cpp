@@ -4,8 +4,6 @@
 #include "share/share_reading.h"
 #include "validate/validate.h"
 
-#include <string_view>
-
 using namespace qbobj;
 
 namespace

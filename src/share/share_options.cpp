@@ -1,7 +1,6 @@
 // A share's options for each protocol and its access lists, read.
 #include "share/share_reading.h"
 
-#include <algorithm>
 #include <array>
 
 namespace qbobj

@@ -1,12 +1,6 @@
 // Shares read as whole records, one by one and as lists.
 #include "share_rows.h"
 
-#include <linux/posix_acl_xattr.h>
-#include <sys/stat.h>
-#include <sys/xattr.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <cstring>
 
 using namespace qbobj_test;
@@ -17,15 +11,6 @@ namespace
 class ShareRead : public Shares
 {
 };
-
-template <class Record, class Describe>
-std::string joined(const Record *head, Describe describe)
-{
-    std::string result;
-    for (const Record *record = head; record != nullptr; record = record->_link)
-        result += (result.empty() ? "" : " ") + describe(*record);
-    return result;
-}
 
 std::string hosts(const qbobj_HostAcl_t *list)
 {
@@ -470,137 +455,6 @@ TEST_F(ShareLists, TellWhichTableCouldNotBeRead)
     auto collection = cleared(qbobj_clear_ShareCollection);
     EXPECT_FAILS(qbobj_getShareCollection(qbdb, db, &collection, &err), QBOBJ_ERROR_DB_MISC,
                  "Failed DB Query for 'SELECT FROM share'. no such table: _zfs_stat");
-}
-
-/* ---- The folder ---------------------------------------------------------------------------------------- */
-
-TEST_F(ShareRead, OwnerAndPermissionsComeFromTheFolder)
-{
-    add_share("s");
-    const struct {
-        mode_t mode;
-        const char *words;
-        int non_owner_delete;
-    } cases[] = {{0777, "ReadWrite,ReadWrite,ReadWrite", 1},
-                 {01754, "ReadWrite,ReadOnly,ReadOnly", 0},
-                 {0320, "ReadWrite,ReadWrite,Disabled", 1},
-                 {0510, "ReadOnly,Disabled,Disabled", 1}};
-    for (const auto &c : cases) {
-        ASSERT_EQ(0, chmod(folder("s").c_str(), c.mode));
-        const qbobj_FileStat_t *stat = read("s").Stat;
-        EXPECT_EQ(c.words,
-                  text(stat->UserAccess) + "," + text(stat->GroupAccess) + "," + text(stat->EveryoneAccess));
-        EXPECT_EQ(c.non_owner_delete, stat->NonOwnerDelete);
-        EXPECT_EQ(static_cast<int>(c.mode | S_IFDIR), stat->_PosixMode);
-        ASSERT_TRUE(stat->User != nullptr && stat->Group != nullptr);
-        EXPECT_EQ(static_cast<int>(getuid()), stat->User->UserId);
-        EXPECT_EQ(static_cast<int>(getgid()), stat->Group->GroupId);
-    }
-}
-
-TEST_F(ShareRead, AMissingFolderIsLoggedAndNoError)
-{
-    add_share("gone");
-    std::filesystem::remove(folder("gone"));
-    reopen(QBDB_LOG_WARN);
-    const qbobj_FileStat_t *stat = read("gone").Stat;
-    ASSERT_NE(nullptr, stat);
-    EXPECT_EQ(nullptr, stat->User);
-    EXPECT_EQ(nullptr, stat->UserAccess);
-    EXPECT_EQ(nullptr, stat->Acls);
-    EXPECT_EQ(0, stat->AclInherit);
-    const std::string tail = folder("gone").string() + ". errno=" + std::to_string(ENOENT);
-    EXPECT_NE(std::string::npos, log().find("Cannot get access ACL from " + tail)) << log();
-    EXPECT_NE(std::string::npos, log().find("Cannot get default ACL from " + tail)) << log();
-}
-
-constexpr uint16_t owner = 0x01, user = 0x02, owning_group = 0x04, group = 0x08, mask = 0x10, other = 0x20;
-constexpr uint32_t nobody_named = 0xffffffff;
-
-// A list in the form in which the kernel takes it.
-struct AclEntry {
-    uint16_t tag;
-    uint16_t perm;
-    uint32_t id = nobody_named;
-};
-
-// False when the file system keeps no access control lists.
-bool set_acl(const std::filesystem::path &folder, const char *attribute, const std::vector<AclEntry> &entries)
-{
-    std::string bytes;
-    const posix_acl_xattr_header header{POSIX_ACL_XATTR_VERSION};
-    bytes.append(reinterpret_cast<const char *>(&header), sizeof header);
-    for (const AclEntry &entry : entries) {
-        const posix_acl_xattr_entry raw{entry.tag, entry.perm, entry.id};
-        bytes.append(reinterpret_cast<const char *>(&raw), sizeof raw);
-    }
-    if (setxattr(folder.c_str(), attribute, bytes.data(), bytes.size(), 0) == 0)
-        return true;
-    EXPECT_EQ(EOPNOTSUPP, errno) << std::strerror(errno);
-    return false;
-}
-
-constexpr const char *access_acl = "system.posix_acl_access";
-constexpr const char *default_acl = "system.posix_acl_default";
-
-std::string acls(const qbobj_PosixAcl_t *list)
-{
-    return joined(list, [](const qbobj_PosixAcl_t &acl) {
-        return std::to_string(acl.Type) + ":" + std::to_string(acl.Tag) + ":" + std::to_string(acl.Perm) +
-               ":" + std::to_string(acl.Id) + ":" + text(acl.Name);
-    });
-}
-
-TEST_F(ShareRead, AccessControlListsNameTheirAccounts)
-{
-    add_share("s");
-    add_user(101, "ann");
-    add_group(201, "staff");
-    ASSERT_EQ(0, chmod(folder("s").c_str(), 0750));
-    EXPECT_EQ("0:1:7:-1:NULL 0:4:5:-1:NULL 0:32:0:-1:NULL", acls(read("s").Stat->Acls));
-
-    if (!set_acl(folder("s"), access_acl,
-                 {{owner, 7},
-                  {user, 6, 101},
-                  {user, 1, 4321},
-                  {owning_group, 5},
-                  {group, 4, 201},
-                  {mask, 7},
-                  {other, 2}}))
-        GTEST_SKIP() << "the file system keeps no access control lists";
-    ASSERT_TRUE(set_acl(folder("s"), default_acl, {{owner, 7}, {owning_group, 5}, {other, 0}}));
-    const qbobj_FileStat_t *stat = read("s").Stat;
-    EXPECT_EQ("0:1:7:-1:NULL 0:2:6:101:ann 0:2:1:4321:4321 0:4:5:-1:NULL 0:8:4:201:staff 0:16:7:-1:NULL "
-              "0:32:2:-1:NULL 1:1:7:-1:NULL 1:4:5:-1:NULL 1:32:0:-1:NULL",
-              acls(stat->Acls));
-    EXPECT_EQ(0, stat->AclInherit);
-}
-
-TEST_F(ShareRead, AFolderInheritsWhenItsDefaultListMatches)
-{
-    add_share("s");
-    const std::vector<AclEntry> access = {
-        {owner, 7}, {user, 6, 101}, {owning_group, 5}, {mask, 7}, {other, 0}};
-    if (!set_acl(folder("s"), access_acl, access))
-        GTEST_SKIP() << "the file system keeps no access control lists";
-    EXPECT_EQ(0, read("s").Stat->AclInherit) << "no default list";
-    const struct {
-        const char *what;
-        std::vector<AclEntry> entries;
-        int inherit;
-    } cases[] = {
-        {"the same", access, 1},
-        {"another user", {{owner, 7}, {user, 6, 102}, {owning_group, 5}, {mask, 7}, {other, 0}}, 1},
-        {"other permissions", {{owner, 7}, {user, 4, 101}, {owning_group, 5}, {mask, 7}, {other, 0}}, 0},
-        {"one entry more",
-         {{owner, 7}, {user, 6, 101}, {user, 6, 102}, {owning_group, 5}, {mask, 7}, {other, 0}},
-         0},
-        {"one entry less", {{owner, 7}, {owning_group, 5}, {mask, 7}, {other, 0}}, 0},
-    };
-    for (const auto &c : cases) {
-        ASSERT_TRUE(set_acl(folder("s"), default_acl, c.entries));
-        EXPECT_EQ(c.inherit, read("s").Stat->AclInherit) << c.what;
-    }
 }
 
 /* ---- Finding shares ------------------------------------------------------------------------------------ */

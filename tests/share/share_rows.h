@@ -48,4 +48,14 @@ inline std::string text(const char *value)
     return value == nullptr ? "NULL" : value;
 }
 
+// The records of a list, each described, with blanks between them.
+template <class Record, class Describe>
+std::string joined(const Record *head, Describe describe)
+{
+    std::string result;
+    for (const Record *record = head; record != nullptr; record = record->_link)
+        result += (result.empty() ? "" : " ") + describe(*record);
+    return result;
+}
+
 } // namespace qbobj_test

@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <fstream>
@@ -328,6 +329,7 @@ int run(int argc, char **argv)
         "Every operation of the library can be called: 'qbctl list' shows them, 'qbctl describe TYPE' shows\n"
         "a record's fields. Results are JSON, or a table when they go to a terminal.\n"
         "Exit status: 0 done, 1 the operation failed, 2 wrong usage."};
+    app.name("qbctl");
     app.require_subcommand(1);
     app.fallthrough();
     Settings settings;
@@ -385,10 +387,7 @@ int run(int argc, char **argv)
         "Examples: qbctl call getShareId share_name=docs\n"
         "          qbctl call addShare '{\"ShareName\":\"docs\",\"VolumeId\":\"data\"}'");
     call->add_option("OPERATION", name, "The operation, e.g. getShareCollection")->required();
-    // A limited number, so that a JSON array is not taken apart as a list of values.
-    call->add_option("INPUT", words, "JSON, '-', '@FILE', or NAME=VALUE")
-        ->expected(0, 64)
-        ->allow_extra_args(false);
+    call->add_option("INPUT", words, "JSON, '-', '@FILE', or NAME=VALUE");
     call->callback([&] { run_call(settings, name, words); });
 
     CLI::App *batch = app.add_subcommand(
@@ -397,8 +396,15 @@ int run(int argc, char **argv)
     batch->add_option("FILE", file, "The file of calls, or '-'")->required();
     batch->callback([&] { run_batch(settings, file); });
 
+    // The parser would take a JSON array apart as a list of values; a leading blank hides it. It wants its
+    // words in reverse.
+    std::vector<std::string> arguments(argv + 1, argv + argc);
+    for (std::string &argument : arguments)
+        if (argument.starts_with('['))
+            argument.insert(0, " ");
+    std::reverse(arguments.begin(), arguments.end());
     try {
-        app.parse(argc, argv);
+        app.parse(std::move(arguments));
     } catch (const CLI::ParseError &error) {
         return app.exit(error) == 0 ? EXIT_SUCCESS : exit_usage;
     }
