@@ -45,11 +45,19 @@ void Figures::measure(const std::string &name, std::function<void(benchmark::Sta
     benchmark::RegisterBenchmark(name.c_str(), std::move(run))->Iterations(1)->Repetitions(repetitions);
 }
 
+void Figures::add(Figure figure)
+{
+    for (const std::string &measurement : figure.needs)
+        if (!clocks_.contains(measurement))
+            throw std::logic_error(figure.name + ": nothing measures " + measurement);
+    figures_.push_back(std::move(figure));
+}
+
 void Figures::add_ratio(const std::string &figure, const std::string &of, const std::string &to, Bound bound,
                         double limit)
 {
     const auto value = [of, to](const Seconds &seconds) { return seconds.at(of) / seconds.at(to); };
-    figures_.push_back({figure, {of, to}, value, bound, limit});
+    add({figure, {of, to}, value, bound, limit});
 }
 
 void Figures::ratio_at_most(const std::string &figure, const std::string &measured, const std::string &floor,
@@ -67,12 +75,12 @@ void Figures::ratio_at_least(const std::string &figure, const std::string &slow,
 void Figures::milliseconds_at_most(const std::string &figure, const std::string &measured, double limit)
 {
     const auto value = [measured](const Seconds &seconds) { return seconds.at(measured) * 1000; };
-    figures_.push_back({figure, {measured}, value, Bound::at_most, limit});
+    add({figure, {measured}, value, Bound::at_most, limit});
 }
 
 void Figures::value_at_most(const std::string &figure, double value, double limit)
 {
-    figures_.push_back({figure, {}, [value](const Seconds &) { return value; }, Bound::at_most, limit});
+    add({figure, {}, [value](const Seconds &) { return value; }, Bound::at_most, limit});
 }
 
 bool Figures::print(const Figure &figure, double value)

@@ -60,6 +60,7 @@ class Figures
     };
     class Collector;
 
+    void add(Figure figure);
     void add_ratio(const std::string &figure, const std::string &of, const std::string &to, Bound bound,
                    double limit);
     static bool print(const Figure &figure, double value);

@@ -87,8 +87,7 @@ void add_modification_figures(Figures &figures)
 {
     measure(figures, "modifyShare/100", few);
     measure(figures, "modifyShare/10000", many);
-    figures.ratio_at_most("modifyShare, among 10000 shares to among 100", "modifyShare/10000",
-                          "modifyShare/100", 3);
+    figures.ratio_at_most("modifyShare-of-10000-shares-to-of-100", "modifyShare/10000", "modifyShare/100", 3);
 }
 
 } // namespace qbobj_bench

@@ -101,7 +101,7 @@ void add_new_share_figures(Figures &figures)
         ShareWriter writer(copy.connection);
         add_shares(state, copy.connection, [&writer](qbobj_Share_t &share) { writer.add(share); });
     });
-    figures.ratio_at_most("addShare, to kept statements", "addShare/library", "addShare/kept", 1.5);
+    figures.ratio_at_most("addShare-to-kept-statements", "addShare/library", "addShare/kept", 1.5);
 }
 
 } // namespace qbobj_bench

@@ -82,9 +82,9 @@ void add_new_user_figures(Figures &figures)
         compare(way, *empty);
         measure(figures, way, empty, few, "/1000");
         measure(figures, way, empty, many, "/10000");
-        figures.ratio_at_most(operation + ", to kept statements", operation + "/library/10000",
+        figures.ratio_at_most(operation + "-to-kept-statements", operation + "/library/10000",
                               operation + "/kept/10000", 1.5);
-        figures.ratio_at_most(operation + ", time of ten times the users", operation + "/library/10000",
+        figures.ratio_at_most(operation + "-time-of-10x-users", operation + "/library/10000",
                               operation + "/library/1000", 11);
     }
 
@@ -97,7 +97,7 @@ void add_new_user_figures(Figures &figures)
         if (user->UserId != first_account_id + taken_ids)
             throw std::runtime_error("addUser: not the first free id");
     });
-    figures.milliseconds_at_most("addUser, ms above 30000 ids without a gap", "addUser/dense", 10);
+    figures.milliseconds_at_most("addUser-milliseconds-above-30000-taken-ids", "addUser/dense", 10);
 }
 
 } // namespace qbobj_bench

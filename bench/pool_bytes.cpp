@@ -1,8 +1,10 @@
 // How much memory a call's results take.
 #include "measurements.h"
 
-#include <fstream>
 #include <unistd.h>
+
+#include <fstream>
+#include <utility>
 
 namespace qbobj_bench
 {

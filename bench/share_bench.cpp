@@ -135,19 +135,18 @@ void add_share_figures(Figures &figures)
                     }));
     measure_one(figures, *large);
 
-    figures.ratio_at_most("getShareCollection, to kept statements", "getShareCollection/library/10000",
+    figures.ratio_at_most("getShareCollection-to-kept-statements", "getShareCollection/library/10000",
                           "getShareCollection/kept/10000", 1.5);
-    figures.ratio_at_least("getShareCollection, preparing anew to it", "getShareCollection/fresh/1000",
+    figures.ratio_at_least("preparing-anew-to-getShareCollection", "getShareCollection/fresh/1000",
                            "getShareCollection/library/1000", 5);
-    figures.ratio_at_most("getShareCollection, time of ten times the shares",
-                          "getShareCollection/library/10000", "getShareCollection/library/1000", 11);
-    figures.value_at_most("getShareCollection, pool of ten times the shares",
+    figures.ratio_at_most("getShareCollection-time-of-10x-shares", "getShareCollection/library/10000",
+                          "getShareCollection/library/1000", 11);
+    figures.value_at_most("getShareCollection-pool-of-10x-shares",
                           static_cast<double>(bytes_of_all(large->library)) /
                               static_cast<double>(bytes_of_all(small->library)),
                           10.5);
-    figures.ratio_at_most("getShare, to kept statements", "getShare/library", "getShare/kept", 1.5);
-    figures.ratio_at_most("getShareId, to BEGIN, SELECT, COMMIT", "getShareId/library", "getShareId/kept",
-                          1.5);
+    figures.ratio_at_most("getShare-to-kept-statements", "getShare/library", "getShare/kept", 1.5);
+    figures.ratio_at_most("getShareId-to-kept-statements", "getShareId/library", "getShareId/kept", 1.5);
 }
 
 } // namespace qbobj_bench

@@ -17,9 +17,16 @@ std::string default_access_of(const char *word)
            "_access='readonly' THEN 1 ELSE 0 END FROM " + proto + "_share_option O WHERE share_id=%d";
 }
 
-bool may_write(const char *access)
+int may_write(const char *access)
 {
-    return std::strcmp(access, "ReadWrite") == 0;
+    return std::strcmp(access, "ReadWrite") == 0 ? 1 : 0;
+}
+
+// An entry that repeats the default access is not stored.
+bool is_stored(int default_access, int write)
+{
+    constexpr int writeable = 2;
+    return default_access != writeable || write == 0;
 }
 
 } // namespace
@@ -133,22 +140,20 @@ void ShareWriter::write_hosts(const ProtocolLists &lists, const qbobj_HostAcl_t 
 
 void ShareWriter::write_users(const ProtocolLists &lists, const qbobj_UserAcl_t *list, int share_id)
 {
-    constexpr int writeable = 2;
     finish(no_users_(share_id, lists.proto));
     const int access = read_default_access(lists, share_id);
     for (const qbobj_UserAcl_t *entry = list; entry != nullptr; entry = entry->_link)
-        if (const bool writes = may_write(entry->Access); access != writeable || !writes)
-            finish(user_(share_id, entry->User->resource_id, lists.proto, 1, writes ? 1 : 0));
+        if (const int write = may_write(entry->Access); is_stored(access, write))
+            finish(user_(share_id, entry->User->resource_id, lists.proto, 1, write));
 }
 
 void ShareWriter::write_groups(const ProtocolLists &lists, const qbobj_GroupAcl_t *list, int share_id)
 {
-    constexpr int writeable = 2;
     finish(no_groups_(share_id, lists.proto));
     const int access = read_default_access(lists, share_id);
     for (const qbobj_GroupAcl_t *entry = list; entry != nullptr; entry = entry->_link)
-        if (const bool writes = may_write(entry->Access); access != writeable || !writes)
-            finish(group_(share_id, entry->Group->resource_id, lists.proto, 1, writes ? 1 : 0));
+        if (const int write = may_write(entry->Access); is_stored(access, write))
+            finish(group_(share_id, entry->Group->resource_id, lists.proto, 1, write));
 }
 
 template <class Option>

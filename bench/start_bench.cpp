@@ -64,7 +64,7 @@ void add_start_figures(Figures &figures)
     };
     measure("start/qbctl", {QBCTL, "--db", file, "call", "getShareId", "share_name=" + name});
     measure("start/sqlite3", {"sqlite3", file, "SELECT id FROM share WHERE name='" + name + "'"});
-    figures.ratio_at_most("qbctl call getShareId, to the sqlite3 shell", "start/qbctl", "start/sqlite3", 3);
+    figures.ratio_at_most("qbctl-getShareId-to-sqlite3-shell", "start/qbctl", "start/sqlite3", 3);
 }
 #else
 void add_start_figures(Figures & /*figures*/) {}

@@ -52,9 +52,9 @@ void add_user_figures(Figures &figures)
     compare(*small);
     measure(figures, *small, "/5000");
     measure(figures, *large, "/50000");
-    figures.ratio_at_most("getUserCollection, to kept statements", "getUserCollection/library/50000",
+    figures.ratio_at_most("getUserCollection-to-kept-statements", "getUserCollection/library/50000",
                           "getUserCollection/kept/50000", 1.5);
-    figures.ratio_at_most("getUserCollection, time of ten times the users", "getUserCollection/library/50000",
+    figures.ratio_at_most("getUserCollection-time-of-10x-users", "getUserCollection/library/50000",
                           "getUserCollection/library/5000", 11);
 }
 

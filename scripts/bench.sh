@@ -3,6 +3,7 @@
 # over. Arguments go to the benchmark, e.g. --benchmark_filter=getShare.
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
+mkdir -p build
 build release qbobj_bench >build/bench.log 2>&1 || {
     cat build/bench.log >&2
     exit 1
