@@ -1,7 +1,6 @@
 // A share's options for each protocol and its access lists, read.
 #include "share/share_reading.h"
-
-#include <array>
+#include "validate/validate.h"
 
 namespace qbobj
 {
@@ -166,14 +165,10 @@ constexpr auto ftp_columns = std::tuple{
     negated(&qbobj_FtpShareOption_t::NotAvailable),
 };
 
-// The words of a media type's bits: 1 audio, 2 video, 4 images.
-constexpr std::array media_words{"",       "Audio",        "Video",        "Video,Audio",
-                                 "Images", "Images,Audio", "Images,Video", "All"};
-
 constexpr auto dlna_columns = std::tuple{
     &qbobj_DlnaShareOption_t::DefaultAccess,
     [](const qbobj_env_t *, qbobj_DlnaShareOption_t &option, const char *cell) {
-        option.MediaType = media_words[static_cast<std::size_t>(to_int(cell)) % media_words.size()];
+        option.MediaType = qbobj_media_type_word(to_int(cell));
     },
     negated(&qbobj_DlnaShareOption_t::NotAvailable),
 };

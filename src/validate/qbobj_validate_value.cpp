@@ -229,6 +229,11 @@ int qbobj_validate_media_type(const char *str, const char *defstr, int *media_ty
     return 0;
 }
 
+const char *qbobj_media_type_word(int media_type)
+{
+    return media_type_str[static_cast<unsigned>(media_type) % std::size(media_type_str)].data();
+}
+
 int qbobj_validate_log_severity(const char *str, const char **validated_str)
 {
     return check_log_word(log_severity, str, "info", validated_str);

@@ -54,6 +54,8 @@ int qbobj_validate_enum(const char *str, const char *defstr, const qbobj_enum_ma
 
 // Bit set: 1 audio, 2 video, 4 images.
 int qbobj_validate_media_type(const char *str, const char *defstr, int *media_type);
+// The word of a set of media types (1 audio, 2 video, 4 images, or-ed), the opposite of the validator.
+const char *qbobj_media_type_word(int media_type);
 // Null is "info".
 int qbobj_validate_log_severity(const char *str, const char **validated_str);
 // Null is "misc".
