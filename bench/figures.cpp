@@ -96,6 +96,7 @@ bool Figures::run(std::vector<std::string> arguments)
 {
     arguments.insert(arguments.begin() + 1, "--benchmark_enable_random_interleaving=true");
     std::vector<char *> argv;
+    argv.reserve(arguments.size());
     for (std::string &argument : arguments)
         argv.push_back(argument.data());
     int argc = static_cast<int>(argv.size());

@@ -540,7 +540,7 @@ QBOBJ_API int qbobj_setAdminPassword(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Adm
  * Sets the password of a user, in `$user`.
  *
  * @param passwd  only the first of a chain counts. An unknown `UserId` is no error; an empty `Password`
- * leaves the user without one.
+ * leaves the user without one, and the mask is a password like any other.
  * @return 0; QBOBJ_ERROR_API_ARGS; QBOBJ_ERROR_DB_MISC
  */
 QBOBJ_API int qbobj_setUserPassword(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_UserPassword_t *passwd,

@@ -55,11 +55,12 @@ struct qbobj_DfolderAcl {
     const char *RemoteShare;   /**< share on that server */
 };
 
-/** The login of an rsync client. */
+/** The login of an rsync client. A written list ends at the first empty name. */
 struct qbobj_UserPasswordAcl {
     qbobj_UserPasswordAcl_t *_link; /**< next */
     const char *UserName;           /**< name */
-    const char *Password;           /**< password, stored and returned plain */
+    const char
+        *Password; /**< password, stored and returned plain; null or `masked_password`: stays as stored */
 };
 
 /** One entry of a folder's POSIX access control list. */
@@ -552,11 +553,13 @@ QBOBJ_API int qbobj_modifyShareUsedBy(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Us
  *
  * @param usedby   the marker; only the first record of a list counts
  * @param ShareId  dataset name of the share; null removes the marker everywhere
- * @param err      QBOBJ_ERROR_API_ARGS: no record; QBOBJ_ERROR_DB_MISC, also for an unknown share
+ * @param err      QBOBJ_ERROR_API_ARGS: no record; QBOBJ_ERROR_DB_MISC, also for an unknown share or no
+ * `AppName` to store
  * @return 0 or the error code
  */
 QBOBJ_API int qbobj_modifyShareUsedByExclusive(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_UsedBy_t *usedby,
                                                const char *ShareId, qbobj_error_rec_t *err);
+
 /* ---- Operations: shares written ------------------------------------------------------------------------ */
 
 /**
@@ -584,7 +587,7 @@ QBOBJ_API int qbobj_modifyShareUsedByExclusive(qbdb_handle_t *qbdb, sqlite3 *db,
  *               QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS;
  *               QBOBJ_ERROR_UI__NO_LDAP_OBJECT: the directory does not know a listed name;
  *               QBOBJ_ERROR_API_ARGS: anything else that is given wrongly, e.g. a `RefQuotaMB` above the
- *               volume's free space; QBOBJ_ERROR_DB_MISC
+ *               volume's free space; QBOBJ_ERROR_DB_MISC, also for a marker without `AppName`
  * @return 0 or the error code
  */
 QBOBJ_API int qbobj_addShare(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Share_t *share, qbobj_error_rec_t *err);

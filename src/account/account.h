@@ -107,20 +107,10 @@ inline bool ads_mode(qbobj_env_t *env, sqlite3 *db)
 // Asks for both; `no_sync` is only asked for in directory mode, where alone it matters.
 Directory directory_of(qbobj_env_t *env, sqlite3 *db);
 
-// The key of a user's record: `resource_id`, else `UserId`; else, where directory accounts are not mirrored,
-// the id of `UserName`, which is then written into both. Fails when there is none; it may be negative.
-int find_user_key(qbobj_env_t *env, const Directory &directory, qbobj_User_t &user, int &key);
-
 // Fills `UserId` and `UserName` of the record keyed by `resource_id`, as x_qbobj_getSystemUser() does for
 // each record of its list.
 int read_system_user(qbobj_env_t *env, sqlite3 *db, const Directory &directory, qbobj_SystemUser_t &user);
 // The same for a group.
 int read_system_group(qbobj_env_t *env, sqlite3 *db, const Directory &directory, qbobj_SystemGroup_t &group);
-
-// Makes a user a secondary member of the group with the id `group_id`, which `group` describes.
-int add_secondary_member(qbobj_env_t *env, sqlite3 *db, const qbobj_Group_t &group, int group_id,
-                         const qbobj_User_t &member);
-// The normalised name of a group that is added or renamed.
-int check_group_name(qbobj_env_t *env, const char *given, const char *&name);
 
 } // namespace qbobj

@@ -1,6 +1,5 @@
-// New groups, and what a modification shares with a creation: the name's rules and the secondary members.
-#include "account/queries.h"
-#include "validate/validate.h"
+// New groups.
+#include "account/group_changes.h"
 
 using namespace qbobj;
 
@@ -53,10 +52,8 @@ int add_group_quota(qbobj_env_t *env, sqlite3 *db, int group_id, const qbobj_Quo
 
 int add_group(qbobj_env_t *env, sqlite3 *db, qbobj_Group_t &group)
 {
-    if (is_empty(group.GroupName))
-        return raise(env, QBOBJ_ERROR_API_ARGS, "GroupName is required for 'add'");
     const char *name = nullptr;
-    if (const int failed = check_group_name(env, group.GroupName, name); failed != 0)
+    if (const int failed = check_new_group_name(env, group.GroupName, name); failed != 0)
         return failed;
 
     // A deleted group holds its name until the platform removes it.
@@ -86,32 +83,6 @@ int add_group(qbobj_env_t *env, sqlite3 *db, qbobj_Group_t &group)
 }
 
 } // namespace
-
-int qbobj::check_group_name(qbobj_env_t *env, const char *given, const char *&name)
-{
-    constexpr int too_long = 3;
-    const int invalid = qbobj_validate_groupname(given, &name);
-    if (invalid == too_long)
-        return raise(env, QBOBJ_ERROR_UI__NAME_TOO_LONG, "GroupName is too long (%s)", given);
-    if (invalid != 0)
-        return raise(env, QBOBJ_ERROR_API_ARGS, "Invalid GroupName (%s)", given);
-    return 0;
-}
-
-int qbobj::add_secondary_member(qbobj_env_t *env, sqlite3 *db, const qbobj_Group_t &group, int group_id,
-                                const qbobj_User_t &member)
-{
-    const int user_id = key_of(member.resource_id, member.UserId);
-    if (user_id < 1)
-        return raise(env, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%d) in SecondaryMember.",
-                     group.resource_id);
-    const Status added = Sql(env, db).exec("INSERT INTO `$group_has_user` (user_id,group_id) VALUES(%d,%d)",
-                                           user_id, group_id);
-    if (!added)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT group_has_user. %s",
-                     added.error());
-    return 0;
-}
 
 int x_qbobj_addGroup(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Group_t *group)
 {

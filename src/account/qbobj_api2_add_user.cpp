@@ -1,8 +1,6 @@
 // Creates local users, one by one with all their settings or in bulk from an imported list.
-#include "account/account.h"
+#include "account/group_changes.h"
 #include "account/user_list.h"
-#include "frame/rows.h"
-#include "validate/validate.h"
 
 #include <string_view>
 #include <unordered_set>
@@ -43,20 +41,6 @@ int check_user_name(const qbobj_env_t *env, const char *given, const char *&name
     }
 }
 
-int check_group_name(const qbobj_env_t *env, const char *given, const char *&name)
-{
-    if (is_empty(given))
-        return raise(env, QBOBJ_ERROR_API_ARGS, "GroupName is required for 'add'");
-    switch (qbobj_validate_groupname(given, &name)) {
-    case 0:
-        return 0;
-    case 3:
-        return raise(env, QBOBJ_ERROR_UI__NAME_TOO_LONG, "GroupName is too long (%s)", given);
-    default:
-        return raise(env, QBOBJ_ERROR_API_ARGS, "Invalid GroupName (%s)", given);
-    }
-}
-
 int check_email(const qbobj_env_t *env, const char *given, const char *&email)
 {
     email = empty_str;
@@ -94,11 +78,11 @@ int find_home(const qbobj_env_t *env, sqlite3 *db, const char *volume_id, const 
     const Sql sql(env, db);
     Text path;
     if (volume_id != nullptr) {
-        path = sql.text("SELECT '/'||V.lv_name||'/home/%q' FROM _volume V WHERE V.id=%Q", name, volume_id);
+        path = sql.text("SELECT '/'||V.lv_name||'/home/'||%Q FROM _volume V WHERE V.id=%Q", name, volume_id);
         if (!path)
             return raise(env, QBOBJ_ERROR_DB_MISC, "Failed 'SELECT _volume'. %s", path.error());
     } else {
-        path = sql.text("SELECT '/home/%q'", name);
+        path = sql.text("SELECT '/home/'||%Q", name);
         if (!path)
             return raise(env, QBOBJ_ERROR_DB_MISC, "Failed 'SELECT /home/%%s'. %s", path.error());
     }
@@ -129,19 +113,34 @@ int check_name_is_free(const qbobj_env_t *env, sqlite3 *db, const char *name)
 
 // ---- User ids ------------------------------------------------------------------------------------------
 
+// The first id at or above `mark` that no user has; the one behind the highest when all are taken. Halves the
+// range: a part without a gap holds as many users as ids.
+Int32 find_first_gap(const Sql &sql, int mark)
+{
+    Int32 taken = sql.int32("SELECT COUNT(*) FROM `$user` WHERE id=%d", mark);
+    if (taken && taken.value != 0) {
+        int low = mark + 1;
+        for (int high = max_uid + 1; taken && low < high;) {
+            const int middle = low + (high - low) / 2;
+            taken = sql.int32("SELECT COUNT(*) FROM `$user` WHERE id BETWEEN %d AND %d", low, middle);
+            if (taken.value == middle - low + 1)
+                low = middle + 1;
+            else
+                high = middle;
+        }
+        mark = low;
+    }
+    taken.value = mark;
+    return taken;
+}
+
 // The first free id at or above the mark in account_default, which moves on behind it; -1 when there is none.
 Int32 _get_next_available_uid(const qbobj_env_t *env, sqlite3 *db)
 {
     const Sql sql(env, db);
     Int32 uid = sql.int32("SELECT next_uid FROM account_default");
-    if (uid) {
-        const int mark = uid.value;
-        // Ids are mostly free at the mark; else one walk along the ids in use ends at their first gap.
-        uid = sql.int32(R"(SELECT CASE WHEN NOT EXISTS (SELECT 1 FROM `$user` WHERE id=%d) THEN %d
-            ELSE (SELECT U.id+1 FROM `$user` U WHERE U.id>=%d
-            AND NOT EXISTS (SELECT 1 FROM `$user` N WHERE N.id=U.id+1) ORDER BY U.id LIMIT 1) END)",
-                        mark, mark, mark);
-    }
+    if (uid)
+        uid = find_first_gap(sql, uid.value);
     if (!uid || !is_local_uid(uid.value))
         uid.value = -1;
     else
@@ -381,7 +380,7 @@ int Import::add(const UserListEntry &entry)
     const char *passwd = entry.password;
     int rc = check_user_name(env_, entry.user_name, user_name);
     if (rc == 0)
-        rc = check_group_name(env_, entry.group_name, group_name);
+        rc = check_new_group_name(env_, entry.group_name, group_name);
     if (rc == 0)
         rc = check_email(env_, entry.email, email);
     if (rc == 0 && !entry.encoded)

@@ -13,7 +13,7 @@ constexpr auto default_columns = std::tuple{
     &qbobj_AccountDefault_t::GroupId,
     &qbobj_AccountDefault_t::DisallowPasswordChange,
     &qbobj_AccountDefault_t::HomeFolderCapacityLimit,
-    &qbobj_AccountDefault_t::GroupMembership,
+    or_empty(&qbobj_AccountDefault_t::GroupMembership),
     &qbobj_AccountDefault_t::PrivateTimeMachine,
     &qbobj_AccountDefault_t::PrivateTimeMachineSpace,
     &qbobj_AccountDefault_t::SnapshotProtection,

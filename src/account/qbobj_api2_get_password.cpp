@@ -8,9 +8,9 @@ namespace
 {
 
 constexpr auto recovery_columns = std::tuple{
-    &qbobj_AdminPassword_t::Question,
-    &qbobj_AdminPassword_t::Answer,
-    &qbobj_AdminPassword_t::Email,
+    or_empty(&qbobj_AdminPassword_t::Question),
+    or_empty(&qbobj_AdminPassword_t::Answer),
+    or_empty(&qbobj_AdminPassword_t::Email),
 };
 
 } // namespace

@@ -8,16 +8,16 @@ namespace
 {
 
 constexpr auto security_columns = std::tuple{
-    &qbobj_Security_t::Security,
-    &qbobj_Security_t::workGroup,
-    &qbobj_Security_t::Realm,
-    &qbobj_Security_t::orgUnit,
-    &qbobj_Security_t::restrictOU,
+    or_empty(&qbobj_Security_t::Security),
+    or_empty(&qbobj_Security_t::workGroup),
+    or_empty(&qbobj_Security_t::Realm),
+    or_empty(&qbobj_Security_t::orgUnit),
+    or_empty(&qbobj_Security_t::restrictOU),
     &qbobj_Security_t::noSyncADS,
-    &qbobj_Security_t::domainAdministrator,
-    &qbobj_Security_t::passWordServer,
+    or_empty(&qbobj_Security_t::domainAdministrator),
+    or_empty(&qbobj_Security_t::passWordServer),
     &qbobj_Security_t::displayTrustedUsers,
-    &qbobj_Security_t::domainSid,
+    or_empty(&qbobj_Security_t::domainSid),
     &qbobj_Security_t::domainGroupAdminGID,
     &qbobj_Security_t::domainAdminUID,
 };

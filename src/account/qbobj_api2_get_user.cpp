@@ -240,24 +240,6 @@ qbobj_error_t qbobj_api2_getUserTimeMachineQuota(qbobj_env_t *qbobj, sqlite3 *db
 
 /* ---- Users --------------------------------------------------------------------------------------------- */
 
-int qbobj::find_user_key(qbobj_env_t *env, const Directory &directory, qbobj_User_t &user, int &key)
-{
-    key = key_of(user.resource_id, user.UserId);
-    if (key != 0)
-        return 0;
-    qbobj_error_t code = QBOBJ_ERROR_API_ARGS;
-    if (directory.ads && directory.no_sync && user.UserName != nullptr) {
-        key = posix_users.of_domain_name(env, user.UserName);
-        if (key >= 0) {
-            user.resource_id = key;
-            user.UserId = key;
-            return 0;
-        }
-        code = QBOBJ_ERROR_UI__NO_LDAP_OBJECT;
-    }
-    return raise(env, code, "Invalid User (resource_id=%d, UserName=%s).", user.resource_id, user.UserName);
-}
-
 int x_qbobj_getUserCollection(qbobj_env_t *qbobj, sqlite3 *db, qbobj_UserCollection_t *collection,
                               qbobj_AccountQuery_t *query, int encrypt_flag)
 {

@@ -1,6 +1,5 @@
 // Changes of groups: name, quotas, secondary members.
-#include "account/queries.h"
-#include "validate/validate.h"
+#include "account/group_changes.h"
 
 using namespace qbobj;
 

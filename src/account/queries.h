@@ -1,5 +1,5 @@
-// What the queries of users and of groups have in common: filter, order and page of a listing, quotas, and
-// the mapping of ids to those of the system.
+// What the queries of users and of groups have in common: filter, order and page of a listing, keys, quotas,
+// and the mapping of ids to those of the system.
 #pragma once
 
 #include "account/account.h"
@@ -108,6 +108,26 @@ inline const char *limit_clause(const qbobj_env_t *env, const qbobj_AccountQuery
     if (query.offset == 0)
         return sql_text(env, "LIMIT %d", query.limit);
     return sql_text(env, "LIMIT %d,%d", query.offset, query.limit);
+}
+
+// The key of a user's record: `resource_id`, else `UserId`; else, where directory accounts are not mirrored,
+// the id of `UserName`, which is then written into both. Fails when there is none; it may be negative.
+inline int find_user_key(const qbobj_env_t *env, const Directory &directory, qbobj_User_t &user, int &key)
+{
+    key = key_of(user.resource_id, user.UserId);
+    if (key != 0)
+        return 0;
+    qbobj_error_t code = QBOBJ_ERROR_API_ARGS;
+    if (directory.ads && directory.no_sync && user.UserName != nullptr) {
+        key = posix_users.of_domain_name(env, user.UserName);
+        if (key >= 0) {
+            user.resource_id = key;
+            user.UserId = key;
+            return 0;
+        }
+        code = QBOBJ_ERROR_UI__NO_LDAP_OBJECT;
+    }
+    return raise(env, code, "Invalid User (resource_id=%d, UserName=%s).", user.resource_id, user.UserName);
 }
 
 // The result of an identity look-up: 0, or -1 when there is no row, or no value in it.

@@ -31,6 +31,9 @@ int report_error(const qbobj_env_t *env, Site site, qbobj_error_t code, const ch
 
 void assertion_failed(const char *expression, Site site, const char *function)
 {
+    // Callers know a worker by its exported operation.
+    if (std::strncmp(function, "x_", 2) == 0)
+        function += 2;
     std::fprintf(stderr, "%s: %s:%d: %s: Assertion `%s' failed.\n", program_invocation_short_name, site.unit,
                  site.line, function, expression);
     std::fflush(stderr);

@@ -11,14 +11,15 @@
 namespace qbobj
 {
 
-// The name of a source file without its folders and its extension.
+// The name of a source file without its folders, up to the first dot: "unit.cpp" and "unit.part.cpp" are one
+// unit in two files.
 template <std::size_t N>
 consteval std::array<char, N> unit_of(const char (&path)[N])
 {
     const std::string_view whole(path, N - 1);
     const std::size_t slash = whole.rfind('/');
     std::string_view name = slash == std::string_view::npos ? whole : whole.substr(slash + 1);
-    name = name.substr(0, name.rfind('.'));
+    name = name.substr(0, name.find('.'));
     std::array<char, N> unit{};
     for (std::size_t i = 0; i < name.size(); ++i)
         unit[i] = name[i];

@@ -83,7 +83,7 @@ int run(const Operation &operation, RollbackOn rollback, Worker worker, Argument
 {
     std::array<DumpedRecord, (0 + ... + static_cast<int>(is_dumped<Arguments>)) + 1> records{};
     std::size_t count = 0;
-    const auto collect = [&](auto argument) {
+    [[maybe_unused]] const auto collect = [&](auto argument) {
         if constexpr (is_dumped<decltype(argument)>)
             records[count++] = dump_of(argument);
     };

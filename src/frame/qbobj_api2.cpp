@@ -353,6 +353,7 @@ int qbobj_modifyShareUsedByExclusive(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Use
     return framed({__func__, qbdb, db, err, here()}, x_qbobj_modifyShareUsedByExclusive, dumped(usedby),
                   ShareId);
 }
+
 /* ---- Shares written ------------------------------------------------------------------------------------ */
 
 int qbobj_addShare(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Share_t *share, qbobj_error_rec_t *err)

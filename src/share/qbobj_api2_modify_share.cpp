@@ -1,5 +1,5 @@
 // Shares changed: of each only what the caller's record carries. The protocols' options stand in
-// modify_protocol.cpp.
+// qbobj_api2_modify_share.protocols.cpp.
 #include "frame/rows.h"
 #include "frame/set_list.h"
 #include "share/share_writing.h"

@@ -332,14 +332,17 @@ TEST_F(Groups, ModificationIsRefused)
         {named("Staff", 101), QBOBJ_ERROR_UI__GROUPNAME_ALREADY_EXISTS,
          "Cannot rename to group which already exists (Staff)."},
     };
-    for (const auto &expected : cases)
+    for (const auto &expected : cases) {
         refused(qbobj_modifyGroup, expected.group, expected.code, expected.message);
+        EXPECT_STREQ("qbobj_api2_modify_group", err.file);
+    }
 
     qbobj_User_t nobody = member(0);
     qbobj_Group_t group = named("lodge");
     group.resource_id = 101;
     group.SecondaryMember = &nobody;
     refused(qbobj_modifyGroup, group, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (101) in SecondaryMember.");
+    EXPECT_STREQ("qbobj_api2_modify_group", err.file);
     // In directory mode names are compared with directory groups only; the database still refuses the clash.
     join_directory();
     refused(qbobj_modifyGroup, named("staff", 101), QBOBJ_ERROR_UI__GROUPNAME_ALREADY_EXISTS,

@@ -59,6 +59,11 @@ TEST_F(Password, RecoveryDataIsReplacedAsAWholeOrNotAtAll)
 
 TEST_F(Password, MissingRecoveryDataIsReported)
 {
+    sql("UPDATE passwordrecovery SET question=NULL,answer=NULL,email=NULL");
+    qbobj_AdminPassword_t empty = cleared(qbobj_clear_AdminPassword);
+    EXPECT_OK(qbobj_getAdminPassword(qbdb, db, &empty, &err));
+    EXPECT_STREQ("", empty.Answer);
+
     sql("DELETE FROM passwordrecovery");
     qbobj_AdminPassword_t read = cleared(qbobj_clear_AdminPassword);
     EXPECT_FAILS(qbobj_getAdminPassword(qbdb, db, &read, &err), QBOBJ_ERROR_DB_MISC,
@@ -141,6 +146,11 @@ TEST_F(Password, StaysOutOfTheLog)
     EXPECT_OK(set_user(100, "right"));
     EXPECT_FAILS(set_my("anna", "hunter2", "hunter3"), QBOBJ_ERROR_API_ARGS, "Bad Credential.");
     EXPECT_NE(std::string::npos, log().find("Bad Credential."));
+    sql("CREATE TRIGGER refuse BEFORE UPDATE ON `$user` BEGIN SELECT RAISE(ABORT,'no'); END");
+    EXPECT_FAILS(set_user(100, "hunter4"), QBOBJ_ERROR_DB_MISC, "Failed DB Query for user table update. no");
+    EXPECT_FAILS(set_admin({"hunter5", "q", "hunter6", "e"}), QBOBJ_ERROR_DB_MISC,
+                 "Failed DB Query for user update. no");
+    EXPECT_EQ(std::string::npos, log().find("$1$"));
     EXPECT_EQ(std::string::npos, log().find("hunter"));
 }
 

@@ -45,6 +45,16 @@ TEST_F(Security, ReadsBackWhatWasWrittenButForThePassword)
     EXPECT_EQ(std::string::npos, content().find("hunter2"));
 }
 
+TEST_F(Security, ATextThatIsNotStoredReadsAsEmpty)
+{
+    sql("UPDATE service_cifs SET realm=NULL,orgunit=NULL,domain_sid=NULL");
+    qbobj_Security_t read = cleared(qbobj_clear_Security);
+    EXPECT_OK(qbobj_getSecurity(qbdb, db, &read, &err));
+    EXPECT_STREQ("", read.Realm);
+    EXPECT_STREQ("", read.orgUnit);
+    EXPECT_STREQ("", read.domainSid);
+}
+
 TEST_F(Security, RefusesTheFirstValueThatIsWrong)
 {
     const std::string long_unit(512, 'x');

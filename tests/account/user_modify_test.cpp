@@ -166,8 +166,21 @@ TEST_F(UserModify, RefusesWhatIsWrongAndKeepsNothingOfTheChain)
         good._link = &bad;
         c.spoil(bad);
         EXPECT_FAILS(modify(good), c.code, c.message.c_str());
+        EXPECT_STREQ("qbobj_api2_modify_user", err.file);
         EXPECT_EQ(before, content());
     }
+}
+
+TEST_F(UserModify, AFailedUpdateKeepsItsValuesOutOfTheLog)
+{
+    sql("ALTER TABLE `$user` RENAME COLUMN is_locked TO away");
+    qbobj_User_t user = change();
+    user.SysHash = "$1$hashhash$hunter";
+    user.Email = "hunter@example.org";
+    EXPECT_FAILS(modify(user), QBOBJ_ERROR_DB_MISC,
+                 "Failed DB Query for 'UPDATE user'. no such column: is_locked");
+    EXPECT_NE(std::string::npos, log().find("no such column: is_locked (1): UPDATE `$user` SET"));
+    EXPECT_EQ(std::string::npos, log().find("hunter"));
 }
 
 TEST_F(UserModify, AConstraintCountsAsANameThatIsTaken)

@@ -5,6 +5,7 @@
 
 #include <fstream>
 #include <optional>
+#include <pwd.h>
 
 namespace
 {
@@ -360,13 +361,24 @@ TEST_F(UsersRead, DirectoryUsersAreFoundByNegativeIdAndUnmirroredByName)
 TEST_F(UsersRead, SystemUsersAreNamedWhateverTheyAre)
 {
     sql("INSERT INTO `$user`(id,uname,rid) VALUES(30,'mirrored',30)");
+    const passwd *account = getpwuid(1);
+    const std::string system_name = account != nullptr ? account->pw_name : "";
+    int unknown = 1000000;
+    while (getpwuid(static_cast<uid_t>(unknown)) != nullptr)
+        ++unknown;
     const struct {
         bool directory;
         int id;
         std::optional<const char *> name; // none: refused
     } cases[] = {
-        {false, 100, "bob"}, {false, 0, "root"},      {false, 999, "999"},  {false, -30, {}},
-        {true, -20, "Ada"},  {true, -30, "mirrored"}, {true, -1, "daemon"}, {true, -9999999, nullptr},
+        {false, 100, "bob"},
+        {false, 0, "root"},
+        {false, 999, "999"},
+        {false, -30, {}},
+        {true, -20, "Ada"},
+        {true, -30, "mirrored"},
+        {true, -1, account != nullptr ? system_name.c_str() : nullptr},
+        {true, -unknown, nullptr},
     };
     for (const auto &expected : cases) {
         SCOPED_TRACE(expected.id);
@@ -475,7 +487,8 @@ TEST_F(UsersRead, NamesOfIds)
     EXPECT_EQ(-1, qbobj_getUserName(qbdb, db, 100, &name, &err));
     EXPECT_STREQ("guest", name);
     EXPECT_EQ(QBOBJ_ERROR_OK, err.ec);
-    EXPECT_DEATH(qbobj_getGroupName(qbdb, db, 1, nullptr, &err), "Assertion `gname' failed");
+    EXPECT_DEATH(qbobj_getGroupName(qbdb, db, 1, nullptr, &err),
+                 ": qbobj_getGroupName: Assertion `gname' failed");
 }
 
 TEST_F(UsersRead, PosixIds)

@@ -327,6 +327,7 @@ TEST_F(ShareAdd, WhatIsGivenWronglyIsNamedAndLeavesNothing)
         ShareRecord record;
         refusal.spoil(record.named("docs").with_everything());
         EXPECT_FAILS(add(record), refusal.code, refusal.message);
+        EXPECT_STREQ("qbobj_api2_add_share", err.file);
         EXPECT_EQ(before, content());
     }
 }

@@ -618,6 +618,9 @@ TEST_F(ShareModify, WhatIsGivenWronglyIsNamedAndLeavesNothing)
         record.share.ShareName = "papers";
         refusal.spoil(record);
         EXPECT_FAILS(modify(record), refusal.code, refusal.message);
+        // Lists are written by the unit that creates shares.
+        EXPECT_STREQ(refusal.what == std::string("host") ? "qbobj_api2_add_share" : "qbobj_api2_modify_share",
+                     err.file);
         EXPECT_EQ(before, content());
     }
 }

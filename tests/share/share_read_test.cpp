@@ -541,6 +541,8 @@ TEST_F(ShareRead, QueriesCombineTheirCriteria)
     EXPECT_OK(qbobj_queryShare(qbdb, db, nullptr, "beta", nullptr, &shares, &err));
     EXPECT_OK(qbobj_queryShare(qbdb, db, nullptr, "alpha", nullptr, &shares, &err));
     EXPECT_EQ("beta alpha", names(shares)) << "appended to what the list held";
+    EXPECT_DEATH(qbobj_queryShare(qbdb, db, nullptr, nullptr, nullptr, nullptr, &err),
+                 ": qbobj_queryShare: Assertion `shares' failed");
 }
 
 TEST_F(ShareRead, AQueryRefusesCriteriaThatDoNotFit)
