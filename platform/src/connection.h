@@ -17,17 +17,29 @@
 namespace qbdb
 {
 
+// The names of a kept statement's columns, laid out as a result's first row.
+struct ColumnNames {
+    std::string cells;
+    std::vector<std::size_t> ends;
+    int preparations = 0; // of the statement when the names were taken
+};
+
+struct KeptStatement {
+    Statement statement;
+    ColumnNames names;
+};
+
 // A format without splices has one text, and so one statement.
 struct KeptFormat {
     StatementFormat format;
-    Statement statement;
+    KeptStatement kept;
 };
 
 // Statements are kept by their text. Texts that were spliced together stand apart, so that a flood of them
 // does not push out the look-ups that every operation repeats.
 struct StatementCache {
     LruMap<KeptFormat> formats{256};
-    LruMap<Statement> spliced{64};
+    LruMap<KeptStatement> spliced{64};
 };
 
 // Buffers that calls use again.

@@ -95,13 +95,14 @@ int Execution::find_statement(va_list arguments)
         }
         format_ = &local_format_;
         if (state_) {
-            kept = &state_->statements.formats.insert(format_text_, {std::move(local_format_), nullptr});
+            kept = &state_->statements.formats.insert(format_text_, {std::move(local_format_), {}});
         }
     }
     if (kept)
         format_ = &kept->format;
     if (!format_->has_splices()) {
-        Statement &owner = kept ? kept->statement : local_statement_;
+        Statement &owner = kept ? kept->kept.statement : local_statement_;
+        names_ = kept ? &kept->kept.names : nullptr;
         return prepare_into(owner, format_->text(), kept != nullptr);
     }
 
@@ -111,14 +112,15 @@ int Execution::find_statement(va_list arguments)
         local_statement_.reset();
         return prepare_into(local_statement_, scratch_.text, false);
     }
-    Statement *found = state_->statements.spliced.find(scratch_.text);
+    KeptStatement *found = state_->statements.spliced.find(scratch_.text);
     if (!found) {
-        Statement fresh;
-        if (const int rc = prepare_into(fresh, scratch_.text, true); rc != SQLITE_OK)
+        KeptStatement fresh;
+        if (const int rc = prepare_into(fresh.statement, scratch_.text, true); rc != SQLITE_OK)
             return rc;
         found = &state_->statements.spliced.insert(scratch_.text, std::move(fresh));
     }
-    statement_ = found->get();
+    statement_ = found->statement.get();
+    names_ = &found->names;
     return SQLITE_OK;
 }
 

@@ -51,6 +51,8 @@ class Execution
     int step();
 
     sqlite3_stmt *statement() const { return statement_; }
+    // Where a kept statement's column names are remembered; null for one that is not kept.
+    ColumnNames *names() const { return names_; }
     Scratch &scratch() { return scratch_; }
 
   private:
@@ -69,6 +71,7 @@ class Execution
     const StatementFormat *format_ = nullptr;
     Statement local_statement_; // a statement that is not kept
     sqlite3_stmt *statement_ = nullptr;
+    ColumnNames *names_ = nullptr;
 };
 
 // Runs a statement without results.

@@ -30,13 +30,22 @@ void ResultTable::add(const char *text, std::size_t size)
     scratch_.ends.push_back(scratch_.cells.size() | (text ? 0 : null_mark));
 }
 
-void ResultTable::add_names(sqlite3_stmt *statement)
+void ResultTable::add_names(sqlite3_stmt *statement, ColumnNames *kept)
 {
+    // SQLite prepares a statement anew when the schema has changed, which may change its columns.
+    const int preparations = sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_REPREPARE, 0);
+    if (kept && !kept->ends.empty() && kept->preparations == preparations) {
+        scratch_.cells = kept->cells;
+        scratch_.ends = kept->ends;
+        return;
+    }
     const int columns = sqlite3_column_count(statement);
     for (int i = 0; i < columns; i++) {
         const char *name = sqlite3_column_name(statement, i);
         add(name, name ? std::strlen(name) : 0);
     }
+    if (kept)
+        *kept = {scratch_.cells, scratch_.ends, preparations};
 }
 
 void ResultTable::add_row(sqlite3_stmt *statement)

@@ -12,7 +12,8 @@ class ResultTable
     // The cells are gathered in the scratch buffers.
     explicit ResultTable(Scratch &scratch);
 
-    void add_names(sqlite3_stmt *statement);
+    // `kept` remembers the names for the next time; null for a statement that is not kept.
+    void add_names(sqlite3_stmt *statement, ColumnNames *kept);
     void add_row(sqlite3_stmt *statement);
 
     // The table, to be released with sqlite3_free_table(); null when out of memory.

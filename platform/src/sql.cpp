@@ -35,7 +35,7 @@ int read_table(const Call &call, char ***table, int *nrow, int *ncol, const char
     if (rc != SQLITE_ROW)
         return rc == SQLITE_DONE ? SQLITE_OK : rc;
     ResultTable result(execution.scratch());
-    result.add_names(execution.statement());
+    result.add_names(execution.statement(), execution.names());
     int rows = 0;
     for (; rc == SQLITE_ROW; rc = execution.step(), rows++)
         result.add_row(execution.statement());
@@ -82,6 +82,8 @@ int qbdb_sql_commit(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char 
     const Call call{qbdb, db, errmsg, file, line};
     qbdb_sysinfo *const state = call.state();
     const int rc = guarded(call, [&] {
+        if (state && !state->in_transaction)
+            return call.fail(SQLITE_MISUSE, "no transaction was begun", "COMMIT");
         // The copies that an operation leaves behind are there afterwards.
         if (state && !sqlite3_get_autocommit(db))
             if (const int copied = call.result(state->copies.materialise_all(), "COMMIT");
@@ -90,7 +92,8 @@ int qbdb_sql_commit(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char 
         return execute(call, "COMMIT");
     });
     if (rc != SQLITE_OK) {
-        abandon(call);
+        if (!state || state->in_transaction)
+            abandon(call);
         return rc;
     }
     if (state) {
@@ -105,8 +108,11 @@ int qbdb_sql_rollback(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const cha
 {
     const Call call{qbdb, db, errmsg, file, line};
     return guarded(call, [&] {
-        const int rc = sqlite3_get_autocommit(db) ? SQLITE_OK : execute(call, "ROLLBACK");
-        forget_transaction(call.state());
+        // A transaction that the caller began itself, so that qbdb_sql_begin() failed, stays the caller's.
+        qbdb_sysinfo *const state = call.state();
+        const bool foreign = state && !state->in_transaction;
+        const int rc = foreign || sqlite3_get_autocommit(db) ? SQLITE_OK : execute(call, "ROLLBACK");
+        forget_transaction(state);
         return rc;
     });
 }

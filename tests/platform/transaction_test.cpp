@@ -114,6 +114,19 @@ TEST_F(Transactions, LeaveNothingOfAFailedCommit)
     EXPECT_EQ(0, session->rollback()) << "without a transaction there is nothing to do";
 }
 
+TEST_F(Transactions, OfTheCallersOwnStayTheCallers)
+{
+    for (const bool commit : {false, true}) {
+        ASSERT_EQ(SQLITE_OK,
+                  sqlite3_exec(session->db, "BEGIN; INSERT INTO t VALUES(1,2,3)", nullptr, nullptr, nullptr));
+        EXPECT_NE(0, session->begin());
+        EXPECT_EQ(commit ? SQLITE_MISUSE : SQLITE_OK, commit ? session->commit() : session->rollback());
+        EXPECT_EQ(0, sqlite3_get_autocommit(session->db));
+        ASSERT_EQ(SQLITE_OK, sqlite3_exec(session->db, "ROLLBACK", nullptr, nullptr, nullptr));
+    }
+    EXPECT_EQ("0", count());
+}
+
 TEST_F(Transactions, TellServicesOnlyWhatIsCommitted)
 {
     options.jnl = std::fopen((folder / "journal").c_str(), "w");
