@@ -53,41 +53,30 @@ void Figures::add(Figure figure)
     figures_.push_back(std::move(figure));
 }
 
-void Figures::add_ratio(const std::string &figure, const std::string &of, const std::string &to, Bound bound,
-                        double limit)
-{
-    const auto value = [of, to](const Seconds &seconds) { return seconds.at(of) / seconds.at(to); };
-    add({figure, {of, to}, value, bound, limit});
-}
-
 void Figures::ratio_at_most(const std::string &figure, const std::string &measured, const std::string &floor,
                             double limit)
 {
-    add_ratio(figure, measured, floor, Bound::at_most, limit);
-}
-
-void Figures::ratio_at_least(const std::string &figure, const std::string &slow, const std::string &quick,
-                             double limit)
-{
-    add_ratio(figure, slow, quick, Bound::at_least, limit);
+    const auto value = [measured, floor](const Seconds &seconds) {
+        return seconds.at(measured) / seconds.at(floor);
+    };
+    add({figure, {measured, floor}, value, limit});
 }
 
 void Figures::milliseconds_at_most(const std::string &figure, const std::string &measured, double limit)
 {
     const auto value = [measured](const Seconds &seconds) { return seconds.at(measured) * 1000; };
-    add({figure, {measured}, value, Bound::at_most, limit});
+    add({figure, {measured}, value, limit});
 }
 
 void Figures::value_at_most(const std::string &figure, double value, double limit)
 {
-    add({figure, {}, [value](const Seconds &) { return value; }, Bound::at_most, limit});
+    add({figure, {}, [value](const Seconds &) { return value; }, limit});
 }
 
 bool Figures::print(const Figure &figure, double value)
 {
-    const bool within = figure.bound == Bound::at_most ? value <= figure.limit : value >= figure.limit;
-    std::printf("%-48s %8.2f %s%-6.2f %s\n", figure.name.c_str(), value,
-                figure.bound == Bound::at_most ? "<=" : ">=", figure.limit, within ? "ok" : "over");
+    const bool within = value <= figure.limit;
+    std::printf("%-48s %8.2f %8.2f %s\n", figure.name.c_str(), value, figure.limit, within ? "ok" : "over");
     std::fflush(stdout);
     return within;
 }

@@ -37,8 +37,6 @@ class Figures
     // A measurement's seconds in those of another one.
     void ratio_at_most(const std::string &figure, const std::string &measured, const std::string &floor,
                        double limit);
-    void ratio_at_least(const std::string &figure, const std::string &slow, const std::string &quick,
-                        double limit);
     void milliseconds_at_most(const std::string &figure, const std::string &measured, double limit);
     void value_at_most(const std::string &figure, double value, double limit);
 
@@ -48,21 +46,17 @@ class Figures
     bool run(std::vector<std::string> arguments);
 
   private:
-    enum class Bound { at_most, at_least };
     using Seconds = std::map<std::string, double>; // by measurement
 
     struct Figure {
         std::string name;
         std::vector<std::string> needs; // measurements
         std::function<double(const Seconds &)> value;
-        Bound bound;
         double limit;
     };
     class Collector;
 
     void add(Figure figure);
-    void add_ratio(const std::string &figure, const std::string &of, const std::string &to, Bound bound,
-                   double limit);
     static bool print(const Figure &figure, double value);
 
     std::vector<std::shared_ptr<void>> kept_;

@@ -42,6 +42,12 @@ void add_by_library(const Way &way, const Connection &connection, qbobj_User_t *
     check(way.by_library(connection.qbdb, connection.db, users, &err), err);
 }
 
+// Lets the allocation of ids begin again below all that are taken.
+void reset_mark(const Connection &connection)
+{
+    sqlite3_exec(connection.db, "UPDATE account_default SET next_uid=100", nullptr, nullptr, nullptr);
+}
+
 // Both leave the same content.
 void compare(const Way &way, const Appliance &appliance)
 {
@@ -72,6 +78,41 @@ void measure(Figures &figures, const Way &way, const std::shared_ptr<Appliance> 
     });
 }
 
+// The id of one user above many that are taken. Another user comes before, so that both ways have their
+// statements prepared.
+void measure_allocation(Figures &figures)
+{
+    const auto dense = figures.keep<Appliance>(Contents{.users = taken_ids});
+    const auto measure_way = [&](const std::string &name, auto make_add) {
+        figures.measure(name, [dense, make_add](benchmark::State &state) {
+            const Copy copy(*dense);
+            const auto add = make_add(copy.connection);
+            qbobj_User_t *first = new_users(copy.connection.qbdb->pool, 1, taken_ids);
+            add(first);
+            qbobj_User_t *user = new_users(copy.connection.qbdb->pool, 1, taken_ids + 1);
+            for (auto _ : state)
+                add(user);
+            if (user->UserId != first->UserId + 1)
+                throw std::runtime_error("not the first free id");
+        });
+    };
+    measure_way("addUser/dense/library", [](const Connection &connection) {
+        return [&connection](qbobj_User_t *user) {
+            reset_mark(connection);
+            add_by_library(ways[0], connection, user);
+        };
+    });
+    measure_way("addUser/dense/kept", [](const Connection &connection) {
+        return [&connection, writer = std::make_shared<UserWriter>(connection)](qbobj_User_t *user) {
+            reset_mark(connection);
+            writer->add(user);
+        };
+    });
+    figures.ratio_at_most("addUser-above-30000-taken-ids-to-kept-statements", "addUser/dense/library",
+                          "addUser/dense/kept", 1.5);
+    figures.milliseconds_at_most("addUser-milliseconds-above-30000-taken-ids", "addUser/dense/library", 10);
+}
+
 } // namespace
 
 void add_new_user_figures(Figures &figures)
@@ -88,16 +129,7 @@ void add_new_user_figures(Figures &figures)
                               operation + "/library/1000", 11);
     }
 
-    const auto dense = figures.keep<Appliance>(Contents{.users = taken_ids});
-    figures.measure("addUser/dense", [dense](benchmark::State &state) {
-        const Copy copy(*dense);
-        qbobj_User_t *user = new_users(copy.connection.qbdb->pool, 1, taken_ids);
-        for (auto _ : state)
-            add_by_library(ways[0], copy.connection, user);
-        if (user->UserId != first_account_id + taken_ids)
-            throw std::runtime_error("addUser: not the first free id");
-    });
-    figures.milliseconds_at_most("addUser-milliseconds-above-30000-taken-ids", "addUser/dense", 10);
+    measure_allocation(figures);
 }
 
 } // namespace qbobj_bench

@@ -36,6 +36,7 @@
 #include <qbobj/service.h>
 #include <qbobj/settings.h>
 #include <qbobj/share.h>
+#include <qbobj/share_option.h>
 #include <qbobj/storage.h>
 #include <qbobj/types.h>
 #include <qbobj/validate.h>

@@ -150,6 +150,51 @@ int write_registry_entry(qbobj_env_t *env, const Sql &sql, const char *key, cons
     return 0;
 }
 
+// The two tables of entries, which differ in names alone.
+struct EntryTable {
+    Statement<const char *> select;
+    Message<const char *> select_failed;
+    Message<const char *> missing;
+};
+constexpr EntryTable service_entries{"SELECT val FROM service_misc WHERE key=%Q",
+                                     "Failed 'SELECT service_misc'. %s", "ServiceEntry='%s' not exist."};
+constexpr EntryTable registry_entries{"SELECT value FROM `$registry` WHERE key=%Q",
+                                      "Failed 'SELECT $registry'. %s", "RegistryEntry='%s' not exist."};
+
+// `function` is the exported one.
+template <class Value>
+int read_entry(const EntryTable &table, const char *function, qbdb_handle_t *qbdb, sqlite3 *db,
+               const char *key, Value **val, qbobj_error_rec_t *err)
+{
+    require(qbdb != nullptr, "qbdb", function);
+    require(err != nullptr, "err", function);
+    require(key != nullptr, "key", function);
+    require(val != nullptr, "val", function);
+    const ExitTrace trace(qbdb, function);
+    const auto read = [&](qbobj_env_t *env, const Sql &sql) {
+        const Text entry = sql.text(table.select, key);
+        if (!entry)
+            return raise(env, QBOBJ_ERROR_DB_MISC, table.select_failed, entry.error());
+        if (entry.found == 0)
+            return raise(env, QBOBJ_ERROR_DB_NOTEXISTS, table.missing, key);
+        *val = entry.value;
+        return 0;
+    };
+    return trace.of_read(key, in_transaction(qbdb, db, err, CommitResult::ignored, read));
+}
+
+template <class Write>
+int write_entry(Write write, const char *function, qbdb_handle_t *qbdb, sqlite3 *db, const char *key,
+                const char *val, qbobj_error_rec_t *err)
+{
+    require(qbdb != nullptr, "qbdb", function);
+    require(err != nullptr, "err", function);
+    require(key != nullptr, "key", function);
+    const ExitTrace trace(qbdb, function);
+    const auto body = [&](qbobj_env_t *env, const Sql &sql) { return write(env, sql, key, val); };
+    return trace.of_write(key, val, in_transaction(qbdb, db, err, CommitResult::returned, body));
+}
+
 /* ---- Folder attributes --------------------------------------------------------------------------------- */
 
 constexpr auto share_flag_columns =
@@ -239,67 +284,25 @@ uint64_t read_band_size(const std::filesystem::path &property_list)
 
 int getServiceEntry(qbdb_handle_t *qbdb, sqlite3 *db, const char *key, char **val, qbobj_error_rec_t *err)
 {
-    require(qbdb != nullptr, "qbdb", __func__);
-    require(err != nullptr, "err", __func__);
-    require(key != nullptr, "key", __func__);
-    require(val != nullptr, "val", __func__);
-    const ExitTrace trace(qbdb, __func__);
-    const auto read = [&](qbobj_env_t *env, const Sql &sql) {
-        const Text entry = sql.text("SELECT val FROM service_misc WHERE key=%Q", key);
-        if (!entry)
-            return raise(env, QBOBJ_ERROR_DB_MISC, "Failed 'SELECT service_misc'. %s", entry.error());
-        if (entry.found == 0)
-            return raise(env, QBOBJ_ERROR_DB_NOTEXISTS, "ServiceEntry='%s' not exist.", key);
-        *val = entry.value;
-        return 0;
-    };
-    return trace.of_read(key, in_transaction(qbdb, db, err, CommitResult::ignored, read));
+    return read_entry(service_entries, __func__, qbdb, db, key, val, err);
 }
 
 int setServiceEntry(qbdb_handle_t *qbdb, sqlite3 *db, const char *key, const char *val,
                     qbobj_error_rec_t *err)
 {
-    require(qbdb != nullptr, "qbdb", __func__);
-    require(err != nullptr, "err", __func__);
-    require(key != nullptr, "key", __func__);
-    const ExitTrace trace(qbdb, __func__);
-    const auto write = [&](qbobj_env_t *env, const Sql &sql) {
-        return write_service_entry(env, sql, key, val);
-    };
-    return trace.of_write(key, val, in_transaction(qbdb, db, err, CommitResult::returned, write));
+    return write_entry(write_service_entry, __func__, qbdb, db, key, val, err);
 }
 
 int getRegistryEntry(qbdb_handle_t *qbdb, sqlite3 *db, const char *key, const char **val,
                      qbobj_error_rec_t *err)
 {
-    require(qbdb != nullptr, "qbdb", __func__);
-    require(err != nullptr, "err", __func__);
-    require(key != nullptr, "key", __func__);
-    require(val != nullptr, "val", __func__);
-    const ExitTrace trace(qbdb, __func__);
-    const auto read = [&](qbobj_env_t *env, const Sql &sql) {
-        const Text entry = sql.text("SELECT value FROM `$registry` WHERE key=%Q", key);
-        if (!entry)
-            return raise(env, QBOBJ_ERROR_DB_MISC, "Failed 'SELECT $registry'. %s", entry.error());
-        if (entry.found == 0)
-            return raise(env, QBOBJ_ERROR_DB_NOTEXISTS, "RegistryEntry='%s' not exist.", key);
-        *val = entry.value;
-        return 0;
-    };
-    return trace.of_read(key, in_transaction(qbdb, db, err, CommitResult::ignored, read));
+    return read_entry(registry_entries, __func__, qbdb, db, key, val, err);
 }
 
 int setRegistryEntry(qbdb_handle_t *qbdb, sqlite3 *db, const char *key, const char *val,
                      qbobj_error_rec_t *err)
 {
-    require(qbdb != nullptr, "qbdb", __func__);
-    require(err != nullptr, "err", __func__);
-    require(key != nullptr, "key", __func__);
-    const ExitTrace trace(qbdb, __func__);
-    const auto write = [&](qbobj_env_t *env, const Sql &sql) {
-        return write_registry_entry(env, sql, key, val);
-    };
-    return trace.of_write(key, val, in_transaction(qbdb, db, err, CommitResult::returned, write));
+    return write_entry(write_registry_entry, __func__, qbdb, db, key, val, err);
 }
 
 int getFolderAttribute(qbdb_handle_t *qbdb, sqlite3 *db, const char *path, qbobj_folder_attribute_t *attr,
