@@ -25,7 +25,7 @@ class Arguments
     template <class T>
     T next()
     {
-        return va_arg(list_, T); // NOLINT(clang-analyzer-valist.Uninitialized): the constructor copies it
+        return va_arg(list_, T);
     }
 
   private:

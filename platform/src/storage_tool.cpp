@@ -97,7 +97,6 @@ int qbdb_fs_get_attr_scanf(qbdb_handle_t * /*qbdb*/, const char *dataset, const 
     }
     va_list arguments;
     va_start(arguments, format);
-    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): it is begun on the line before
     const int taken = std::vsscanf(output.c_str(), format, arguments);
     va_end(arguments);
     return taken > 0 ? 0 : SQLITE_NOTFOUND;

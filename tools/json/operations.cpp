@@ -14,11 +14,12 @@ namespace qbobj_json
 namespace
 {
 
-template <class Record>
-constexpr const qbobj_spec_t *spec_of = nullptr;
+// The schema that a pointer to a record type leads to.
 #define QBOBJ_SPEC_OF(Type)                                                                                  \
-    template <>                                                                                              \
-    constexpr const qbobj_spec_t *spec_of<qbobj_##Type##_t> = spec_##Type;
+    [[maybe_unused]] constexpr const qbobj_spec_t *spec_of(const qbobj_##Type##_t *)                         \
+    {                                                                                                        \
+        return spec_##Type;                                                                                  \
+    }
 QBOBJ_RECORD_TYPES(QBOBJ_SPEC_OF)
 #undef QBOBJ_SPEC_OF
 
@@ -68,7 +69,7 @@ struct Slot<const char *> {
 template <class Record>
 struct Slot<Record *> {
     static constexpr ArgumentKind kind = ArgumentKind::record;
-    static constexpr const qbobj_spec_t *spec = spec_of<Record>;
+    static constexpr const qbobj_spec_t *spec = spec_of(static_cast<const Record *>(nullptr));
     Record *value;
     Slot(const Argument &argument, const Json &json, apr_pool_t *pool)
         : value(static_cast<Record *>(json.is_null() && !argument.optional
@@ -83,7 +84,7 @@ struct Slot<Record *> {
 template <class Record>
 struct Slot<Record **> {
     static constexpr ArgumentKind kind = ArgumentKind::record_result;
-    static constexpr const qbobj_spec_t *spec = spec_of<Record>;
+    static constexpr const qbobj_spec_t *spec = spec_of(static_cast<const Record *>(nullptr));
     Record *value = nullptr;
     Slot(const Argument &, const Json &, apr_pool_t *) {}
     Record **pass() { return &value; }

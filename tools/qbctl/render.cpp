@@ -50,24 +50,24 @@ Json records_of(const Json &value)
     return Json::array({value});
 }
 
+bool shows_nothing(const Json &field)
+{
+    return field.is_null() || field.is_structured() || field == 0 ||
+           (field.is_string() && cell_text(field).empty());
+}
+
+// The fields that any record shows something of, in the order of the schema.
 std::vector<std::string> columns_of(const Json &records)
 {
-    std::vector<std::string> columns;
-    std::set<std::string> seen;
+    std::set<std::string> used;
     for (const Json &record : records)
-        for (const auto &[name, field] : record.items()) {
-            const bool empty = field.is_null() || field.is_structured() || field == "" || field == 0;
-            if (!empty && seen.insert(name).second)
-                columns.push_back(name);
-        }
-    // In the order of the fields, whichever record came first.
-    if (!records.empty()) {
-        std::vector<std::string> ordered;
-        for (const auto &[name, field] : records.front().items())
-            if (seen.contains(name))
-                ordered.push_back(name);
-        return ordered;
-    }
+        for (const auto &[name, field] : record.items())
+            if (!shows_nothing(field))
+                used.insert(name);
+    std::vector<std::string> columns;
+    for (const auto &[name, field] : records.front().items())
+        if (used.contains(name))
+            columns.push_back(name);
     return columns;
 }
 
