@@ -157,7 +157,7 @@ TEST_F(Copies, HoldWhatStoodBeforeRandomChanges)
     session->exec("CREATE TABLE w(k TEXT PRIMARY KEY, v, r REAL) WITHOUT ROWID");
     session->exec("CREATE TABLE f(id INTEGER PRIMARY KEY, r REAL, p TEXT REFERENCES w(k) ON DELETE CASCADE "
                   "ON UPDATE CASCADE, n INTEGER UNIQUE)");
-    const char *const list[] = {"t", "u", "w", "f", nullptr};
+    static const char *const list[] = {"t", "u", "w", "f", nullptr};
     tables = list;
     std::mt19937 random(20261121);
     const auto content = [&](const std::string &name, const char *columns) {
