@@ -322,80 +322,113 @@ void run_describe(const std::vector<std::string> &types)
     }
 }
 
-int run(int argc, char **argv)
+/* ---- The command line ---------------------------------------------------------------------------------- */
+
+class CommandLine
 {
-    CLI::App app{
+  public:
+    CommandLine();
+    int run(int argc, char **argv);
+
+  private:
+    void add_settings();
+    void add_commands_of_databases();
+    void add_commands_of_the_library();
+    void add_commands_of_operations();
+
+    CLI::App app_{
         "Reads and changes the configuration database of a storage appliance.\n"
         "Every operation of the library can be called: 'qbctl list' shows them, 'qbctl describe TYPE' shows\n"
         "a record's fields. Results are JSON, or a table when they go to a terminal.\n"
         "Exit status: 0 done, 1 the operation failed, 2 wrong usage."};
-    app.name("qbctl");
-    app.require_subcommand(1);
-    app.fallthrough();
-    Settings settings;
-    app.add_option("--db", settings.database, "The database file")->envname("QBOBJ_DB")->type_name("FILE");
-    app.add_option("--root", settings.root,
-                   "Folder below which absolute paths (volumes, homes, import lists) are read")
+    Settings settings_;
+    std::string file_;
+    std::string operation_;
+    std::vector<std::string> volumes_;
+    std::vector<std::string> types_;
+    std::vector<std::string> words_;
+};
+
+CommandLine::CommandLine()
+{
+    app_.name("qbctl");
+    app_.require_subcommand(1);
+    app_.fallthrough();
+    add_settings();
+    add_commands_of_databases();
+    add_commands_of_the_library();
+    add_commands_of_operations();
+}
+
+void CommandLine::add_settings()
+{
+    app_.add_option("--db", settings_.database, "The database file")->envname("QBOBJ_DB")->type_name("FILE");
+    app_.add_option("--root", settings_.root,
+                    "Folder below which absolute paths (volumes, homes, import lists) are read")
         ->envname("QBOBJ_ROOT")
         ->type_name("FOLDER");
-    app.add_option("--log", settings.log_level, "What is logged to standard error")
+    app_.add_option("--log", settings_.log_level, "What is logged to standard error")
         ->check(CLI::IsMember({"none", "error", "warn", "info", "debug"}))
         ->capture_default_str();
-    app.add_flag("--json", settings.json, "Show results as JSON also on a terminal");
-    app.add_flag("--table", settings.table, "Show results as a table");
-    app.add_option("--columns", settings.columns, "The table's columns, e.g. ShareName,Path")
+    app_.add_flag("--json", settings_.json, "Show results as JSON also on a terminal");
+    app_.add_flag("--table", settings_.table, "Show results as a table");
+    app_.add_option("--columns", settings_.columns, "The table's columns, e.g. ShareName,Path")
         ->delimiter(',')
         ->type_name("FIELD,...");
+}
 
-    std::string file;
-    std::vector<std::string> volumes;
-    CLI::App *init = app.add_subcommand("init", "Makes a fresh database; refused when the file exists.\n"
-                                                "Example: qbctl --root /mnt init appliance.db --volume data");
-    init->add_option("FILE", file, "The file to make")->required();
-    init->add_option("--volume", volumes,
+void CommandLine::add_commands_of_databases()
+{
+    CLI::App *init =
+        app_.add_subcommand("init", "Makes a fresh database; refused when the file exists.\n"
+                                    "Example: qbctl --root /mnt init appliance.db --volume data");
+    init->add_option("FILE", file_, "The file to make")->required();
+    init->add_option("--volume", volumes_,
                      "Registers the volume mounted at /NAME (below --root); may be repeated")
         ->type_name("NAME");
-    init->callback([&] { run_init(settings, file, volumes); });
+    init->callback([this] { run_init(settings_, file_, volumes_); });
 
-    std::vector<std::string> names;
-    CLI::App *volume = app.add_subcommand("volume", "Registers volumes, or refreshes their sizes.");
-    volume->add_option("NAME", names, "A volume mounted at /NAME (below --root)")->required();
-    volume->callback([&] {
-        const Database database(settings);
-        for (const std::string &name : names)
+    CLI::App *volume = app_.add_subcommand("volume", "Registers volumes, or refreshes their sizes.");
+    volume->add_option("NAME", volumes_, "A volume mounted at /NAME (below --root)")->required();
+    volume->callback([this] {
+        const Database database(settings_);
+        for (const std::string &name : volumes_)
             database.register_volume(name);
     });
+}
 
-    CLI::App *list = app.add_subcommand("list", "Lists the operations with their arguments and results.");
-    list->callback(run_list);
-
-    std::vector<std::string> types;
+void CommandLine::add_commands_of_the_library()
+{
+    app_.add_subcommand("list", "Lists the operations with their arguments and results.")->callback(run_list);
     CLI::App *describe =
-        app.add_subcommand("describe", "Shows the fields of a record type, their kinds, and which may be\n"
-                                       "left out; without a type, lists the types.");
-    describe->add_option("TYPE", types, "A record type, e.g. Share");
-    describe->callback([&] { run_describe(types); });
+        app_.add_subcommand("describe", "Shows the fields of a record type, their kinds, and which may be\n"
+                                        "left out; without a type, lists the types.");
+    describe->add_option("TYPE", types_, "A record type, e.g. Share");
+    describe->callback([this] { run_describe(types_); });
+}
 
-    std::string name;
-    std::vector<std::string> words;
-    CLI::App *call = app.add_subcommand(
+void CommandLine::add_commands_of_operations()
+{
+    CLI::App *call = app_.add_subcommand(
         "call",
-        "Calls an operation. Its input is JSON: an object of the arguments by name or, for an operation of "
-        "one\n"
-        "argument, that argument itself; '-' reads it from standard input, '@FILE' from a file. Scalar\n"
-        "arguments can be given as NAME=VALUE.\n"
+        "Calls an operation. Its input is JSON: an object of the arguments by name or, for an operation of\n"
+        "one argument, that argument itself; '-' reads it from standard input, '@FILE' from a file.\n"
+        "Scalar arguments can be given as NAME=VALUE.\n"
         "Examples: qbctl call getShareId share_name=docs\n"
         "          qbctl call addShare '{\"ShareName\":\"docs\",\"VolumeId\":\"data\"}'");
-    call->add_option("OPERATION", name, "The operation, e.g. getShareCollection")->required();
-    call->add_option("INPUT", words, "JSON, '-', '@FILE', or NAME=VALUE");
-    call->callback([&] { run_call(settings, name, words); });
+    call->add_option("OPERATION", operation_, "The operation, e.g. getShareCollection")->required();
+    call->add_option("INPUT", words_, "JSON, '-', '@FILE', or NAME=VALUE");
+    call->callback([this] { run_call(settings_, operation_, words_); });
 
-    CLI::App *batch = app.add_subcommand(
+    CLI::App *batch = app_.add_subcommand(
         "batch", "Runs one call a line in one process: OPERATION JSON. Results of reading operations are\n"
                  "written one a line. Stops at the first failure.");
-    batch->add_option("FILE", file, "The file of calls, or '-'")->required();
-    batch->callback([&] { run_batch(settings, file); });
+    batch->add_option("FILE", file_, "The file of calls, or '-'")->required();
+    batch->callback([this] { run_batch(settings_, file_); });
+}
 
+int CommandLine::run(int argc, char **argv)
+{
     // The parser would take a JSON array apart as a list of values; a leading blank hides it. It wants its
     // words in reverse.
     std::vector<std::string> arguments(argv + 1, argv + argc);
@@ -404,9 +437,9 @@ int run(int argc, char **argv)
             argument.insert(0, " ");
     std::reverse(arguments.begin(), arguments.end());
     try {
-        app.parse(std::move(arguments));
+        app_.parse(std::move(arguments));
     } catch (const CLI::ParseError &error) {
-        return app.exit(error) == 0 ? EXIT_SUCCESS : exit_usage;
+        return app_.exit(error) == 0 ? EXIT_SUCCESS : exit_usage;
     }
     return EXIT_SUCCESS;
 }
@@ -416,7 +449,7 @@ int run(int argc, char **argv)
 int main(int argc, char **argv)
 {
     try {
-        return run(argc, argv);
+        return CommandLine().run(argc, argv);
     } catch (const BadInput &error) {
         std::cerr << "qbctl: " << error.what() << '\n';
         return exit_usage;
