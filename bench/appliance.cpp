@@ -95,20 +95,6 @@ void add_shares(const Connection &connection, const Contents &contents)
 
 } // namespace
 
-TemporaryFolder::TemporaryFolder()
-{
-    std::string name = std::filesystem::temp_directory_path() / "qbobj_bench_XXXXXX";
-    if (mkdtemp(name.data()) == nullptr)
-        throw std::runtime_error("cannot make a temporary folder");
-    path_ = name;
-}
-
-TemporaryFolder::~TemporaryFolder()
-{
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-}
-
 Connection::Connection(const std::filesystem::path &file, const std::filesystem::path &root) : root_(root)
 {
     qbdb_options_t options{};

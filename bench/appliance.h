@@ -1,6 +1,8 @@
 // Databases to measure on, filled with plain SQL, in a folder that goes away.
 #pragma once
 
+#include "temporary_folder.h"
+
 #include <qbobj.h>
 
 #include <filesystem>
@@ -9,18 +11,7 @@
 namespace qbobj_bench
 {
 
-class TemporaryFolder
-{
-  public:
-    TemporaryFolder();
-    ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder &) = delete;
-    TemporaryFolder &operator=(const TemporaryFolder &) = delete;
-    const std::filesystem::path &path() const { return path_; }
-
-  private:
-    std::filesystem::path path_;
-};
+using qbobj_test::TemporaryFolder;
 
 // An open database. Commits do not wait for the disk, neither the library's nor a floor's.
 class Connection

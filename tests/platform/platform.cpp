@@ -21,23 +21,10 @@ void write_file(const fs::path &path, const std::string &content)
     std::ofstream(path, std::ios::binary) << content;
 }
 
-Folder::Folder()
-{
-    std::string name = fs::temp_directory_path() / "qbdb-test-XXXXXX";
-    if (!mkdtemp(name.data()))
-        throw std::runtime_error("no temporary folder");
-    path_ = name;
-}
-
-Folder::~Folder()
-{
-    fs::remove_all(path_);
-}
-
 std::vector<std::string> Folder::names() const
 {
     std::vector<std::string> result;
-    for (const auto &entry : fs::directory_iterator(path_))
+    for (const auto &entry : fs::directory_iterator(folder_.path()))
         result.push_back(entry.path().filename());
     return result;
 }

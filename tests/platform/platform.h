@@ -2,6 +2,7 @@
 #pragma once
 
 #include "qbdb.h"
+#include "temporary_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -24,15 +25,11 @@ void write_file(const std::filesystem::path &path, const std::string &content);
 class Folder
 {
   public:
-    Folder();
-    ~Folder();
-    Folder(const Folder &) = delete;
-    Folder &operator=(const Folder &) = delete;
-    std::string operator/(const std::string &name) const { return path_ / name; }
+    std::string operator/(const std::string &name) const { return folder_.path() / name; }
     std::vector<std::string> names() const;
 
   private:
-    std::filesystem::path path_;
+    qbobj_test::TemporaryFolder folder_;
 };
 
 // One connection with its handle: opened by qbdb_open(), or by the caller.

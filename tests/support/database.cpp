@@ -64,20 +64,6 @@ class Prepared
 
 } // namespace
 
-TemporaryFolder::TemporaryFolder()
-{
-    std::string name = fs::temp_directory_path() / "qbobj-test-XXXXXX";
-    if (mkdtemp(name.data()) == nullptr)
-        throw std::runtime_error("no temporary folder");
-    path_ = name;
-}
-
-TemporaryFolder::~TemporaryFolder()
-{
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-}
-
 Appliance::Appliance()
 {
     static const Prepared prepared;

@@ -1,6 +1,8 @@
 // A database of its own for every test: a copy of one that is prepared once a program.
 #pragma once
 
+#include "temporary_folder.h"
+
 #include <gtest/gtest.h>
 #include <qbobj.h>
 
@@ -14,20 +16,6 @@ void PrintTo(const qbobj_error_rec_t &err, std::ostream *out);
 
 namespace qbobj_test
 {
-
-// A folder that goes away with its content.
-class TemporaryFolder
-{
-  public:
-    TemporaryFolder();
-    ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder &) = delete;
-    TemporaryFolder &operator=(const TemporaryFolder &) = delete;
-    const std::filesystem::path &path() const { return path_; }
-
-  private:
-    std::filesystem::path path_;
-};
 
 // A fresh appliance: the volumes "data" and "backup" (10 GB free each), root below a temporary folder, an
 // open handle.
