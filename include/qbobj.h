@@ -10,6 +10,7 @@
  * negative value. Test the value that is returned, not `err->ec`. A null `err` aborts the program.
  * - Chains. Records chained through `_link` are processed in order; the first failure ends the call and
  * undoes all of it.
+ * - Collections. What is read is appended to the list of the collection given; clear it before the first use.
  * - Ownership. Everything that is returned (records, strings, messages) lives in the handle's pool until its
  * owner clears or destroys that pool, and must not be freed.
  * - Strings. Strings passed in are UTF-8 and are not kept after the call.

@@ -218,8 +218,9 @@ QBOBJ_API int qbobj_getSecurityAdsProgress(qbdb_handle_t *qbdb, sqlite3 *db, qbo
  * accounts, 'nobody', guests and remote users (primary group 98) are never listed. Reads `$user`, `$group`,
  * `user_quota`, `_user_quota_stat`, `share`, `$home_folder`, `_hf_zfs_stat`, `$timemachine_quota`,
  * `account_default`, `service_cifs`; has the platform refresh `_hf_zfs_stat`.
- *  @param collection    filled; `OldUserName`, `HomeVolumeId`, `OldHomeDirectory` and the hashes are not
- * read, and `HomeDirectory` and `GroupName` are null when the account has none
+ *  @param collection    the users are appended to its list, the counts are set; `OldUserName`,
+ * `HomeVolumeId`, `OldHomeDirectory` and the hashes are not read, and `HomeDirectory` and `GroupName` are
+ * null when the account has none
  *  @param query         filter, order and page; null lists all of the kind that the appliance uses, by name.
  * `Entries` counts regardless of the page and of "HF_EXISTS"
  *  @param encrypt_flag  0 masks passwords ("" where there is none), else they are returned as stored
@@ -298,7 +299,8 @@ QBOBJ_API int qbobj_getPosixUIDGID(qbdb_handle_t *qbdb, sqlite3 *db, const char 
 /** Lists groups of one kind, local or directory ones, with quotas and secondary members. System groups,
  * 'guest' and 'nogroup' are never listed. Reads `$group`, `group_quota`, `_group_quota_stat`, `share`,
  * `$group_has_user`, `$user`, `service_cifs`.
- *  @param collection  filled. Of the members: ids, names, home, e-mail and the masked password
+ *  @param collection  the groups are appended to its list, the counts are set. Of the members: ids, names,
+ * home, e-mail and the masked password
  *  @param query       filter (by the name only), order and page; null lists all of the kind that the
  * appliance uses, by name
  *  @return 0; QBOBJ_ERROR_API_ARGS for a pattern of more than 256 bytes; QBOBJ_ERROR_DB_MISC */

@@ -125,7 +125,6 @@ int x_qbobj_getGroupCollection(qbobj_env_t *qbobj, sqlite3 *db, qbobj_GroupColle
     if (!rows)
         return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'group'. %s", rows.error());
 
-    collection->Group = nullptr;
     collection->TotalEntries = total.value;
     collection->Entries = matching.value;
     Tail<qbobj_Group_t> tail(collection->Group);

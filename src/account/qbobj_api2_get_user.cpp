@@ -273,7 +273,6 @@ int x_qbobj_getUserCollection(qbobj_env_t *qbobj, sqlite3 *db, qbobj_UserCollect
     if (!rows)
         return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for user. %s", rows.error());
 
-    collection->User = nullptr;
     collection->TotalEntries = total.value;
     collection->Entries = matching.value;
     qbdb_hf_stats_import(qbobj->qbdb, db);

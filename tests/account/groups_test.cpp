@@ -22,6 +22,7 @@ class Groups : public qbobj_test::Database
     std::string listed(qbobj_AccountQuery_t *query)
     {
         groups = {};
+        groups = {};
         EXPECT_OK(qbobj_getGroupCollection(qbdb, db, &groups, query, &err));
         std::string text;
         for (const qbobj_Group_t *group = groups.Group; group != nullptr; group = group->_link)

@@ -273,6 +273,16 @@ TEST_F(UsersRead, GroupThatOnlyTheDirectoryKnowsIsNamedByIt)
     EXPECT_STREQ("daemon", users.User->_link->GroupName); // the system's group 1
 }
 
+TEST_F(UsersRead, ListsAreAppendedToWhatTheCollectionHolds)
+{
+    qbobj_User_t first{};
+    qbobj_UserCollection_t users{&first, 0, 0};
+    ASSERT_OK(qbobj_getUserCollection(qbdb, db, &users, nullptr, 0, &err));
+    EXPECT_EQ(&first, users.User);
+    EXPECT_EQ("alice bob carol", names(first._link));
+    EXPECT_EQ(3, users.Entries);
+}
+
 TEST_F(UsersRead, FailingDetailEndsTheList)
 {
     sql("DROP TABLE user_quota");
