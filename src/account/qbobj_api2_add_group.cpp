@@ -1,7 +1,8 @@
 // New groups.
 #include "account/group_changes.h"
 
-using namespace qbobj;
+namespace qbobj
+{
 
 namespace
 {
@@ -10,73 +11,71 @@ constexpr int lowest_gid = 100;
 constexpr int highest_gid = 32767;
 
 // Gives the group the lowest free id.
-int choose_group_id(qbobj_env_t *env, sqlite3 *db, qbobj_Group_t &group)
+int choose_group_id(Call &call, qbobj_Group_t &group)
 {
-    const Sql sql(env, db);
-    Int32 id = sql.int32("SELECT 100 WHERE NOT EXISTS (SELECT * FROM `$group` WHERE id=100)");
+        Number id = call.ask_number("SELECT 100 WHERE NOT EXISTS (SELECT * FROM `$group` WHERE id=100)");
     if (id && id.found == 0)
-        id = sql.int32("SELECT G1.id+1 FROM `$group` G1 WHERE G1.id>=100-1 AND G1.id<32767 "
+        id = call.ask_number("SELECT G1.id+1 FROM `$group` G1 WHERE G1.id>=100-1 AND G1.id<32767 "
                        "AND NOT EXISTS (SELECT * FROM `$group` G2 WHERE G2.id=G1.id+1) LIMIT 1");
     if (!id)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for group. %s", id.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for group. %s", id.error());
     if (id.value < lowest_gid || id.value > highest_gid)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "No more gid available");
+        return raise(call, QBOBJ_ERROR_DB_MISC, "No more gid available");
     group.GroupId = id.value;
     return 0;
 }
 
-int check_group_id(qbobj_env_t *env, sqlite3 *db, const qbobj_Group_t &group)
+int check_group_id(Call &call, const qbobj_Group_t &group)
 {
     if (group.GroupId < lowest_gid || group.GroupId > highest_gid)
-        return raise(env, QBOBJ_ERROR_API_ARGS, "GroupId=%d is out of valid range (%d-%d).", group.GroupId,
+        return raise(call, QBOBJ_ERROR_API_ARGS, "GroupId=%d is out of valid range (%d-%d).", group.GroupId,
                      lowest_gid, highest_gid);
-    const Int32 taken = Sql(env, db).int32("SELECT COUNT(*) FROM `$group` WHERE id=%d", group.GroupId);
+    const Number taken = call.ask_number("SELECT COUNT(*) FROM `$group` WHERE id=%d", group.GroupId);
     if (!taken)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for group. %s", taken.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for group. %s", taken.error());
     if (taken.value > 0)
-        return raise(env, QBOBJ_ERROR_UI__GID_ALREADY_EXISTS, "GroupId (%d) already exists.", group.GroupId);
+        return raise(call, QBOBJ_ERROR_UI__GID_ALREADY_EXISTS, "GroupId (%d) already exists.", group.GroupId);
     return 0;
 }
 
-int add_group_quota(qbobj_env_t *env, sqlite3 *db, int group_id, const qbobj_Quota_t &quota)
+int add_group_quota(Call &call, int group_id, const qbobj_Quota_t &quota)
 {
-    const Status added = Sql(env, db).exec(
+    const Status added = call.run(
         R"(INSERT INTO group_quota (group_id,share_id,mb_soft,mb_hard)
         VALUES(%d,(SELECT S.id FROM share S WHERE zfs_name=%Q),
         %lu*(SELECT diskquota_warn FROM account_default LIMIT 1),%lu))",
         group_id, quota.ShareId, quota.HardMB, quota.HardMB);
     if (!added)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT group_quota'. %s", added.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT group_quota'. %s", added.error());
     return 0;
 }
 
-int add_group(qbobj_env_t *env, sqlite3 *db, qbobj_Group_t &group)
+int add_group(Call &call, qbobj_Group_t &group)
 {
     const char *name = nullptr;
-    if (const int failed = check_new_group_name(env, group.GroupName, name); failed != 0)
+    if (const int failed = check_new_group_name(call, group.GroupName, name); failed != 0)
         return failed;
 
     // A deleted group holds its name until the platform removes it.
-    const Sql sql(env, db);
-    const Int32 namesakes = sql.int32("SELECT COUNT(*) FROM `$group` WHERE gname=%Q", name);
+        const Number namesakes = call.ask_number("SELECT COUNT(*) FROM `$group` WHERE gname=%Q", name);
     if (!namesakes)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'group'. %s", namesakes.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'group'. %s", namesakes.error());
     if (namesakes.value > 0)
-        return raise(env, QBOBJ_ERROR_UI__GROUPNAME_ALREADY_EXISTS, "Group (%s) already exists.", name);
+        return raise(call, QBOBJ_ERROR_UI__GROUPNAME_ALREADY_EXISTS, "Group (%s) already exists.", name);
 
-    const int refused = group.GroupId < 1 ? choose_group_id(env, db, group) : check_group_id(env, db, group);
+    const int refused = group.GroupId < 1 ? choose_group_id(call, group) : check_group_id(call, group);
     if (refused != 0)
         return refused;
 
     const Status added =
-        sql.exec("INSERT INTO `$group` (id,gname,is_privileged) VALUES(%d,%Q,0)", group.GroupId, name);
+        call.run("INSERT INTO `$group` (id,gname,is_privileged) VALUES(%d,%Q,0)", group.GroupId, name);
     if (!added)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT group'. %s", added.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT group'. %s", added.error());
     for (const qbobj_Quota_t &quota : Chain(group.GroupQuota))
-        if (const int failed = add_group_quota(env, db, group.GroupId, quota); failed != 0)
+        if (const int failed = add_group_quota(call, group.GroupId, quota); failed != 0)
             return failed;
     for (const qbobj_User_t &member : Chain(group.SecondaryMember))
-        if (const int failed = add_secondary_member(env, db, group, group.GroupId, member); failed != 0)
+        if (const int failed = add_secondary_member(call, group, group.GroupId, member); failed != 0)
             return failed;
     group.resource_id = group.GroupId;
     return 0;
@@ -84,10 +83,12 @@ int add_group(qbobj_env_t *env, sqlite3 *db, qbobj_Group_t &group)
 
 } // namespace
 
-int x_qbobj_addGroup(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Group_t *group)
+int x_qbobj_addGroup(Call &call, qbobj_Group_t *group)
 {
     for (qbobj_Group_t &element : Chain(group))
-        if (const int failed = add_group(qbobj, db, element); failed != 0)
+        if (const int failed = add_group(call, element); failed != 0)
             return failed;
     return 0;
 }
+
+} // namespace qbobj

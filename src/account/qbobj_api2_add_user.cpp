@@ -5,7 +5,8 @@
 #include <string_view>
 #include <unordered_set>
 
-using namespace qbobj;
+namespace qbobj
+{
 
 namespace
 {
@@ -24,105 +25,103 @@ bool is_local_uid(int uid)
 // ---- What a new account may consist of -----------------------------------------------------------------
 
 // `name` receives the name to store.
-int check_user_name(const qbobj_env_t *env, const char *given, const char *&name)
+int check_user_name(Call &call, const char *given, const char *&name)
 {
     if (is_empty(given))
-        return raise(env, QBOBJ_ERROR_API_ARGS, "UserName is required for 'add'");
+        return raise(call, QBOBJ_ERROR_API_ARGS, "UserName is required for 'add'");
     switch (const int rc = qbobj_validate_username(given, &name)) {
     case 0:
         return 0;
     case 3:
-        return raise(env, QBOBJ_ERROR_UI__NAME_TOO_LONG, "UserName (%s) is too long", given);
+        return raise(call, QBOBJ_ERROR_UI__NAME_TOO_LONG, "UserName (%s) is too long", given);
     case 4:
     case 5:
-        return raise(env, QBOBJ_ERROR_UI__USERNAME_RESERVED, "UserName (%s) is reserved", given);
+        return raise(call, QBOBJ_ERROR_UI__USERNAME_RESERVED, "UserName (%s) is reserved", given);
     default:
-        return raise(env, QBOBJ_ERROR_API_ARGS, "Invalid UserName (%s), rc=%d", given, rc);
+        return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid UserName (%s), rc=%d", given, rc);
     }
 }
 
-int check_email(const qbobj_env_t *env, const char *given, const char *&email)
+int check_email(Call &call, const char *given, const char *&email)
 {
     email = empty_str;
     if (is_empty(given))
         return 0;
     if (const int rc = qbobj_validate_email(given, &email); rc != 0)
-        return raise(env, QBOBJ_ERROR_API_ARGS, "Invalid Email (%s) rc=%d", given, rc);
+        return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid Email (%s) rc=%d", given, rc);
     return 0;
 }
 
-int encode_password(qbobj_env_t *env, const char *plain, const char *&passwd)
+int encode_password(Call &call, const char *plain, const char *&passwd)
 {
     passwd = empty_str;
     if (is_empty(plain))
         return 0;
-    if (const int rc = qbobj_validate_password(env, plain, &passwd); rc != 0)
-        return raise(env, QBOBJ_ERROR_API_ARGS, "Invalid Password (%s) rc=%d", plain, rc);
+    if (const int rc = qbobj_validate_password(call, plain, &passwd); rc != 0)
+        return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid Password (%s) rc=%d", plain, rc);
     return 0;
 }
 
 // Leaves `group_id` as it is when the user names no group.
-int find_primary_group(qbobj_env_t *env, sqlite3 *db, const qbobj_User_t &user, int &group_id)
+int find_primary_group(Call &call, const qbobj_User_t &user, int &group_id)
 {
     if (is_empty(user.GroupName))
         return 0;
     int found = 0;
-    if (qbobj_validate_db_groupname(env, db, user.GroupName, nullptr, &found) != 0)
-        return raise(env, QBOBJ_ERROR_API_ARGS, "Invalid GroupName (%s)", user.GroupName);
+    if (qbobj_validate_db_groupname(call, user.GroupName, nullptr, &found) != 0)
+        return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid GroupName (%s)", user.GroupName);
     group_id = found;
     return 0;
 }
 
-int find_home(const qbobj_env_t *env, sqlite3 *db, const char *volume_id, const char *name, const char *&home)
+int find_home(Call &call, const char *volume_id, const char *name, const char *&home)
 {
-    const Sql sql(env, db);
-    Text path;
+        Text path;
     if (volume_id != nullptr) {
-        path = sql.text("SELECT '/'||V.lv_name||'/home/'||%Q FROM _volume V WHERE V.id=%Q", name, volume_id);
+        path = call.ask_text("SELECT '/'||V.lv_name||'/home/'||%Q FROM _volume V WHERE V.id=%Q", name, volume_id);
         if (!path)
-            return raise(env, QBOBJ_ERROR_DB_MISC, "Failed 'SELECT _volume'. %s", path.error());
+            return raise(call, QBOBJ_ERROR_DB_MISC, "Failed 'SELECT _volume'. %s", path.error());
     } else {
-        path = sql.text("SELECT '/home/'||%Q", name);
+        path = call.ask_text("SELECT '/home/'||%Q", name);
         if (!path)
-            return raise(env, QBOBJ_ERROR_DB_MISC, "Failed 'SELECT /home/%%s'. %s", path.error());
+            return raise(call, QBOBJ_ERROR_DB_MISC, "Failed 'SELECT /home/%%s'. %s", path.error());
     }
     if (path.value == nullptr)
-        return raise(env, QBOBJ_ERROR_API_ARGS, "Invalid HomeVolume or default home volume not exists");
+        return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid HomeVolume or default home volume not exists");
     home = path.value;
     return 0;
 }
 
-int check_name_is_free(const qbobj_env_t *env, sqlite3 *db, const char *name)
+int check_name_is_free(Call &call, const char *name)
 {
-    const Sql sql(env, db);
-    const Int32 users = sql.int32("SELECT COUNT(*) FROM `$user` WHERE uname=%Q", name);
+        const Number users = call.ask_number("SELECT COUNT(*) FROM `$user` WHERE uname=%Q", name);
     if (!users)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for user. %s", users.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for user. %s", users.error());
     if (users.value == 0)
         return 0;
-    const Int32 remote = sql.int32("SELECT COUNT(*) FROM `$user` WHERE uname=%Q AND "
+    const Number remote = call.ask_number("SELECT COUNT(*) FROM `$user` WHERE uname=%Q AND "
                                    "group_id=(SELECT id FROM `$group` WHERE gname=%Q)",
                                    name, cloud_group);
     if (!remote)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for user. %s", remote.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for user. %s", remote.error());
     if (remote.value > 0)
-        return raise(env, QBOBJ_ERROR_UI__USERNAME_IS_SAME_AS_REMOTE_USERNAME,
+        return raise(call, QBOBJ_ERROR_UI__USERNAME_IS_SAME_AS_REMOTE_USERNAME,
                      "Username (%s) is the same as existing remote username.", name);
-    return raise(env, QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS, "User (%s) already exists.", name);
+    return raise(call, QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS, "User (%s) already exists.", name);
 }
 
 // ---- User ids ------------------------------------------------------------------------------------------
 
 // The first id at or above `mark` that no user has; the one behind the highest when all are taken. Halves the
 // range: a part without a gap holds as many users as ids.
-Int32 find_first_gap(const Sql &sql, int mark)
+Number find_first_gap(Call &call, int mark)
 {
-    Int32 taken = sql.int32("SELECT COUNT(*) FROM `$user` WHERE id=%d", mark);
+    Number taken = call.ask_number("SELECT COUNT(*) FROM `$user` WHERE id=%d", mark);
     if (taken && taken.value != 0) {
         int low = mark + 1;
         for (int high = max_uid + 1; taken && low < high;) {
             const int middle = low + (high - low) / 2;
-            taken = sql.int32("SELECT COUNT(*) FROM `$user` WHERE id BETWEEN %d AND %d", low, middle);
+            taken = call.ask_number("SELECT COUNT(*) FROM `$user` WHERE id BETWEEN %d AND %d", low, middle);
             if (taken.value == middle - low + 1)
                 low = middle + 1;
             else
@@ -135,181 +134,178 @@ Int32 find_first_gap(const Sql &sql, int mark)
 }
 
 // The first free id at or above the mark in account_default, which moves on behind it; -1 when there is none.
-Int32 _get_next_available_uid(const qbobj_env_t *env, sqlite3 *db)
+Number _get_next_available_uid(Call &call)
 {
-    const Sql sql(env, db);
-    Int32 uid = sql.int32("SELECT next_uid FROM account_default");
+        Number uid = call.ask_number("SELECT next_uid FROM account_default");
     if (uid)
         uid = find_first_gap(sql, uid.value);
     if (!uid || !is_local_uid(uid.value))
         uid.value = -1;
     else
-        sql.exec("UPDATE account_default SET next_uid=%d", uid.value + 1);
+        call.run("UPDATE account_default SET next_uid=%d", uid.value + 1);
     return uid;
 }
 
 // Chooses the user's id, or checks the one that is given.
-int find_uid(const qbobj_env_t *env, sqlite3 *db, qbobj_User_t &user)
+int find_uid(Call &call, qbobj_User_t &user)
 {
     if (user.UserId < 1) {
-        const Int32 uid = _get_next_available_uid(env, db);
+        const Number uid = _get_next_available_uid(call);
         if (uid.value == -1)
-            return raise(env, QBOBJ_ERROR_DB_MISC, "Could not get next available uid. %s", uid.error());
+            return raise(call, QBOBJ_ERROR_DB_MISC, "Could not get next available uid. %s", uid.error());
         if (!is_local_uid(uid.value))
-            return raise(env, QBOBJ_ERROR_DB_MISC, "No more uid available");
+            return raise(call, QBOBJ_ERROR_DB_MISC, "No more uid available");
         user.UserId = uid.value;
         return 0;
     }
     if (!is_local_uid(user.UserId))
-        return raise(env, QBOBJ_ERROR_API_ARGS, "UserId=%d is out of valid range (%d-%d).", user.UserId,
+        return raise(call, QBOBJ_ERROR_API_ARGS, "UserId=%d is out of valid range (%d-%d).", user.UserId,
                      min_uid, max_uid);
-    const Int32 taken = Sql(env, db).int32("SELECT COUNT(*) FROM `$user` WHERE id=%d", user.UserId);
+    const Number taken = call.ask_number("SELECT COUNT(*) FROM `$user` WHERE id=%d", user.UserId);
     if (!taken)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for user. %s", taken.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for user. %s", taken.error());
     if (taken.value != 0)
-        return raise(env, QBOBJ_ERROR_UI__UID_ALREADY_EXISTS, "UserId (%d) already exists.", user.UserId);
+        return raise(call, QBOBJ_ERROR_UI__UID_ALREADY_EXISTS, "UserId (%d) already exists.", user.UserId);
     return 0;
 }
 
 // ---- The rows of a new account -------------------------------------------------------------------------
 
-int insert_quotas(const qbobj_env_t *env, sqlite3 *db, const qbobj_User_t &user)
+int insert_quotas(Call &call, const qbobj_User_t &user)
 {
     for (const qbobj_Quota_t &quota : Chain(user.UserQuota)) {
         // diskquota_warn is a percentage, and a new user's soft limit is not divided by 100, unlike a changed
         // one: what reads these rows counts on it.
-        const Status inserted = Sql(env, db).exec(
+        const Status inserted = call.run(
             R"(INSERT INTO user_quota (user_id,share_id,mb_soft,mb_hard) VALUES(%d,
             (SELECT S.id FROM share S WHERE zfs_name=%Q),
             %lu*(SELECT diskquota_warn FROM account_default LIMIT 1),%lu))",
             user.UserId, quota.ShareId, quota.HardMB, quota.HardMB);
         if (!inserted)
-            return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT user_quota'. %s",
+            return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT user_quota'. %s",
                          inserted.error());
     }
     return 0;
 }
 
-int insert_home_folder(const qbobj_env_t *env, sqlite3 *db, const qbobj_User_t &user)
+int insert_home_folder(Call &call, const qbobj_User_t &user)
 {
-    const Sql sql(env, db);
-    if (const qbobj_UserHomeFolderSettings_t *settings = user.HomeFolderSettings; settings != nullptr) {
-        const Status inserted = sql.exec(
+        if (const qbobj_UserHomeFolderSettings_t *settings = user.HomeFolderSettings; settings != nullptr) {
+        const Status inserted = call.run(
             R"(INSERT INTO `$home_folder` (user_id,snapshot_protection_enabled,quota,visible_snapdir)
             VALUES (%d,%d,%lu,%Q))",
             user.UserId, settings->SnapshotProtectionEnabled, settings->SizeLimit,
             settings->VisibleSnapshot != 0 ? or_empty(settings->VisibleSnapFolder) : empty_str);
         if (!inserted)
-            return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT $home_folder'. %s",
+            return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT $home_folder'. %s",
                          inserted.error());
         return 0;
     }
-    const Status inserted = sql.exec(
+    const Status inserted = call.run(
         R"(INSERT INTO `$home_folder` (user_id,snapshot_protection_enabled,quota,visible_snapdir)
         VALUES (%d,(SELECT snapshot_protection FROM account_default LIMIT 1),
         (SELECT home_folder_capacity_limit FROM account_default LIMIT 1),%Q))",
         user.UserId, empty_str);
     if (!inserted)
-        return raise(env, QBOBJ_ERROR_DB_MISC,
+        return raise(call, QBOBJ_ERROR_DB_MISC,
                      "Failed DB Query for 'INSERT $home_folder' using account_default. %s", inserted.error());
     return 0;
 }
 
-int insert_timemachine_quota(const qbobj_env_t *env, sqlite3 *db, const qbobj_User_t &user)
+int insert_timemachine_quota(Call &call, const qbobj_User_t &user)
 {
     const qbobj_UserTimeMachineQuota_t *quota = user.TimeMachineQuota;
     if (quota == nullptr || quota->Enabled == 0)
         return 0;
     const Status inserted =
-        Sql(env, db).exec("INSERT INTO '$timemachine_quota' (user_id,enabled,capacity_mb) VALUES (%d,%d,%d)",
+        call.run("INSERT INTO '$timemachine_quota' (user_id,enabled,capacity_mb) VALUES (%d,%d,%d)",
                           user.UserId, quota->Enabled, quota->CapacityMB);
     if (!inserted)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT $timemachine_quota'. %s",
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT $timemachine_quota'. %s",
                      inserted.error());
     return 0;
 }
 
-int read_back(const qbobj_env_t *env, sqlite3 *db, qbobj_User_t &user)
+int read_back(Call &call, qbobj_User_t &user)
 {
-    const Text home = Sql(env, db).text("SELECT home FROM `$user` WHERE id=%d", user.UserId);
+    const Text home = call.ask_text("SELECT home FROM `$user` WHERE id=%d", user.UserId);
     if (!home)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for (SELECT user). %s", home.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for (SELECT user). %s", home.error());
     user.HomeDirectory = home.value;
     user.resource_id = user.UserId;
     return 0;
 }
 
-int insert_settings(const qbobj_env_t *env, sqlite3 *db, qbobj_User_t &user)
+int insert_settings(Call &call, qbobj_User_t &user)
 {
-    int rc = insert_quotas(env, db, user);
+    int rc = insert_quotas(call, user);
     if (rc == 0)
-        rc = insert_home_folder(env, db, user);
+        rc = insert_home_folder(call, user);
     if (rc == 0)
-        rc = insert_timemachine_quota(env, db, user);
-    return rc != 0 ? rc : read_back(env, db, user);
+        rc = insert_timemachine_quota(call, user);
+    return rc != 0 ? rc : read_back(call, user);
 }
 
-int add_user(qbobj_env_t *env, sqlite3 *db, qbobj_User_t &user, int &group_id)
+int add_user(Call &call, qbobj_User_t &user, int &group_id)
 {
     const char *name = nullptr;
     const char *passwd = nullptr;
     const char *email = nullptr;
     const char *home = nullptr;
-    int rc = check_user_name(env, user.UserName, name);
+    int rc = check_user_name(call, user.UserName, name);
     if (rc == 0 && !is_empty(user.SysHash))
         passwd = user.SysHash;
     else if (rc == 0)
-        rc = encode_password(env, user.Password, passwd);
+        rc = encode_password(call, user.Password, passwd);
     if (rc == 0)
-        rc = check_email(env, user.Email, email);
+        rc = check_email(call, user.Email, email);
     if (rc == 0)
-        rc = find_primary_group(env, db, user, group_id);
+        rc = find_primary_group(call, user, group_id);
     if (rc == 0)
-        rc = find_home(env, db, user.HomeVolumeId, name, home);
+        rc = find_home(call, user.HomeVolumeId, name, home);
     if (rc == 0)
-        rc = check_name_is_free(env, db, name);
+        rc = check_name_is_free(call, name);
     if (rc == 0)
-        rc = find_uid(env, db, user);
+        rc = find_uid(call, user);
     if (rc != 0)
         return rc;
 
     // last_changed is a day number: 60/60/24.
-    const Status inserted = Sql(env, db).exec(
+    const Status inserted = call.run(
         R"(INSERT INTO `$user` (id,uname,passwd,email,home,group_id,shell,is_privileged,last_changed,is_locked)
         VALUES(%d,%Q,%Q,%Q,%Q,%d,'/bin/false',0,STRFTIME('%%s',DATETIME('NOW'))/60/60/24,%d))",
         user.UserId, name, passwd, email, home, group_id, user.IsLocked);
     if (!inserted)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT user'. %s", inserted.error());
-    return insert_settings(env, db, user);
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT user'. %s", inserted.error());
+    return insert_settings(call, user);
 }
 
-int add_listed_user(qbobj_env_t *env, sqlite3 *db, qbobj_User_t &user, int &group_id)
+int add_listed_user(Call &call, qbobj_User_t &user, int &group_id)
 {
-    if (const int rc = find_primary_group(env, db, user, group_id); rc != 0)
+    if (const int rc = find_primary_group(call, user, group_id); rc != 0)
         return rc;
-    const Sql sql(env, db);
-    const Int32 uid = sql.int32(R"(SELECT IFNULL(MAX(U.id)+1,100) FROM `$user` U
+        const Number uid = call.ask_number(R"(SELECT IFNULL(MAX(U.id)+1,100) FROM `$user` U
         WHERE U.is_privileged=0 AND U.rid IS NULL AND U.id<32767)");
     if (!uid)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for user. %s", uid.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for user. %s", uid.error());
     user.UserId = uid.value;
     // Here last_changed is divided by 60/24/24 and so is no day number: callers depend on both divisors.
-    const Status inserted = sql.exec(
+    const Status inserted = call.run(
         R"(INSERT INTO `$user` (id,uname,passwd,email,home,group_id,shell,is_privileged,last_changed)
         VALUES(%d,%Q,%Q,%Q,%Q,%d,'/bin/false',0,STRFTIME('%%s',DATETIME('NOW'))/60/24/24))",
         user.UserId, user.UserName, user.Password, user.Email, "/home", group_id);
     if (!inserted)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT user'. %s", inserted.error());
-    return read_back(env, db, user);
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT user'. %s", inserted.error());
+    return read_back(call, user);
 }
 
 // Runs through a chain. A user who names no group gets that of the nearest user before who did.
 template <class Add>
-int add_each(qbobj_env_t *env, sqlite3 *db, qbobj_User_t *chain, Add add)
+int add_each(Call &call, qbobj_User_t *chain, Add add)
 {
     int group_id = default_group_id;
     for (qbobj_User_t &user : Chain(chain))
-        if (const int rc = add(env, db, user, group_id); rc != 0)
+        if (const int rc = add(call, user, group_id); rc != 0)
             return rc;
     return 0;
 }
@@ -348,8 +344,8 @@ Record *&end_of(Record *&head)
 class Import
 {
   public:
-    Import(qbobj_env_t *env, qbobj_User_t *&users_end, qbobj_Group_t *&groups_end)
-        : env_(env), users_(users_end), groups_(groups_end)
+    Import(Call &call, qbobj_User_t *&users_end, qbobj_Group_t *&groups_end)
+        : env_(call), users_(users_end), groups_(groups_end)
     {
     }
     void knows(const qbobj_UserCollection_t &users)
@@ -405,18 +401,18 @@ int Import::add(const UserListEntry &entry)
     return 0;
 }
 
-int read_user_list(qbobj_env_t *env, Import &import)
+int read_user_list(Call &call, Import &import)
 {
-    UserListReader list(path_below_root(env, user_list_path));
+    UserListReader list(path_below_root(call, user_list_path));
     if (list.missing())
-        return raise(env, QBOBJ_ERROR_UNKNOWN, "User file not exist");
+        return raise(call, QBOBJ_ERROR_UNKNOWN, "User file not exist");
     UserListEntry entry{};
     for (;;) {
         switch (list.next(entry)) {
         case UserListReader::Next::end:
             return 0;
         case UserListReader::Next::wrong_format:
-            return raise(env, QBOBJ_ERROR_UNKNOWN, "User file wrong format");
+            return raise(call, QBOBJ_ERROR_UNKNOWN, "User file wrong format");
         case UserListReader::Next::entry:
             if (const int rc = import.add(entry); rc != 0)
                 return rc;
@@ -426,38 +422,38 @@ int read_user_list(qbobj_env_t *env, Import &import)
 
 } // namespace
 
-int x_qbobj_addUser(qbobj_env_t *qbobj, sqlite3 *db, qbobj_User_t *user)
+int x_qbobj_addUser(Call &call, qbobj_User_t *user)
 {
-    return add_each(qbobj, db, user, add_user);
+    return add_each(call, user, add_user);
 }
 
-int x_qbobj_addUserList(qbobj_env_t *qbobj, sqlite3 *db, qbobj_User_t *user)
+int x_qbobj_addUserList(Call &call, qbobj_User_t *user)
 {
-    return add_each(qbobj, db, user, add_listed_user);
+    return add_each(call, user, add_listed_user);
 }
 
-int x_qbobj_checkUserList(qbobj_env_t *qbobj, sqlite3 *, qbobj_UserCollection_t *user_collection,
+int x_qbobj_checkUserList(Call &call, sqlite3 *, qbobj_UserCollection_t *user_collection,
                           qbobj_GroupCollection_t *group_collection,
                           qbobj_UserCollection_t *user_collection_bak,
                           qbobj_GroupCollection_t *group_collection_bak)
 {
     if (user_collection == nullptr)
-        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "user_collection cannot be NULL.");
+        return raise(call, QBOBJ_ERROR_API_ARGS, "user_collection cannot be NULL.");
     if (group_collection == nullptr)
-        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "group_collection cannot be NULL.");
+        return raise(call, QBOBJ_ERROR_API_ARGS, "group_collection cannot be NULL.");
     if (user_collection_bak == nullptr)
-        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "user_collection_bak cannot be NULL.");
+        return raise(call, QBOBJ_ERROR_API_ARGS, "user_collection_bak cannot be NULL.");
     if (group_collection_bak == nullptr)
-        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "group_collection_bak cannot be NULL.");
+        return raise(call, QBOBJ_ERROR_API_ARGS, "group_collection_bak cannot be NULL.");
 
     qbobj_User_t *&users_end = end_of(user_collection->User);
     qbobj_Group_t *&groups_end = end_of(group_collection->Group);
-    Import import(qbobj, users_end, groups_end);
+    Import import(call, users_end, groups_end);
     import.knows(*user_collection);
     import.knows(*user_collection_bak);
     import.knows(*group_collection);
     import.knows(*group_collection_bak);
-    const int rc = read_user_list(qbobj, import);
+    const int rc = read_user_list(call, import);
     if (rc != 0) {
         // Nothing of a list with a fault is handed over.
         users_end = nullptr;
@@ -465,3 +461,5 @@ int x_qbobj_checkUserList(qbobj_env_t *qbobj, sqlite3 *, qbobj_UserCollection_t 
     }
     return rc;
 }
+
+} // namespace qbobj

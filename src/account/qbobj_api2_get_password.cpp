@@ -1,8 +1,9 @@
 // The recovery data of the administrator's password, read.
 #include "account/account.h"
-#include "frame/rows.h"
+#include "core/call.h"
 
-using namespace qbobj;
+namespace qbobj
+{
 
 namespace
 {
@@ -15,18 +16,20 @@ constexpr auto recovery_columns = std::tuple{
 
 } // namespace
 
-int x_qbobj_getAdminPassword(qbobj_env_t *qbobj, sqlite3 *db, qbobj_AdminPassword_t *passwd)
+int x_qbobj_getAdminPassword(Call &call, qbobj_AdminPassword_t *passwd)
 {
     if (passwd == nullptr)
-        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "passwd cannot be NULL.");
+        return raise(call, QBOBJ_ERROR_API_ARGS, "passwd cannot be NULL.");
     const Table rows =
-        Sql(qbobj, db).table("SELECT PR.question,PR.answer,PR.email FROM passwordrecovery PR LIMIT 1");
+        call.table("SELECT PR.question,PR.answer,PR.email FROM passwordrecovery PR LIMIT 1");
     if (!rows)
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for backup. %s", rows.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for backup. %s", rows.error());
     if (rows.empty())
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC,
+        return raise(call, QBOBJ_ERROR_DB_MISC,
                      "DB may be corrupted? 'passwordrecovery' table is not populated.");
-    fill(qbobj, *passwd, recovery_columns, rows.front());
+    fill(call, *passwd, recovery_columns, *rows.begin());
     passwd->Password = masked_password;
     return 0;
 }
+
+} // namespace qbobj

@@ -1,8 +1,9 @@
 // How the appliance authenticates file-sharing users, read.
 #include "account/account.h"
-#include "frame/rows.h"
+#include "core/call.h"
 
-using namespace qbobj;
+namespace qbobj
+{
 
 namespace
 {
@@ -31,54 +32,35 @@ constexpr auto progress_columns = std::tuple{
 
 } // namespace
 
-int x_qbobj_getSecurity(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Security_t *o)
+int x_qbobj_getSecurity(Call &call, qbobj_Security_t *o)
 {
     if (o == nullptr)
-        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "o cannot be NULL.");
-    const Table rows = Sql(qbobj, db).table(R"(SELECT S.security,S.workgroup,S.realm,S.orgunit,S.restrict_ou,
+        return raise(call, QBOBJ_ERROR_API_ARGS, "o cannot be NULL.");
+    const Table rows = call.table(R"(SELECT S.security,S.workgroup,S.realm,S.orgunit,S.restrict_ou,
         S.no_sync_ads,S.domain_admin_user,S.password_server,S.allow_trusted_domains,S.domain_sid,
         IFNULL(S.domain_admin_gid,98),IFNULL(S.domain_admin_uid,98) FROM service_cifs S LIMIT 1)");
     if (!rows)
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query 'SELECT service_cifs'. (%s)", rows.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query 'SELECT service_cifs'. (%s)", rows.error());
     if (!rows.empty())
-        fill(qbobj, *o, security_columns, rows.front());
+        fill(call, *o, security_columns, *rows.begin());
     // The domain's password is not kept.
     o->passWord = masked_password;
     return 0;
 }
 
-qbobj_error_t qbobj_api2_isAdsMode(qbobj_env_t *qbobj, sqlite3 *db, int32_t *is_ads_mode)
-{
-    const Int32 mode = Sql(qbobj, db).int32(
-        "SELECT CASE WHEN S.security='ads' THEN 1 ELSE 0 END FROM service_cifs S LIMIT 1");
-    *is_ads_mode = mode.value;
-    if (!mode) {
-        raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query 'SELECT service_cifs'. (%s)", mode.error());
-        return QBOBJ_ERROR_DB_MISC;
-    }
-    return QBOBJ_ERROR_OK;
-}
-
-Directory qbobj::directory_of(qbobj_env_t *env, sqlite3 *db)
-{
-    int32_t ads = 0;
-    qbobj_api2_isAdsMode(env, db, &ads);
-    return {ads != 0, ads != 0 && qbdb_get_no_sync_ads(env->qbdb, db) != 0};
-}
-
-int x_qbobj_getSecurityAdsProgress(qbobj_env_t *qbobj, sqlite3 *db, qbobj_SecurityAdsProgress_t *o)
+int x_qbobj_getSecurityAdsProgress(Call &call, qbobj_SecurityAdsProgress_t *o)
 {
     if (o == nullptr)
-        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "o cannot be NULL.");
-    const Table rows =
-        Sql(qbobj, db).table(R"(SELECT CASE WHEN I.state=0 THEN 'idle' WHEN I.state=1 THEN 'running'
+        return raise(call, QBOBJ_ERROR_API_ARGS, "o cannot be NULL.");
+    const Table rows = call.table(R"(SELECT CASE WHEN I.state=0 THEN 'idle' WHEN I.state=1 THEN 'running'
         WHEN I.state=2 THEN 'complete' ELSE 'error' END,I.total_user,I.curr_user,I.total_group,I.curr_group,I.start_at,
         I.done_at,CASE WHEN I.total_user>0 THEN 50*I.curr_user/I.total_user ELSE 0 END +
         CASE WHEN I.total_group>0 THEN 50*I.curr_group/I.total_group ELSE 0 END FROM _ads_importer I LIMIT 1)");
     if (!rows)
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query 'SELECT _ads_importer'. (%s)",
-                     rows.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query 'SELECT _ads_importer'. (%s)", rows.error());
     if (!rows.empty())
-        fill(qbobj, *o, progress_columns, rows.front());
+        fill(call, *o, progress_columns, *rows.begin());
     return 0;
 }
+
+} // namespace qbobj

@@ -1,28 +1,29 @@
 // How the appliance authenticates file-sharing users, written.
 #include "account/account.h"
-#include "frame/set_list.h"
+#include "core/set_list.h"
 #include "validate/validate.h"
 
 #include <strings.h>
 
-using namespace qbobj;
+namespace qbobj
+{
 
-int x_qbobj_setSecurity(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Security_t *o)
+int x_qbobj_setSecurity(Call &call, qbobj_Security_t *o)
 {
     if (o == nullptr)
-        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "o cannot be NULL.");
-    SetList<512> set(qbobj, Overflow::refuse);
+        return raise(call, QBOBJ_ERROR_API_ARGS, "o cannot be NULL.");
+    SetList<512> set(call, Overflow::refuse);
     if (o->Security == nullptr || qbobj_validate_string(o->Security, 0, "user", "ads", nullptr) != 0)
-        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "Security is not valid");
+        return raise(call, QBOBJ_ERROR_API_ARGS, "Security is not valid");
     set.add("security=%Q", o->Security);
     if (qbobj_validate_workgroup(o->workGroup) != 0)
-        return raise(qbobj, QBOBJ_ERROR_UI__ADS_BAD_WORKGROUP, "Bad workgroup");
+        return raise(call, QBOBJ_ERROR_UI__ADS_BAD_WORKGROUP, "Bad workgroup");
     set.add("workgroup=%Q", o->workGroup);
     if (strcasecmp(o->Security, "ads") == 0) {
         if (qbobj_validate_host(o->Realm) != 0)
-            return raise(qbobj, QBOBJ_ERROR_UI__ADS_BAD_REALM, "Bad realm (%s)", o->Realm);
+            return raise(call, QBOBJ_ERROR_UI__ADS_BAD_REALM, "Bad realm (%s)", o->Realm);
         if (!is_empty(o->passWordServer) && qbobj_validate_host(o->passWordServer) != 0)
-            return raise(qbobj, QBOBJ_ERROR_UI__ADS_BAD_SEC_SERVER, "Bad login server (%s)",
+            return raise(call, QBOBJ_ERROR_UI__ADS_BAD_SEC_SERVER, "Bad login server (%s)",
                          o->passWordServer);
     }
     // Written in local mode too, where the realm is not checked. The domain's password is never stored.
@@ -34,11 +35,8 @@ int x_qbobj_setSecurity(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Security_t *o)
     set.add("password_server=%Q", o->passWordServer);
     set.add("allow_trusted_domains=%d", o->displayTrustedUsers);
     if (set.refused() != nullptr)
-        return raise_refused(qbobj, set);
-
-    const Status updated = Sql(qbobj, db).exec("UPDATE service_cifs SET %s", set.text());
-    if (!updated)
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query 'UPDATE service_cifs'. (%s)",
-                     updated.error());
-    return 0;
+        return raise_refused(call, set);
+    return call.exec("Failed DB Query 'UPDATE service_cifs'. (%s)", "UPDATE service_cifs SET %s", set.text());
 }
+
+} // namespace qbobj

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "account/account.h"
-#include "frame/rows.h"
+#include "core/call.h"
 
 #include <algorithm>
 #include <cstring>
@@ -40,13 +40,13 @@ struct PosixIds {
     int (*by_name)(qbdb_handle_t *qbdb, const char *name, int ads_mode);
 
     // Only directory accounts, which have negative ids, need the platform. -1 when it does not know them.
-    int of_id(const qbobj_env_t *env, int id) const
+    int of_id(Call &call, int id) const
     {
-        return id < 0 ? std::max(by_id(env->qbdb, id), -1) : id;
+        return id < 0 ? std::max(by_id(call.qbdb(), id), -1) : id;
     }
-    int of_domain_name(const qbobj_env_t *env, const char *name) const
+    int of_domain_name(Call &call, const char *name) const
     {
-        return name == nullptr ? -1 : std::max(by_name(env->qbdb, name, 1), -1);
+        return name == nullptr ? -1 : std::max(by_name(call.qbdb(), name, 1), -1);
     }
 };
 
@@ -54,12 +54,12 @@ inline constexpr PosixIds posix_users{qbdb_util_get_posix_uid, qbdb_util_get_pos
 inline constexpr PosixIds posix_groups{qbdb_util_get_posix_gid, qbdb_util_get_posix_gid_by_name};
 
 // The caller's query; without one, every account of the kind that the appliance uses.
-inline qbobj_AccountQuery_t query_or_all(qbobj_env_t *env, sqlite3 *db, const qbobj_AccountQuery_t *query)
+inline qbobj_AccountQuery_t query_or_all(Call &call, const qbobj_AccountQuery_t *query)
 {
     if (query != nullptr)
         return *query;
     qbobj_AccountQuery_t all{};
-    all.ads = ads_mode(env, db) ? 1 : 0;
+    all.ads = call.directory().ads ? 1 : 0;
     return all;
 }
 
@@ -78,10 +78,10 @@ inline constexpr auto quota_columns =
     std::tuple{&qbobj_Quota_t::ShareId, &qbobj_Quota_t::HardMB, &qbobj_Quota_t::UsedMB};
 
 // The quotas of one account from the rows of (dataset name, limit, usage).
-inline qbobj_Quota_t *quotas_of(const qbobj_env_t *env, int account_id, const Table &rows)
+inline qbobj_Quota_t *quotas_of(Call &call, int account_id, const Table &rows)
 {
     qbobj_Quota_t *quotas = nullptr;
-    append_rows(env, quotas, quota_columns, rows);
+    append_rows(call, quotas, quota_columns, rows);
     for (qbobj_Quota_t &quota : Chain(quotas))
         quota.AccountId = account_id;
     return quotas;
@@ -92,34 +92,34 @@ namespace
 
 // Part of a statement, its values already quoted. In the pool.
 template <class... Args>
-const char *sql_text(const qbobj_env_t *env, Statement<Args...> format, Args... args)
+const char *sql_text(Call &call, Statement<Args...> format, Args... args)
 {
     const std::unique_ptr<char, decltype(&sqlite3_free)> text(sqlite3_mprintf(format.text, args...),
                                                               sqlite3_free);
     if (text == nullptr)
         throw std::bad_alloc();
-    return copy_text(env->qbdb->pool, text.get());
+    return copy_text(call.pool(), text.get());
 }
 
-inline const char *limit_clause(const qbobj_env_t *env, const qbobj_AccountQuery_t &query)
+inline const char *limit_clause(Call &call, const qbobj_AccountQuery_t &query)
 {
     if (query.limit == 0)
         return "";
     if (query.offset == 0)
-        return sql_text(env, "LIMIT %d", query.limit);
-    return sql_text(env, "LIMIT %d,%d", query.offset, query.limit);
+        return sql_text(call, "LIMIT %d", query.limit);
+    return sql_text(call, "LIMIT %d,%d", query.offset, query.limit);
 }
 
 // The key of a user's record: `resource_id`, else `UserId`; else, where directory accounts are not mirrored,
 // the id of `UserName`, which is then written into both. Fails when there is none; it may be negative.
-inline int find_user_key(const qbobj_env_t *env, const Directory &directory, qbobj_User_t &user, int &key)
+inline int find_user_key(Call &call, const Directory &directory, qbobj_User_t &user, int &key)
 {
     key = key_of(user.resource_id, user.UserId);
     if (key != 0)
         return 0;
     qbobj_error_t code = QBOBJ_ERROR_API_ARGS;
     if (directory.ads && directory.no_sync && user.UserName != nullptr) {
-        key = posix_users.of_domain_name(env, user.UserName);
+        key = posix_users.of_domain_name(call, user.UserName);
         if (key >= 0) {
             user.resource_id = key;
             user.UserId = key;
@@ -127,7 +127,7 @@ inline int find_user_key(const qbobj_env_t *env, const Directory &directory, qbo
         }
         code = QBOBJ_ERROR_UI__NO_LDAP_OBJECT;
     }
-    return raise(env, code, "Invalid User (resource_id=%d, UserName=%s).", user.resource_id, user.UserName);
+    return raise(call, code, "Invalid User (resource_id=%d, UserName=%s).", user.resource_id, user.UserName);
 }
 
 // The result of an identity look-up: 0, or -1 when there is no row, or no value in it.
@@ -141,14 +141,14 @@ inline int found_id(const Text &row, int *id)
 
 // The result of a look-up of the name of `id`. A negative id without a row is a directory account that is
 // gone.
-inline int found_name(const qbobj_env_t *env, const Text &row, int id, char **name)
+inline int found_name(Call &call, const Text &row, int id, char **name)
 {
     if (row && row.found != 0)
         *name = row.value;
     else if (row && id >= 0)
-        *name = print(env, "%d", id);
+        *name = print(call, "%d", id);
     else
-        *name = copy_text(env->qbdb->pool, guest_str);
+        *name = copy_text(call.pool(), guest_str);
     return row ? 0 : -1;
 }
 

@@ -1,4 +1,4 @@
-// The six duties of the frame: error record, trace, transaction, dump, worker, commit or rollback.
+// The duties of the frame: error record, trace, transaction, dump, worker.
 #include "frame/frame.h"
 
 #include <ctime>
@@ -8,89 +8,64 @@ namespace qbobj
 namespace
 {
 
-constexpr const char *frame_unit = "qbobj_api2";
+enum class Moment { before, after };
 
-bool logs(const qbdb_handle_t *qbdb, qbdb_loglevel_t level)
+void dump(const Caller &caller, std::span<const DumpedRecord> records, Moment moment)
 {
-    return static_cast<unsigned>(qbdb->loglvl) >= static_cast<unsigned>(level);
-}
-
-void dump(const Operation &operation, std::span<const DumpedRecord> records)
-{
+    if (!logs(caller.qbdb, QBDB_LOG_DEBUG))
+        return;
     for (const DumpedRecord &dumped : records) {
+        if (moment == Moment::before && !dumped.is_given)
+            continue;
         void *record = dumped.record;
         if (dumped.indirect) {
             record = record == nullptr ? nullptr : *static_cast<void **>(record);
             if (record == nullptr)
                 continue;
         }
-        qbobj_api2_utils_dump_object(operation.qbdb, dumped.spec, record, 0, frame_unit, operation.site.line);
+        qbobj_api2_utils_dump_object(caller.qbdb, dumped.spec, record, 0, caller.site.unit.data(),
+                                     caller.site.line);
     }
 }
 
-int call_worker(const Operation &operation, qbobj_env_t &env, RollbackOn rollback, const BoundWorker &worker)
+template <class... Args>
+void trace(const Caller &caller, qbdb_loglevel_t level, const char *format, Args... args)
 {
-    int result = 0;
-    try {
-        result = worker.invoke(worker.bound, &env);
-    } catch (const std::bad_alloc &) {
-        result = report_error(&env, operation.site, QBOBJ_ERROR_OOM, "Failed to allocate resource.");
-        if (rollback == RollbackOn::negative)
-            result = -1;
-    }
-    if (logs(operation.qbdb, QBDB_LOG_DEBUG))
-        qbdb_log(operation.qbdb, frame_unit, operation.site.line, QBDB_LOG_DEBUG, 0, "x_%s() rc=%d\n",
-                 operation.name, result);
-    return result;
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+    if (logs(caller.qbdb, level))
+        qbdb_log(caller.qbdb, caller.site.unit.data(), caller.site.line, level, 0, format, args...);
+#pragma GCC diagnostic pop
 }
 
 } // namespace
 
-int run_framed(const Operation &operation, RollbackOn rollback, std::span<const DumpedRecord> records,
-               BoundWorker worker)
+int run_framed(const FramedOperation &operation, const Caller &caller, std::span<const DumpedRecord> records,
+               BoundWorker worker) noexcept
 {
     const std::time_t start = std::time(nullptr);
-    if (operation.err == nullptr)
-        assertion_failed("err", {frame_unit, operation.site.line}, operation.name);
-    *operation.err = {};
-    qbobj_env_t env{operation.qbdb, operation.err};
-    qbdb_handle_t *qbdb = operation.qbdb;
-    const int line = operation.site.line;
-    const auto fails = [rollback](int result) {
-        return rollback == RollbackOn::negative ? result < 0 : result != 0;
-    };
-
-    if (logs(qbdb, QBDB_LOG_INFO))
-        qbdb_log(qbdb, frame_unit, line, QBDB_LOG_INFO, 0, ">>>> %s()\n", operation.name);
+    if (caller.err == nullptr)
+        assertion_failed("err", caller.site, operation.name);
+    *caller.err = {};
+    trace(caller, QBDB_LOG_INFO, ">>>> %s()\n", operation.name);
     // Log readers depend on this figure: two readings of whole seconds, both taken before the transaction, so
     // that it is nearly always 0 and says nothing about the worker's time.
     const std::time_t second = std::time(nullptr);
 
-    int result = qbdb_sql_begin(qbdb, operation.db, nullptr, frame_unit, line);
-    if (result == 0) {
-        if (logs(qbdb, QBDB_LOG_DEBUG))
-            dump(operation, records);
-        result = call_worker(operation, env, rollback, worker);
-        // Success must not be reported for a transaction that the database has rolled back by itself.
-        if (!fails(result) && sqlite3_get_autocommit(operation.db) != 0) {
-            report_error(&env, {frame_unit, line}, QBOBJ_ERROR_DB_MISC, "The transaction was rolled back. %s",
-                         sqlite3_errmsg(operation.db));
-            result = rollback == RollbackOn::negative ? -1 : QBOBJ_ERROR_DB_MISC;
-        }
-        if (result == 0 && logs(qbdb, QBDB_LOG_DEBUG))
-            dump(operation, records);
-    }
+    const auto body = [&](Call &call) {
+        dump(caller, records, Moment::before);
+        const int result = worker.invoke(worker.bound, call);
+        trace(caller, QBDB_LOG_DEBUG, "x_%s() rc=%d\n", operation.name, result);
+        if (result == 0)
+            dump(caller, records, Moment::after);
+        return result;
+    };
+    const Transaction transaction{operation.name, operation.effect, operation.result,
+                                  CommitResult::left_to_the_platform, caller.site};
+    const int result = in_transaction(transaction, caller.qbdb, caller.db, *caller.err, body);
 
-    // The result stands whatever becomes of the commit; a commit that fails is logged and undone by the
-    // platform.
-    if (fails(result))
-        qbdb_sql_rollback(qbdb, operation.db, nullptr, frame_unit, line);
-    else
-        qbdb_sql_commit(qbdb, operation.db, nullptr, frame_unit, line);
-
-    if (logs(qbdb, QBDB_LOG_INFO))
-        qbdb_log(qbdb, frame_unit, line, QBDB_LOG_INFO, 0, "<<<< %s() ==> rc=%d (%llums)\n", operation.name,
-                 result, static_cast<unsigned long long>(second - start));
+    trace(caller, QBDB_LOG_INFO, "<<<< %s() ==> rc=%d (%llums)\n", operation.name, result,
+          static_cast<unsigned long long>(second - start));
     return result;
 }
 

@@ -1,113 +1,84 @@
-// The front door: what every exported operation does around its worker, written once.
+// The front door: what every exported operation does around its worker, written once. Everything that it needs to know
+// of an operation stands in the table of operations.
 #pragma once
 
-#include "frame/env.h"
-#include "frame/schema.h"
+#include "frame/transaction.h"
 
-#include <array>
-#include <cstddef>
 #include <span>
+#include <utility>
 
 namespace qbobj
 {
 
-// An exported call: its name, its common arguments, and the place of its frame.
-struct Operation {
-    const char *name;
+// The common arguments of an exported call, and the place of its frame.
+struct Caller {
     qbdb_handle_t *qbdb;
     sqlite3 *db;
     qbobj_error_rec_t *err;
     Site site;
 };
 
-// Which results roll back.
-enum class RollbackOn { nonzero, negative };
+// An exported operation, as the frame needs it.
+struct FramedOperation {
+    const char *name;
+    Effect effect;
+    ResultKind result;
+};
 
-// A record argument that the debug log shows before and after the worker. `indirect`: the argument points to
-// a pointer to the record, and nothing is shown when either is null.
+// A record argument that the debug log shows: before the worker when it is given, and after it. `indirect`: the argument
+// points to a pointer to the record; nothing is shown when either is null.
 struct DumpedRecord {
     const qbobj_spec_t *spec;
     void *record;
     bool indirect;
+    bool is_given;
 };
 
 // The worker with its arguments bound, without their types.
 struct BoundWorker {
-    int (*invoke)(const void *bound, qbobj_env_t *env);
+    int (*invoke)(const void *bound, Call &call);
     const void *bound;
 };
 
-int run_framed(const Operation &operation, RollbackOn rollback, std::span<const DumpedRecord> records,
-               BoundWorker worker);
+int run_framed(const FramedOperation &operation, const Caller &caller, std::span<const DumpedRecord> records,
+               BoundWorker worker) noexcept;
 
-// Marks an argument as a record to be dumped.
-template <class Pointer>
-struct Dumped {
-    Pointer argument;
-};
-template <class Pointer>
-Dumped<Pointer> dumped(Pointer argument)
+template <class Type>
+concept RecordResult = std::is_pointer_v<Type> && RecordArgument<std::remove_pointer_t<Type>>;
+
+template <class Type>
+DumpedRecord dump_of(Type argument, Direction direction)
 {
-    return {argument};
+    const bool is_given = direction != Direction::out;
+    if constexpr (RecordResult<Type>)
+        return {schema_of(static_cast<std::remove_pointer_t<Type>>(nullptr)), argument, true, is_given};
+    else
+        return {schema_of(argument), argument, false, is_given};
 }
 
-template <class Argument>
-Argument bare(Argument argument)
+// The frame of the operation `Function`, one of `family`.
+template <auto Function, class Family, class Worker, class... Arguments>
+int framed(const Family &family, const Caller &caller, Worker worker, Arguments... arguments) noexcept
 {
-    return argument;
-}
-template <class Pointer>
-Pointer bare(Dumped<Pointer> dumped)
-{
-    return dumped.argument;
-}
-
-template <class Record>
-DumpedRecord dump_of(Dumped<Record *> dumped)
-{
-    return {spec_of(dumped.argument), dumped.argument, false};
-}
-template <class Record>
-DumpedRecord dump_of(Dumped<Record **> dumped)
-{
-    return {spec_of(static_cast<Record *>(nullptr)), static_cast<void *>(dumped.argument), true};
-}
-
-template <class Argument>
-inline constexpr bool is_dumped = false;
-template <class Pointer>
-inline constexpr bool is_dumped<Dumped<Pointer>> = true;
-
-template <class Worker, class... Arguments>
-int run(const Operation &operation, RollbackOn rollback, Worker worker, Arguments... arguments)
-{
-    std::array<DumpedRecord, (0 + ... + static_cast<int>(is_dumped<Arguments>)) + 1> records{};
+    const Operation<Function> &operation = std::get<Operation<Function>>(family);
+    std::array<DumpedRecord, sizeof...(Arguments) + 1> records{};
     std::size_t count = 0;
+    std::size_t index = 0;
     [[maybe_unused]] const auto collect = [&](auto argument) {
-        if constexpr (is_dumped<decltype(argument)>)
-            records[count++] = dump_of(argument);
+        using Type = decltype(argument);
+        const Direction direction = operation.arguments[index++].direction;
+        if constexpr (RecordArgument<Type> || RecordResult<Type>)
+            records[count++] = dump_of(argument, direction);
     };
     (collect(arguments), ...);
 
-    const auto bound = [&](qbobj_env_t *env) { return worker(env, operation.db, bare(arguments)...); };
-    const BoundWorker erased{
-        [](const void *call, qbobj_env_t *env) { return (*static_cast<const decltype(bound) *>(call))(env); },
-        &bound};
-    return run_framed(operation, rollback, std::span(records).first(count), erased);
-}
-
-// The frame of an operation that returns 0 or an error code.
-template <class Worker, class... Arguments>
-int framed(const Operation &operation, Worker worker, Arguments... arguments)
-{
-    return run(operation, RollbackOn::nonzero, worker, arguments...);
-}
-
-// The frame of an identifier look-up, which returns the identifier or a negative number.
-template <class Worker, class... Arguments>
-int framed_lookup(const Operation &operation, Worker worker, Arguments... arguments)
-{
-    return run(operation, RollbackOn::negative, worker, arguments...);
+    const auto bound = [&](Call &call) { return worker(call, arguments...); };
+    const BoundWorker erased{[](const void *call_worker, Call &call) {
+                                 return (*static_cast<const decltype(bound) *>(call_worker))(call);
+                             },
+                             &bound};
+    return run_framed({operation.exported(), operation.effect, operation.result}, caller,
+                      std::span(records).first(count), erased);
 }
 
 } // namespace qbobj

@@ -1,5 +1,5 @@
 // Single settings by key, and folder attributes: operations with a transaction of their own and no records.
-#include "frame/rows.h"
+#include "core/call.h"
 
 #include <qbobj/settings.h>
 
@@ -27,9 +27,9 @@ int in_transaction(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_error_rec_t *err, Com
     if (result != 0)
         return result;
     try {
-        result = body(&env, Sql(&env, db));
+        result = body(&call, Sql(&call));
     } catch (const std::bad_alloc &) {
-        result = raise(&env, QBOBJ_ERROR_OOM, "Failed to allocate resource.");
+        result = raise(&call, QBOBJ_ERROR_OOM, "Failed to allocate resource.");
     }
     if (result != 0) {
         qbdb_sql_rollback(qbdb, db, nullptr, unit_name.data(), __LINE__);
@@ -72,81 +72,81 @@ class ExitTrace
     std::time_t second_ = std::time(nullptr);
 };
 
-int check_language(qbobj_env_t *env, const Sql &sql, const char *language)
+int check_language(Call &call, const char *language)
 {
-    const Table supported = sql.table(R"(SELECT 1 FROM service_misc WHERE key='LANGUAGES_SUPPORTED' AND
+    const Table supported = call.table(R"(SELECT 1 FROM service_misc WHERE key='LANGUAGES_SUPPORTED' AND
         (val='%q/utf-8' OR val LIKE '%q/utf-8,%%' OR val LIKE '%%,%q/utf-8' OR val LIKE '%%,%q/utf-8,%%'))",
                                       language, language, language, language);
     if (!supported)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed 'SELECT service_misc'. %s", supported.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed 'SELECT service_misc'. %s", supported.error());
     if (supported.empty())
-        return raise(env, QBOBJ_ERROR_API_ARGS, "Specified LANGUAGE=%s is not supported by system.",
+        return raise(call, QBOBJ_ERROR_API_ARGS, "Specified LANGUAGE=%s is not supported by system.",
                      language);
     return 0;
 }
 
 // Writes the column that an entry is linked to, in every row of its table.
-int mirror(qbobj_env_t *env, const Sql &sql, const char *table, const char *column, const char *val)
+int mirror(Call &call, const char *table, const char *column, const char *val)
 {
     if (table == nullptr || column == nullptr)
         return 0;
-    const Status updated = sql.exec(R"(UPDATE "%w" SET "%w"=%Q)", table, column, val);
+    const Status updated = call.run(R"(UPDATE "%w" SET "%w"=%Q)", table, column, val);
     if (!updated)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed 'UPDATE %s'. %s", table, updated.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed 'UPDATE %s'. %s", table, updated.error());
     return 0;
 }
 
-int write_existing_entry(qbobj_env_t *env, const Sql &sql, const char *key, const char *val, const Row &link)
+int write_existing_entry(Call &call, const char *key, const char *val, const Row &link)
 {
     const Status updated =
         val != nullptr
-            ? sql.exec("UPDATE service_misc SET val=%Q WHERE key=%Q", val, key)
-            : sql.exec("UPDATE service_misc SET val=NULL,table_name=NULL,column_name=NULL WHERE key=%Q", key);
+            ? call.run("UPDATE service_misc SET val=%Q WHERE key=%Q", val, key)
+            : call.run("UPDATE service_misc SET val=NULL,table_name=NULL,column_name=NULL WHERE key=%Q", key);
     if (!updated)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed 'INSERT service_misc'. %s", updated.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed 'INSERT service_misc'. %s", updated.error());
     enum LinkColumn { table_name, column_name };
-    return mirror(env, sql, link[table_name], link[column_name], val);
+    return mirror(call, link[table_name], link[column_name], val);
 }
 
-int write_service_entry(qbobj_env_t *env, const Sql &sql, const char *key, const char *val)
+int write_service_entry(Call &call, const char *key, const char *val)
 {
     if (std::strcmp(key, "LANGUAGE") == 0 && val != nullptr) {
-        if (const int rc = check_language(env, sql, val); rc != 0)
+        if (const int rc = check_language(call, val); rc != 0)
             return rc;
     }
-    const Table links = sql.table("SELECT table_name,column_name FROM service_misc WHERE key=%Q", key);
+    const Table links = call.table("SELECT table_name,column_name FROM service_misc WHERE key=%Q", key);
     if (!links)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed 'SELECT service_misc'. %s", links.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed 'SELECT service_misc'. %s", links.error());
     if (!links.empty())
-        return write_existing_entry(env, sql, key, val, links.front());
+        return write_existing_entry(call, key, val, links.front());
 
     if (val != nullptr) {
-        const Status inserted = sql.exec(
+        const Status inserted = call.run(
             "INSERT OR IGNORE INTO service_misc (key,val,table_name,column_name) VALUES(%Q,%Q,NULL,NULL)",
             key, val);
         if (!inserted)
-            return raise(env, QBOBJ_ERROR_DB_MISC, "Failed 'INSERT service_misc'. %s", inserted.error());
+            return raise(call, QBOBJ_ERROR_DB_MISC, "Failed 'INSERT service_misc'. %s", inserted.error());
         return 0;
     }
-    const Status deleted = sql.exec("DELETE FROM service_misc WHERE key=%Q", key);
+    const Status deleted = call.run("DELETE FROM service_misc WHERE key=%Q", key);
     if (!deleted)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed 'DELETE service_misc'. %s", deleted.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed 'DELETE service_misc'. %s", deleted.error());
     return 0;
 }
 
-int write_registry_entry(qbobj_env_t *env, const Sql &sql, const char *key, const char *val)
+int write_registry_entry(Call &call, const char *key, const char *val)
 {
     if (val == nullptr) {
         // Not valid SQL: entries cannot be removed through this interface, and callers depend on the failure.
-        const Status refused = sql.exec("DELETE FROM `$registry` SET value=%Q WHERE key=%Q", val, key);
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed 'UPDATE $registry'. %s", refused.error());
+        const Status refused = call.run("DELETE FROM `$registry` SET value=%Q WHERE key=%Q", val, key);
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed 'UPDATE $registry'. %s", refused.error());
     }
-    const Status inserted = sql.exec("INSERT OR IGNORE INTO `$registry` (value,key) VALUES(%Q,%Q)", val, key);
+    const Status inserted = call.run("INSERT OR IGNORE INTO `$registry` (value,key) VALUES(%Q,%Q)", val, key);
     if (!inserted)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed 'INSERT $registry'. %s", inserted.error());
-    const Status updated = sql.exec("UPDATE `$registry` SET value=%Q WHERE key=%Q", val, key);
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed 'INSERT $registry'. %s", inserted.error());
+    const Status updated = call.run("UPDATE `$registry` SET value=%Q WHERE key=%Q", val, key);
     if (!updated)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed 'UPDATE $registry'. %s", updated.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed 'UPDATE $registry'. %s", updated.error());
     return 0;
 }
 
@@ -171,12 +171,12 @@ int read_entry(const EntryTable &table, const char *function, qbdb_handle_t *qbd
     require(key != nullptr, "key", function);
     require(val != nullptr, "val", function);
     const ExitTrace trace(qbdb, function);
-    const auto read = [&](qbobj_env_t *env, const Sql &sql) {
-        const Text entry = sql.text(table.select, key);
+    const auto read = [&](Call &call) {
+        const Text entry = call.ask_text(table.select, key);
         if (!entry)
-            return raise(env, QBOBJ_ERROR_DB_MISC, table.select_failed, entry.error());
+            return raise(call, QBOBJ_ERROR_DB_MISC, table.select_failed, entry.error());
         if (entry.found == 0)
-            return raise(env, QBOBJ_ERROR_DB_NOTEXISTS, table.missing, key);
+            return raise(call, QBOBJ_ERROR_DB_NOTEXISTS, table.missing, key);
         *val = entry.value;
         return 0;
     };
@@ -191,7 +191,7 @@ int write_entry(Write write, const char *function, qbdb_handle_t *qbdb, sqlite3 
     require(err != nullptr, "err", function);
     require(key != nullptr, "key", function);
     const ExitTrace trace(qbdb, function);
-    const auto body = [&](qbobj_env_t *env, const Sql &sql) { return write(env, sql, key, val); };
+    const auto body = [&](Call &call) { return write(call, key, val); };
     return trace.of_write(key, val, in_transaction(qbdb, db, err, CommitResult::returned, body));
 }
 
@@ -206,33 +206,33 @@ constexpr const char *share_flags = R"(SELECT CASE WHEN CIFS.share_id NOT NULL T
     LEFT JOIN cifs_share_option CIFS ON CIFS.share_id=S.id LEFT JOIN dlna_share_option DLNA ON DLNA.share_id=S.id)";
 
 // The attributes of the four kinds of places, tried in order: the first query that returns a row decides.
-int read_folder_attribute(qbobj_env_t *env, const Sql &sql, sqlite3 *db, const char *path,
+int read_folder_attribute(Call &call, sqlite3 *db, const char *path,
                           qbobj_folder_attribute_t &attr)
 {
     attr = {};
     const auto failed = [&](const Table &rows, bool share) {
         const int extended = sqlite3_extended_errcode(db);
-        return share ? raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for cifs share. sq3rc=%d:%d (%s)",
+        return share ? raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for cifs share. sq3rc=%d:%d (%s)",
                              rows.rc, extended, rows.error())
-                     : raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for user. sq3rc=%d:%d (%s)", rows.rc,
+                     : raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for user. sq3rc=%d:%d (%s)", rows.rc,
                              extended, rows.error());
     };
-    const Table share = sql.table("%s WHERE S.path=%Q", share_flags, path);
+    const Table share = call.table("%s WHERE S.path=%Q", share_flags, path);
     if (!share)
         return failed(share, true);
     if (!share.empty()) {
-        fill(env, attr, share_flag_columns, share.front());
+        fill(call, attr, share_flag_columns, share.front());
         return 0;
     }
-    const Table in_share = sql.table("%s WHERE %Q LIKE S.path||'/%%'", share_flags, path);
+    const Table in_share = call.table("%s WHERE %Q LIKE S.path||'/%%'", share_flags, path);
     if (!in_share)
         return failed(in_share, true);
     if (!in_share.empty()) {
-        fill(env, attr, share_flag_columns, in_share.front());
+        fill(call, attr, share_flag_columns, in_share.front());
         attr.is_subfolder = 1;
         return 0;
     }
-    const Table home = sql.table("SELECT 1 FROM `$user` U WHERE U.home=%Q", path);
+    const Table home = call.table("SELECT 1 FROM `$user` U WHERE U.home=%Q", path);
     if (!home)
         return failed(home, false);
     if (!home.empty()) {
@@ -240,7 +240,7 @@ int read_folder_attribute(qbobj_env_t *env, const Sql &sql, sqlite3 *db, const c
         attr.cifs_flags = 1;
         return 0;
     }
-    const Table in_home = sql.table("SELECT 1 FROM `$user` U WHERE %Q LIKE U.home||'/%%'", path);
+    const Table in_home = call.table("SELECT 1 FROM `$user` U WHERE %Q LIKE U.home||'/%%'", path);
     if (!in_home)
         return failed(in_home, false);
     if (!in_home.empty()) {
@@ -312,8 +312,8 @@ int getFolderAttribute(qbdb_handle_t *qbdb, sqlite3 *db, const char *path, qbobj
     require(err != nullptr, "err", __func__);
     require(attr != nullptr, "attr", __func__);
     const ExitTrace trace(qbdb, __func__);
-    const auto read = [&](qbobj_env_t *env, const Sql &sql) {
-        return read_folder_attribute(env, sql, db, path, *attr);
+    const auto read = [&](Call &call) {
+        return read_folder_attribute(call, db, path, *attr);
     };
     return trace.of_read(path == nullptr ? "(null)" : path,
                          in_transaction(qbdb, db, err, CommitResult::ignored, read));

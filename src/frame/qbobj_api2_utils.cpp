@@ -1,5 +1,5 @@
 // The dump of a record, into the platform's log or to a stream: one walk along the record's schema.
-#include "frame/schema.h"
+#include "core/schema.h"
 
 #include <cstdio>
 #include <cstring>

@@ -1,5 +1,5 @@
 // The access lists of a share: who may use it over a protocol, the links to other servers, rsync's logins.
-#include "frame/rows.h"
+#include "core/call.h"
 #include "share/share.h"
 #include "validate/validate.h"
 
@@ -8,7 +8,8 @@
 #include <string_view>
 #include <unordered_set>
 
-using namespace qbobj;
+namespace qbobj
+{
 
 namespace
 {
@@ -17,15 +18,15 @@ namespace
 enum default_access_t : int { _ACC_NO = 0, _ACC_RO = 1, _ACC_RW = 2 };
 
 // A share without an option row allows nothing.
-int read_default_access(qbobj_env_t *env, sqlite3 *db, int32_t share_id, const char *proto,
+int read_default_access(Call &call, int32_t share_id, const char *proto,
                         default_access_t &access)
 {
-    const Int32 stored = Sql(env, db).int32(
+    const Number stored = call.ask_number(
         R"(SELECT CASE WHEN O.%s_access='writeable' THEN %d WHEN O.%s_access='readonly' THEN %d ELSE %d END
         FROM %s_share_option O WHERE share_id=%d)",
         proto, _ACC_RW, proto, _ACC_RO, _ACC_NO, proto, share_id);
     if (!stored)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT %s_share_option'. %s", proto,
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT %s_share_option'. %s", proto,
                      stored.error());
     access = static_cast<default_access_t>(stored.value);
     return 0;
@@ -47,13 +48,13 @@ bool repeats_default(default_access_t access, int read, int write)
 /* ---- Users and groups ---------------------------------------------------------------------------------- */
 
 // Members of the cloud-access group and administrators are listed whatever the default is.
-bool is_always_listed(qbobj_env_t *env, sqlite3 *db, int user_id)
+bool is_always_listed(Call &call, int user_id)
 {
-    const Int32 member = Sql(env, db).int32(R"(SELECT DISTINCT 1 FROM `$user` u, `$group` g
+    const Number member = call.ask_number(R"(SELECT DISTINCT 1 FROM `$user` u, `$group` g
         WHERE u.group_id = g.id AND (g.gname = 'sky-port' OR g.gname = 'admin') AND u.id = %d)",
                                             user_id);
     if (!member)
-        log(env, QBDB_LOG_ERROR, "ERROR:%s:%d Failed DB Query error: %s", here().unit, here().line,
+        log(call, QBDB_LOG_ERROR, "ERROR:%s:%d Failed DB Query error: %s", here().unit, here().line,
             member.error());
     return member.found != 0;
 }
@@ -91,7 +92,7 @@ struct AccountList<qbobj_GroupAcl_t> {
     static constexpr auto id = &qbobj_SystemGroup_t::GroupId;
     static constexpr auto name = &qbobj_SystemGroup_t::GroupName;
     static constexpr auto id_of_name = qbdb_util_get_posix_gid_by_name;
-    static bool is_always_listed(qbobj_env_t *, sqlite3 *, int) { return false; }
+    static bool is_always_listed(Call &, int) { return false; }
 
     static constexpr Statement<int, const char *> remove =
         "DELETE FROM `group_acl` WHERE share_id=%d AND proto=%Q";
@@ -110,52 +111,51 @@ struct AccountList<qbobj_GroupAcl_t> {
 // The account's id. An entry that has only a name is looked up where accounts are not mirrored, and its
 // record then carries the id.
 template <class Entry>
-int find_account(qbobj_env_t *env, Entry &entry, const Directory &directory, int &id)
+int find_account(Call &call, Entry &entry, const Directory &directory, int &id)
 {
     using List = AccountList<Entry>;
     auto *account = entry.*List::account;
     if (account == nullptr)
-        return raise(env, QBOBJ_ERROR_API_ARGS, List::no_account);
+        return raise(call, QBOBJ_ERROR_API_ARGS, List::no_account);
     const char *name = account->*List::name;
     id = account->resource_id != 0 ? account->resource_id : account->*List::id;
     if (id != 0)
         return 0;
     if (!directory.no_sync || is_empty(name))
-        return raise(env, QBOBJ_ERROR_API_ARGS, List::bad_account, account->resource_id, name);
-    id = List::id_of_name(env->qbdb, name, directory.ads);
+        return raise(call, QBOBJ_ERROR_API_ARGS, List::bad_account, account->resource_id, name);
+    id = List::id_of_name(call.qbdb(), name, directory.ads);
     if (id < 0)
-        return raise(env, QBOBJ_ERROR_UI__NO_LDAP_OBJECT, List::bad_account, account->resource_id, name);
+        return raise(call, QBOBJ_ERROR_UI__NO_LDAP_OBJECT, List::bad_account, account->resource_id, name);
     account->resource_id = account->*List::id = id;
     return 0;
 }
 
 template <class Entry>
-int replace_accounts(qbobj_env_t *env, sqlite3 *db, Entry *acl, int32_t share_id, const char *proto,
+int replace_accounts(Call &call, Entry *acl, int32_t share_id, const char *proto,
                      const Directory &directory)
 {
     using List = AccountList<Entry>;
-    const Sql sql(env, db);
-    const Status removed = sql.exec(List::remove, share_id, proto);
+        const Status removed = call.run(List::remove, share_id, proto);
     if (!removed)
-        return raise(env, QBOBJ_ERROR_DB_MISC, List::remove_failed, List::remove_word(proto),
+        return raise(call, QBOBJ_ERROR_DB_MISC, List::remove_failed, List::remove_word(proto),
                      removed.error());
     default_access_t access = _ACC_NO;
-    if (const int rc = read_default_access(env, db, share_id, proto, access))
+    if (const int rc = read_default_access(call, share_id, proto, access))
         return rc;
 
     for (Entry &entry : Chain(acl)) {
         int id = 0;
         int read = 0;
         int write = 0;
-        if (const int rc = find_account(env, entry, directory, id))
+        if (const int rc = find_account(call, entry, directory, id))
             return rc;
         if (qbobj_validate_read_write(entry.Access, nullptr, &read, &write) != 0)
-            return raise(env, QBOBJ_ERROR_API_ARGS, List::bad_access, entry.Access);
-        if (repeats_default(access, read, write) && !List::is_always_listed(env, db, id))
+            return raise(call, QBOBJ_ERROR_API_ARGS, List::bad_access, entry.Access);
+        if (repeats_default(access, read, write) && !List::is_always_listed(call, id))
             continue;
-        const Status inserted = sql.exec(List::insert, share_id, id, proto, read, write);
+        const Status inserted = call.run(List::insert, share_id, id, proto, read, write);
         if (!inserted)
-            return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for %s 'INSERT user_acl'. %s", proto,
+            return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for %s 'INSERT user_acl'. %s", proto,
                          inserted.error());
     }
     return 0;
@@ -164,33 +164,31 @@ int replace_accounts(qbobj_env_t *env, sqlite3 *db, Entry *acl, int32_t share_id
 /* ---- Hosts --------------------------------------------------------------------------------------------- */
 
 // A host that is known by its id, perhaps with its name as a proof.
-int check_host(qbobj_env_t *env, sqlite3 *db, int id, const char *name)
+int check_host(Call &call, int id, const char *name)
 {
-    const Sql sql(env, db);
-    const Int32 count = name == nullptr
-                            ? sql.int32("SELECT COUNT(*) FROM `host` WHERE id=%d", id)
-                            : sql.int32("SELECT COUNT(*) FROM `host` WHERE id=%d AND name=%Q", id, name);
+        const Number count = name == nullptr
+                            ? call.ask_number("SELECT COUNT(*) FROM `host` WHERE id=%d", id)
+                            : call.ask_number("SELECT COUNT(*) FROM `host` WHERE id=%d AND name=%Q", id, name);
     if (!count)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed SQL 'SELECT host'. %s", count.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed SQL 'SELECT host'. %s", count.error());
     if (count.value != 1)
-        return raise(env, QBOBJ_ERROR_API_ARGS,
+        return raise(call, QBOBJ_ERROR_API_ARGS,
                      "Specified HostId (%d) and/or HostName (%s) conflict with db. ", id, name);
     return 0;
 }
 
 // The id of a host given by its name, which is remembered when it is new.
-int remember_host(qbobj_env_t *env, sqlite3 *db, const char *name, int &id)
+int remember_host(Call &call, const char *name, int &id)
 {
     const char *canonical = nullptr;
-    if (name == nullptr || qbobj_validate_host_or_net(env->qbdb->pool, name, &canonical) != 0)
-        return raise(env, QBOBJ_ERROR_API_ARGS, "Invalid HostName or Network specified (%s).", name);
-    const Sql sql(env, db);
-    const Status inserted = sql.exec("INSERT OR IGNORE INTO `host` (name) VALUES(%Q)", canonical);
+    if (name == nullptr || qbobj_validate_host_or_net(call.pool(), name, &canonical) != 0)
+        return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid HostName or Network specified (%s).", name);
+        const Status inserted = call.run("INSERT OR IGNORE INTO `host` (name) VALUES(%Q)", canonical);
     if (!inserted)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed SQL 'INSERT host'. %s", inserted.error());
-    const Int32 found = sql.int32("SELECT id FROM `host` WHERE name=%Q", canonical);
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed SQL 'INSERT host'. %s", inserted.error());
+    const Number found = call.ask_number("SELECT id FROM `host` WHERE name=%Q", canonical);
     if (!found)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed SQL 'SELECT host'. %s", found.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed SQL 'SELECT host'. %s", found.error());
     id = found.value;
     return 0;
 }
@@ -218,145 +216,146 @@ std::optional<HostRights> stored_rights(std::string_view proto, default_access_t
     return HostRights{read, write, 0};
 }
 
-int add_host(qbobj_env_t *env, sqlite3 *db, const qbobj_HostAcl_t &entry, int32_t share_id, const char *proto,
+int add_host(Call &call, const qbobj_HostAcl_t &entry, int32_t share_id, const char *proto,
              default_access_t access)
 {
     if (entry.Host == nullptr)
-        return raise(env, QBOBJ_ERROR_API_ARGS, "Invalid HostAcl->Host cannot be NULL");
+        return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid HostAcl->Host cannot be NULL");
     const char *name = entry.Host->HostName;
     if (name != nullptr && *name == '\0')
         return 0;
     int id = entry.Host->resource_id != 0 ? entry.Host->resource_id : entry.Host->HostId;
-    if (const int rc = id != 0 ? check_host(env, db, id, name) : remember_host(env, db, name, id))
+    if (const int rc = id != 0 ? check_host(call, id, name) : remember_host(call, name, id))
         return rc;
     HostRights given{0, 0, entry.Root};
     if (qbobj_validate_read_write(entry.Access, nullptr, &given.read, &given.write) != 0)
-        return raise(env, QBOBJ_ERROR_API_ARGS, "Invalid HostAcl->Access (%s).", entry.Access);
+        return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid HostAcl->Access (%s).", entry.Access);
 
     const std::optional<HostRights> rights = stored_rights(proto, access, given);
     if (!rights)
         return 0;
-    const Status inserted = Sql(env, db).exec("INSERT OR REPLACE INTO `host_acl` "
+    const Status inserted = call.run("INSERT OR REPLACE INTO `host_acl` "
                                               "(share_id,host_id,proto,read,write,root) "
                                               "VALUES(%d,%d,%Q,%d,%d,%d)",
                                               share_id, id, proto, rights->read, rights->write, rights->root);
     if (!inserted)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for %s 'INSERT host_acl'. %s", proto,
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for %s 'INSERT host_acl'. %s", proto,
                      inserted.error());
     return 0;
 }
 
 /* ---- rsync's logins ------------------------------------------------------------------------------------ */
 
-int remove_login(qbobj_env_t *env, sqlite3 *db, int32_t share_id, const char *user)
+int remove_login(Call &call, int32_t share_id, const char *user)
 {
-    const Status removed = Sql(env, db).exec(
+    const Status removed = call.run(
         "DELETE FROM `rsync_user_password_acl` WHERE share_id=%d AND user=%Q", share_id, user);
     if (!removed)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE rsync_user_password_acl'. %s",
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE rsync_user_password_acl'. %s",
                      removed.error());
     return 0;
 }
 
 // A password that is left out or comes back masked stays as it is stored.
-int store_login(qbobj_env_t *env, sqlite3 *db, int32_t share_id, const qbobj_UserPasswordAcl_t &entry)
+int store_login(Call &call, int32_t share_id, const qbobj_UserPasswordAcl_t &entry)
 {
     if (entry.Password == nullptr || std::strcmp(entry.Password, masked_password) == 0)
         return 0;
-    if (const int rc = remove_login(env, db, share_id, entry.UserName))
+    if (const int rc = remove_login(call, share_id, entry.UserName))
         return rc;
     const Status inserted =
-        Sql(env, db).exec("INSERT INTO `rsync_user_password_acl` (share_id,user,password) VALUES(%d,%Q,%Q)",
+        call.run("INSERT INTO `rsync_user_password_acl` (share_id,user,password) VALUES(%d,%Q,%Q)",
                           share_id, entry.UserName, entry.Password);
     if (!inserted)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT rsync_user_password_acl'. %s",
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT rsync_user_password_acl'. %s",
                      inserted.error());
     return 0;
 }
 
 } // namespace
 
-int qbobj_api2_addHostAcl(qbobj_env_t *qbobj, sqlite3 *db, qbobj_HostAcl_t *acl, int32_t share_id,
+int qbobj_api2_addHostAcl(Call &call, qbobj_HostAcl_t *acl, int32_t share_id,
                           const char *proto)
 {
     const Status removed =
-        Sql(qbobj, db).exec("DELETE FROM `host_acl` WHERE share_id=%d AND proto=%Q", share_id, proto);
+        call.run("DELETE FROM `host_acl` WHERE share_id=%d AND proto=%Q", share_id, proto);
     // The word "cifs" stands for every protocol here.
     if (!removed)
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for cifs 'DELETE FROM host_acl'. %s",
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for cifs 'DELETE FROM host_acl'. %s",
                      removed.error());
     default_access_t access = _ACC_NO;
-    if (const int rc = read_default_access(qbobj, db, share_id, proto, access))
+    if (const int rc = read_default_access(call, share_id, proto, access))
         return rc;
     for (const qbobj_HostAcl_t &entry : Chain(acl)) {
-        if (const int rc = add_host(qbobj, db, entry, share_id, proto, access))
+        if (const int rc = add_host(call, entry, share_id, proto, access))
             return rc;
     }
     return 0;
 }
 
-int qbobj_api2_addUserAcl(qbobj_env_t *qbobj, sqlite3 *db, qbobj_UserAcl_t *acl, int32_t share_id,
+int qbobj_api2_addUserAcl(Call &call, qbobj_UserAcl_t *acl, int32_t share_id,
                           const char *proto, int ads_mode, int no_sync_ads)
 {
-    return replace_accounts(qbobj, db, acl, share_id, proto,
+    return replace_accounts(call, acl, share_id, proto,
                             {ads_mode != 0, ads_mode != 0 && no_sync_ads != 0});
 }
 
-int qbobj_api2_addGroupAcl(qbobj_env_t *qbobj, sqlite3 *db, qbobj_GroupAcl_t *acl, int32_t share_id,
+int qbobj_api2_addGroupAcl(Call &call, qbobj_GroupAcl_t *acl, int32_t share_id,
                            const char *proto, int ads_mode, int no_sync_ads)
 {
-    return replace_accounts(qbobj, db, acl, share_id, proto,
+    return replace_accounts(call, acl, share_id, proto,
                             {ads_mode != 0, ads_mode != 0 && no_sync_ads != 0});
 }
 
-int qbobj_api2_addDfolderAcl(qbobj_env_t *qbobj, sqlite3 *db, qbobj_DfolderAcl_t *acl, int32_t share_id)
+int qbobj_api2_addDfolderAcl(Call &call, qbobj_DfolderAcl_t *acl, int32_t share_id)
 {
-    const Sql sql(qbobj, db);
-    const Status removed = sql.exec("DELETE FROM `cifs_dfs_option` WHERE share_id=%d", share_id);
+        const Status removed = call.run("DELETE FROM `cifs_dfs_option` WHERE share_id=%d", share_id);
     if (!removed)
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE FROM cifs_dfs_option'. %s",
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE FROM cifs_dfs_option'. %s",
                      removed.error());
-    const Table share = sql.table("SELECT S.volume_id,S.name FROM share S WHERE S.id=%d", share_id);
+    const Table share = call.table("SELECT S.volume_id,S.name FROM share S WHERE S.id=%d", share_id);
     if (!share)
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", share.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", share.error());
     const auto [volume, name] = share.empty() ? std::pair<const char *, const char *>()
                                               : std::pair{share.front()[0], share.front()[1]};
     for (const qbobj_DfolderAcl_t &link : Chain(acl)) {
-        const Status inserted = sql.exec("INSERT INTO `cifs_dfs_option` "
+        const Status inserted = call.run("INSERT INTO `cifs_dfs_option` "
                                          "(share_id,volume,share,folder,address,remote_share) "
                                          "VALUES(%d,%Q,%Q,%Q,%Q,%Q)",
                                          share_id, volume, name, link.Name, link.Address, link.RemoteShare);
         if (!inserted)
-            return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT INTO cifs_dfs_option'. %s",
+            return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT INTO cifs_dfs_option'. %s",
                          inserted.error());
     }
     return 0;
 }
 
-int qbobj_api2_addUserPasswordAcl(qbobj_env_t *qbobj, sqlite3 *db, qbobj_UserPasswordAcl_t *acl,
+int qbobj_api2_addUserPasswordAcl(Call &call, qbobj_UserPasswordAcl_t *acl,
                                   int32_t share_id)
 {
     if (acl != nullptr && acl->UserName == nullptr)
-        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "Invalid UserPasswordAcl->UserName cannot be NULL");
+        return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid UserPasswordAcl->UserName cannot be NULL");
     std::unordered_set<std::string_view> named;
     for (const qbobj_UserPasswordAcl_t &entry : Chain(acl)) {
         if (is_empty(entry.UserName))
             break;
-        if (const int rc = store_login(qbobj, db, share_id, entry))
+        if (const int rc = store_login(call, share_id, entry))
             return rc;
         named.insert(entry.UserName);
     }
 
     const Table stored =
-        Sql(qbobj, db).table("SELECT U.user FROM rsync_user_password_acl U WHERE share_id=%d", share_id);
+        call.table("SELECT U.user FROM rsync_user_password_acl U WHERE share_id=%d", share_id);
     if (!stored)
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT rsync_user_password_acl'. %s",
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT rsync_user_password_acl'. %s",
                      stored.error());
     for (const Row row : stored) {
         if (named.contains(row[0]))
             continue;
-        if (const int rc = remove_login(qbobj, db, share_id, row[0]))
+        if (const int rc = remove_login(call, share_id, row[0]))
             return rc;
     }
     return 0;
 }
+
+} // namespace qbobj

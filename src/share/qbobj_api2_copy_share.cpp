@@ -1,9 +1,10 @@
 // A share's configuration cloned under a new name.
-#include "frame/rows.h"
+#include "core/call.h"
 #include "share/share.h"
 #include "validate/validate.h"
 
-using namespace qbobj;
+namespace qbobj
+{
 
 namespace
 {
@@ -16,56 +17,56 @@ constexpr const char *copied_tables[] = {
 };
 
 // Repeats a share's rows of a table for another share, whatever the table's other columns are.
-int _copy_table_row(qbobj_env_t *env, sqlite3 *db, const char *table, int source_id, int new_id)
+int _copy_table_row(Call &call, const char *table, int source_id, int new_id)
 {
-    const Sql sql(env, db);
-    const Status copied = sql.exec("CREATE TEMPORARY TABLE `_%s` AS SELECT * FROM `%s` WHERE share_id=%d",
+        const Status copied = call.run("CREATE TEMPORARY TABLE `_%s` AS SELECT * FROM `%s` WHERE share_id=%d",
                                    table, table, source_id);
     if (!copied)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Error in 'COPY %s'. (%s)", table, copied.error());
-    const Status updated = sql.exec("UPDATE `_%s` SET share_id=%d", table, new_id);
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'COPY %s'. (%s)", table, copied.error());
+    const Status updated = call.run("UPDATE `_%s` SET share_id=%d", table, new_id);
     if (!updated)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Error in 'UPDATE _%s'. (%s)", table, updated.error());
-    const Status inserted = sql.exec("INSERT INTO `%s` SELECT * FROM `_%s`", table, table);
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'UPDATE _%s'. (%s)", table, updated.error());
+    const Status inserted = call.run("INSERT INTO `%s` SELECT * FROM `_%s`", table, table);
     if (!inserted)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Error in 'INSERT %s'. (%s)", table, inserted.error());
-    const Status dropped = sql.exec("DROP TABLE IF EXISTS `_%s`", table);
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'INSERT %s'. (%s)", table, inserted.error());
+    const Status dropped = call.run("DROP TABLE IF EXISTS `_%s`", table);
     if (!dropped)
-        return raise(env, QBOBJ_ERROR_DB_MISC, "Error in 'DROP _%s'. (%s)", table, dropped.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'DROP _%s'. (%s)", table, dropped.error());
     return 0;
 }
 
 } // namespace
 
 // Snapshots belong to the data, so `SnapshotName` has nothing to choose here.
-int x_qbobj_copyShare(qbobj_env_t *qbobj, sqlite3 *db, const char *VolumeName, const char *ShareName,
+int x_qbobj_copyShare(Call &call, const char *VolumeName, const char *ShareName,
                       const char *, const char *NewShareName)
 {
     int source_id = 0;
-    const char *source = print(qbobj, "%s/%s", VolumeName, ShareName);
-    if (qbobj_validate_db_zfsname(qbobj, db, source, nullptr, &source_id) != 0)
-        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "VolumeName/ShareName %s/%s is not exists.", VolumeName,
+    const char *source = print(call, "%s/%s", VolumeName, ShareName);
+    if (qbobj_validate_db_zfsname(call, source, nullptr, &source_id) != 0)
+        return raise(call, QBOBJ_ERROR_API_ARGS, "VolumeName/ShareName %s/%s is not exists.", VolumeName,
                      ShareName);
     if (qbobj_validate_sharename(NewShareName, nullptr) != 0)
-        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "NewShareName %s is not valid.", NewShareName);
+        return raise(call, QBOBJ_ERROR_API_ARGS, "NewShareName %s is not valid.", NewShareName);
     int existing = 0;
-    if (qbobj_validate_db_sharename(qbobj, db, NewShareName, nullptr, &existing) == 0)
-        return raise(qbobj, QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS,
+    if (qbobj_validate_db_sharename(call, NewShareName, nullptr, &existing) == 0)
+        return raise(call, QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS,
                      "Sharename specified is already exist.");
 
-    const Sql sql(qbobj, db);
-    const Status inserted = sql.exec(
+        const Status inserted = call.run(
         R"(INSERT INTO share(zfs_name,type,volume_id,usb_storage_id,name,path,comment,user_access,group_access,
         everyone_access,non_owner_delete,user_id,group_id)
         SELECT %Q||'/'||%Q,type,volume_id,usb_storage_id,%Q,'/'||%Q||'/'||%Q,comment,user_access,group_access,
         everyone_access,non_owner_delete,user_id,group_id FROM share WHERE id=%d)",
         VolumeName, NewShareName, NewShareName, VolumeName, NewShareName, source_id);
     if (!inserted)
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Error in 'INSERT share'. (%s)", inserted.error());
-    const int new_id = sql.last_id();
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'INSERT share'. (%s)", inserted.error());
+    const int new_id = call.last_id();
     for (const char *table : copied_tables) {
-        if (const int rc = _copy_table_row(qbobj, db, table, source_id, new_id))
+        if (const int rc = _copy_table_row(call, table, source_id, new_id))
             return rc;
     }
     return 0;
 }
+
+} // namespace qbobj

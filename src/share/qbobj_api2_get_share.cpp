@@ -1,10 +1,11 @@
 // Shares read: whole records, the light list, and what a user may do with a share.
-#include "frame/set_list.h"
+#include "core/set_list.h"
 #include "share/share_access.h"
 #include "share/share_reading.h"
 #include "validate/validate.h"
 
-using namespace qbobj;
+namespace qbobj
+{
 
 namespace
 {
@@ -45,10 +46,10 @@ struct ShareRow {
 template <class Record, class Number>
 constexpr auto zero(Number Record::*member)
 {
-    return [member](const qbobj_env_t *, Record &record, const char *) { record.*member = 0; };
+    return [member](const qbobj_env_t &, Record &record, const char *) { record.*member = 0; };
 }
 
-constexpr auto visible_snapshot = [](const qbobj_env_t *, qbobj_Share_t &share, const char *cell) {
+constexpr auto visible_snapshot = [](const qbobj_env_t &, qbobj_Share_t &share, const char *cell) {
     share.VisibleSnapshot = is_empty(cell) ? 0 : 1;
 };
 
@@ -106,25 +107,25 @@ constexpr auto quota_columns = std::tuple{
     &qbobj_Quota_t::UsedMB,    &qbobj_Quota_t::AccountName,
 };
 
-int raise_failed_read(const qbobj_env_t *env, const FailedRead &failed)
+int raise_failed_read(Call &call, const FailedRead &failed)
 {
-    return raise(env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT FROM %s'. %s", failed.table,
+    return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT FROM %s'. %s", failed.table,
                  failed.error);
 }
 
-int read_schedule(const qbobj_env_t *env, sqlite3 *db, int share_id, qbobj_Schedule_t *&schedule)
+int read_schedule(Call &call, int share_id, qbobj_Schedule_t *&schedule)
 {
     schedule = nullptr;
     const Table rows =
-        Sql(env, db).table(R"(SELECT SS.enabled,SS.minute,SS.hour,SS.day_of_month,SS.day_of_week,
+        call.table(R"(SELECT SS.enabled,SS.minute,SS.hour,SS.day_of_month,SS.day_of_week,
         SS.month,SS.last_taken,SS.purge_manual_snapshot,SS.last_daily_taken,SS.last_weekly_taken
         FROM snapshot_schedule SS WHERE share_id=%d)",
                            share_id);
     if (!rows)
-        return raise_failed_read(env, {"snapshot_schedule", rows.error()});
+        return raise_failed_read(call, {"snapshot_schedule", rows.error()});
     if (!rows.empty()) {
-        schedule = create<qbobj_Schedule_t>(env);
-        fill(env, *schedule, schedule_columns, rows.front());
+        schedule = create<qbobj_Schedule_t>(call.pool());
+        fill(call, *schedule, schedule_columns, *rows.begin());
     }
     return 0;
 }
@@ -208,12 +209,12 @@ int read_share(const ShareReading &reading, qbobj_Share_t &share, const Row &row
 
 /* ---- Steps that several workers share ------------------------------------------------------------------ */
 
-ShareReading start_reading(qbobj_env_t *env, sqlite3 *db)
+ShareReading start_reading(Call &call)
 {
     // A failing query counts as 0.
-    const Int32 anonymous = Sql(env, db).int32(
+    const Number anonymous = call.ask_number(
         "SELECT IFNULL(CASE WHEN auth_mode='anonymous' THEN 1 ELSE 0 END, 0) FROM service_ftp LIMIT 1");
-    return {env, db, directory_of(env, db), anonymous && anonymous.value != 0};
+    return {call, call.directory(), anonymous && anonymous.value != 0};
 }
 
 // Appends one complete record a row.
@@ -229,18 +230,18 @@ int append_shares(const ShareReading &reading, const Table &rows, qbobj_Share_t 
     return 0;
 }
 
-int raise_missing(const qbobj_env_t *env, const char *argument)
+int raise_missing(Call &call, const char *argument)
 {
-    return raise(env, QBOBJ_ERROR_API_ARGS, "%s cannot be NULL.", argument);
+    return raise(call, QBOBJ_ERROR_API_ARGS, "%s cannot be NULL.", argument);
 }
 
 // The row id of the share that the record names, by the first of its keys that leads to one; else negative.
-int identify(qbobj_env_t *env, sqlite3 *db, const qbobj_Share_t &share)
+int identify(Call &call, const qbobj_Share_t &share)
 {
     int share_id = 0;
-    if (qbobj_validate_db_zfsname(env, db, share.resource_id, nullptr, &share_id) == 0 ||
-        qbobj_validate_db_zfsname(env, db, share.ShareId, nullptr, &share_id) == 0 ||
-        qbobj_validate_db_sharename(env, db, share.ShareName, nullptr, &share_id) == 0)
+    if (qbobj_validate_db_zfsname(call, share.resource_id, nullptr, &share_id) == 0 ||
+        qbobj_validate_db_zfsname(call, share.ShareId, nullptr, &share_id) == 0 ||
+        qbobj_validate_db_sharename(call, share.ShareName, nullptr, &share_id) == 0)
         return share_id;
     return -1;
 }
@@ -249,54 +250,54 @@ int identify(qbobj_env_t *env, sqlite3 *db, const qbobj_Share_t &share)
 
 /* ---- Collections --------------------------------------------------------------------------------------- */
 
-int x_qbobj_getShareCollection(qbobj_env_t *qbobj, sqlite3 *db, qbobj_ShareCollection_t *collection)
+int x_qbobj_getShareCollection(Call &call, qbobj_ShareCollection_t *collection)
 {
     if (collection == nullptr)
-        return raise_missing(qbobj, "collection");
-    const ShareReading reading = start_reading(qbobj, db);
+        return raise_missing(call, "collection");
+    const ShareReading reading = start_reading(call);
     const Table rows =
         reading.sql().table("%s WHERE S.type='share' ORDER BY S.name COLLATE NOCASE", share_rows);
     if (!rows)
-        return raise_failed_read(qbobj, {"share", rows.error()});
+        return raise_failed_read(call, {"share", rows.error()});
     return append_shares(reading, rows, collection->Share);
 }
 
-int x_qbobj_getShareAndZvolCollection(qbobj_env_t *qbobj, sqlite3 *db, qbobj_ShareCollection_t *collection)
+int x_qbobj_getShareAndZvolCollection(Call &call, qbobj_ShareCollection_t *collection)
 {
     if (collection == nullptr)
-        return raise_missing(qbobj, "collection");
-    const ShareReading reading = start_reading(qbobj, db);
+        return raise_missing(call, "collection");
+    const ShareReading reading = start_reading(call);
     const Table rows = reading.sql().table(
         "%s WHERE S.type='share' OR S.type='zvol' ORDER BY S.name COLLATE NOCASE", share_rows);
     if (!rows)
-        return raise_failed_read(qbobj, {"share", rows.error()});
+        return raise_failed_read(call, {"share", rows.error()});
     return append_shares(reading, rows, collection->Share);
 }
 
-int x_qbobj_getAccessibleShareCollection(qbobj_env_t *qbobj, sqlite3 *db, qbobj_ShareCollection_t *collection,
+int x_qbobj_getAccessibleShareCollection(Call &call, qbobj_ShareCollection_t *collection,
                                          const char *UserName, const char *ProtocolName)
 {
     if (collection == nullptr)
-        return raise_missing(qbobj, "collection");
+        return raise_missing(call, "collection");
     int user_id = -1;
-    if (UserName != nullptr && qbobj_validate_db_username(qbobj, db, UserName, nullptr, &user_id) != 0)
-        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "User (%s) is invalid.", UserName);
+    if (UserName != nullptr && qbobj_validate_db_username(call, UserName, nullptr, &user_id) != 0)
+        return raise(call, QBOBJ_ERROR_API_ARGS, "User (%s) is invalid.", UserName);
     if (qbobj_validate_protocol_name(ProtocolName) != 0)
-        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "ProtocolName (%s) is invalid", ProtocolName);
+        return raise(call, QBOBJ_ERROR_API_ARGS, "ProtocolName (%s) is invalid", ProtocolName);
 
-    const ShareReading reading = start_reading(qbobj, db);
+    const ShareReading reading = start_reading(call);
     const Table rows =
         reading.sql().table("%s WHERE S.type='share' ORDER BY S.name COLLATE NOCASE", share_rows);
     if (!rows)
-        return raise_failed_read(qbobj, {"share", rows.error()});
+        return raise_failed_read(call, {"share", rows.error()});
     Tail<qbobj_Share_t> tail(collection->Share);
     for (const Row row : rows) {
-        qbobj_Share_t &share = tail.append(qbobj);
+        qbobj_Share_t &share = tail.append(call);
         qbobj_Share_t read{};
         const ShareRow key = read_row(reading, read, row);
         // Callers see nothing but this of a share that is denied.
         share.resource_id = read.resource_id = key.snapshot_usage;
-        switch (may_read({qbobj, db, key.id, user_id}, ProtocolName)) {
+        switch (may_read({call, key.id, user_id}, ProtocolName)) {
         case Verdict::denied:
             break;
         case Verdict::granted:
@@ -305,7 +306,7 @@ int x_qbobj_getAccessibleShareCollection(qbobj_env_t *qbobj, sqlite3 *db, qbobj_
                 return rc;
             break;
         default:
-            return raise(qbobj, QBOBJ_ERROR_OOM, "Failed in access check.");
+            return raise(call, QBOBJ_ERROR_OOM, "Failed in access check.");
         }
     }
     return 0;
@@ -321,12 +322,12 @@ struct SimpleRow {
 };
 
 // Adds a protocol, when the share has it, to the list of names.
-constexpr auto common_protocol = [](const qbobj_env_t *env, qbobj_SimpleShare_t &share, const char *cell) {
+constexpr auto common_protocol = [](const qbobj_env_t &env, qbobj_SimpleShare_t &share, const char *cell) {
     if (cell == nullptr)
         return;
     share.CommonProtocolsCSV = share.CommonProtocolsCSV == empty_str
-                                   ? copy_text(env->qbdb->pool, cell)
-                                   : print(env, "%s,%s", share.CommonProtocolsCSV, cell);
+                                   ? copy_text(call.pool(), cell)
+                                   : print(call, "%s,%s", share.CommonProtocolsCSV, cell);
 };
 
 constexpr auto simple_columns = std::tuple_cat(
@@ -337,12 +338,12 @@ constexpr auto simple_columns = std::tuple_cat(
 
 } // namespace
 
-int x_qbobj_getSimpleShareCollection(qbobj_env_t *qbobj, sqlite3 *db,
+int x_qbobj_getSimpleShareCollection(Call &call,
                                      qbobj_SimpleShareCollection_t *collection)
 {
     if (collection == nullptr)
-        return raise_missing(qbobj, "collection");
-    const ShareReading reading{qbobj, db, {}};
+        return raise_missing(call, "collection");
+    const ShareReading reading{call, {}};
     const Table rows = reading.sql().table(R"(SELECT S.id,S.zfs_name,S.name,
         (SELECT 'cifs' FROM cifs_share_option O WHERE O.share_id=S.id AND O.cifs_access<>'disabled' AND O.available<>0),
         (SELECT 'afp' FROM afp_share_option O WHERE O.share_id=S.id AND O.afp_access<>'disabled' AND O.available<>0),
@@ -350,12 +351,12 @@ int x_qbobj_getSimpleShareCollection(qbobj_env_t *qbobj, sqlite3 *db,
         (SELECT 'nfs' FROM nfs_share_option O WHERE O.share_id=S.id AND O.nfs_access<>'disabled' AND O.available<>0)
         FROM share S WHERE S.type='share' ORDER BY S.name COLLATE NOCASE)");
     if (!rows)
-        return raise_failed_read(qbobj, {"share", rows.error()});
+        return raise_failed_read(call, {"share", rows.error()});
     Tail<qbobj_SimpleShare_t> tail(collection->SimpleShare);
     for (const Row row : rows) {
-        SimpleRow read{.share = &tail.append(qbobj), .id = 0};
+        SimpleRow read{.share = &tail.append(call), .id = 0};
         read.share->CommonProtocolsCSV = empty_str;
-        fill(qbobj, read, simple_columns, row);
+        fill(call, read, simple_columns, row);
         if (const int rc = read_used_by(reading, read.id, read.share->UsedBy); rc != 0)
             return rc;
     }
@@ -364,31 +365,31 @@ int x_qbobj_getSimpleShareCollection(qbobj_env_t *qbobj, sqlite3 *db,
 
 /* ---- One share ----------------------------------------------------------------------------------------- */
 
-int x_qbobj_getShare(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Share_t *share)
+int x_qbobj_getShare(Call &call, qbobj_Share_t *share)
 {
     if (share == nullptr)
-        return raise_missing(qbobj, "share");
-    const int share_id = identify(qbobj, db, *share);
+        return raise_missing(call, "share");
+    const int share_id = identify(call, *share);
     if (share_id < 0)
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Invalid ShareId=%s.", share->ShareId);
-    const ShareReading reading = start_reading(qbobj, db);
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Invalid ShareId=%s.", share->ShareId);
+    const ShareReading reading = start_reading(call);
     const Table rows =
         reading.sql().table("%s WHERE S.id=%d ORDER BY S.name COLLATE NOCASE", share_rows, share_id);
     if (!rows)
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", rows.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", rows.error());
     if (rows.empty())
-        return raise(qbobj, QBOBJ_ERROR_DB_NOTEXISTS, "None of row selected for resource_id=%d.", share_id);
-    if (const int rc = read_share(reading, *share, rows.front()); rc != 0)
+        return raise(call, QBOBJ_ERROR_DB_NOTEXISTS, "None of row selected for resource_id=%d.", share_id);
+    if (const int rc = read_share(reading, *share, *rows.begin()); rc != 0)
         return rc;
     share->resource_id = share->ShareId;
     return 0;
 }
 
-int x_qbobj_queryShare(qbobj_env_t *qbobj, sqlite3 *db, const char *VolumeId, const char *ShareNameLike,
+int x_qbobj_queryShare(Call &call, const char *VolumeId, const char *ShareNameLike,
                        const char *ShareId, qbobj_Share_t **shares)
 {
     require(shares != nullptr, "shares", __func__);
-    SetList<512> where(qbobj, Overflow::refuse, " AND ");
+    SetList<512> where(call, Overflow::refuse, " AND ");
     if (VolumeId != nullptr)
         where.add("S.volume_id=%Q", VolumeId);
     if (ShareNameLike != nullptr)
@@ -396,46 +397,46 @@ int x_qbobj_queryShare(qbobj_env_t *qbobj, sqlite3 *db, const char *VolumeId, co
     if (ShareId != nullptr)
         where.add("S.zfs_name=%Q", ShareId);
     if (where.refused() != nullptr)
-        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "The value of column '%s' is too long for the query.",
+        return raise(call, QBOBJ_ERROR_API_ARGS, "The value of column '%s' is too long for the query.",
                      where.refused());
 
-    const ShareReading reading = start_reading(qbobj, db);
+    const ShareReading reading = start_reading(call);
     const Table rows = where.empty() ? reading.sql().table("%s", share_rows)
                                      : reading.sql().table("%s WHERE %s", share_rows, where.text());
     if (!rows)
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", rows.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", rows.error());
     return append_shares(reading, rows, *shares);
 }
 
-int x_qbobj_getShareSnapshotSchedule(qbobj_env_t *qbobj, sqlite3 *db, const char *share_name,
+int x_qbobj_getShareSnapshotSchedule(Call &call, const char *share_name,
                                      qbobj_Schedule_t **snapshot_schedule)
 {
     if (snapshot_schedule == nullptr)
-        return raise_missing(qbobj, "snapshot_schedule");
-    const int share_id = x_qbobj_getShareId(qbobj, db, share_name);
+        return raise_missing(call, "snapshot_schedule");
+    const int share_id = x_qbobj_getShareId(call, share_name);
     if (share_id < 0)
-        return raise(qbobj, QBOBJ_ERROR_DB_NOTEXISTS, "Share name (%s) may be invalid.", share_name);
-    return read_schedule(qbobj, db, share_id, *snapshot_schedule);
+        return raise(call, QBOBJ_ERROR_DB_NOTEXISTS, "Share name (%s) may be invalid.", share_name);
+    return read_schedule(call, share_id, *snapshot_schedule);
 }
 
 /* ---- Identity and access ------------------------------------------------------------------------------- */
 
-int x_qbobj_getShareId(qbobj_env_t *qbobj, sqlite3 *db, const char *share_name)
+int x_qbobj_getShareId(Call &call, const char *share_name)
 {
     const char *name = nullptr;
     if (qbobj_validate_sharename(share_name, &name) != 0) {
-        log(qbobj, QBDB_LOG_ERROR, "Share name '%s' is invalid.", share_name);
+        log(call, QBDB_LOG_ERROR, "Share name '%s' is invalid.", share_name);
         return -2;
     }
     int share_id = -1;
-    return qbobj_validate_db_sharename(qbobj, db, name, nullptr, &share_id) == 0 ? share_id : -1;
+    return qbobj_validate_db_sharename(call, name, nullptr, &share_id) == 0 ? share_id : -1;
 }
 
-int x_qbobj_getShareIdFromPath(qbobj_env_t *qbobj, sqlite3 *db, const char *path)
+int x_qbobj_getShareIdFromPath(Call &call, const char *path)
 {
     int share_id = -1;
-    if (qbobj_validate_db_path_in_share(qbobj, db, path, &share_id) != 0) {
-        log(qbobj, QBDB_LOG_DEBUG, "Path '%s' is not in share.", path);
+    if (qbobj_validate_db_path_in_share(call, path, &share_id) != 0) {
+        log(call, QBDB_LOG_DEBUG, "Path '%s' is not in share.", path);
         return -2;
     }
     return share_id;
@@ -444,38 +445,40 @@ int x_qbobj_getShareIdFromPath(qbobj_env_t *qbobj, sqlite3 *db, const char *path
 namespace
 {
 
-const char *cifs_access(qbobj_env_t *env, sqlite3 *db, int share_id, const char *user_name)
+const char *cifs_access(Call &call, int share_id, const char *user_name)
 {
-    const AccessQuestion question{env, db, share_id, x_qbobj_getPosixUID(env, db, user_name)};
+    const AccessQuestion question{call, share_id, x_qbobj_getPosixUID(call, user_name)};
     if (share_id < 0 || question.is_guest() || may_read_cifs(question) != Verdict::granted)
         return "Disabled";
     return may_write_cifs(question) == Verdict::granted ? "ReadWrite" : "ReadOnly";
 }
 
 // Stores the answer. A failure on the way is an answer too, and no error of the operation.
-int answer(const qbobj_env_t *env, const char *access, char **result)
+int answer(Call &call, const char *access, char **result)
 {
-    *env->err = {};
-    *result = copy_text(env->qbdb->pool, access);
+    *call.env().err = {};
+    *result = copy_text(call.pool(), access);
     return 0;
 }
 
 } // namespace
 
-int x_qbobj_getShareAccess(qbobj_env_t *qbobj, sqlite3 *db, const char *ShareName, const char *UserName,
+int x_qbobj_getShareAccess(Call &call, const char *ShareName, const char *UserName,
                            char **Access)
 {
     if (Access == nullptr)
-        return raise_missing(qbobj, "Access");
-    const int share_id = x_qbobj_getShareId(qbobj, db, ShareName);
-    return answer(qbobj, cifs_access(qbobj, db, share_id, UserName), Access);
+        return raise_missing(call, "Access");
+    const int share_id = x_qbobj_getShareId(call, ShareName);
+    return answer(call, cifs_access(call, share_id, UserName), Access);
 }
 
-int x_qbobj_getPathAccess(qbobj_env_t *qbobj, sqlite3 *db, const char *Path, const char *UserName,
+int x_qbobj_getPathAccess(Call &call, const char *Path, const char *UserName,
                           char **Access)
 {
     if (Access == nullptr)
-        return raise_missing(qbobj, "Access");
-    const int share_id = x_qbobj_getShareIdFromPath(qbobj, db, Path);
-    return answer(qbobj, cifs_access(qbobj, db, share_id, UserName), Access);
+        return raise_missing(call, "Access");
+    const int share_id = x_qbobj_getShareIdFromPath(call, Path);
+    return answer(call, cifs_access(call, share_id, UserName), Access);
 }
+
+} // namespace qbobj

@@ -1,10 +1,11 @@
 // A share's move to another volume: marked before its data moves, settled or given up afterwards.
-#include "frame/rows.h"
+#include "core/call.h"
 #include "share/share.h"
 
 #include <string_view>
 
-using namespace qbobj;
+namespace qbobj
+{
 
 namespace
 {
@@ -17,53 +18,53 @@ bool lives_on(std::string_view share_id, std::string_view volume_id)
 
 } // namespace
 
-int x_qbobj_preMigrateShare(qbobj_env_t *qbobj, sqlite3 *db, const char *ShareId, const char *VolumeId)
+int x_qbobj_preMigrateShare(Call &call, const char *ShareId, const char *VolumeId)
 {
     if (ShareId == nullptr)
-        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "ShareId cannot be NULL.");
+        return raise(call, QBOBJ_ERROR_API_ARGS, "ShareId cannot be NULL.");
     if (VolumeId == nullptr)
-        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "VolumeId cannot be NULL.");
-    const Sql sql(qbobj, db);
-    const Int32 pending = sql.int32("SELECT COUNT(*) FROM share S WHERE S.migrate_to_volume_id IS NOT NULL");
+        return raise(call, QBOBJ_ERROR_API_ARGS, "VolumeId cannot be NULL.");
+        const Number pending = call.ask_number("SELECT COUNT(*) FROM share S WHERE S.migrate_to_volume_id IS NOT NULL");
     if (!pending)
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Error in 'SELECT FROM share'. (%s)", pending.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'SELECT FROM share'. (%s)", pending.error());
     if (pending.value > 0)
-        return raise(qbobj, QBOBJ_ERROR_UI__SHARE_CANNOT_MIGRATE, "Only one migration at a time");
+        return raise(call, QBOBJ_ERROR_UI__SHARE_CANNOT_MIGRATE, "Only one migration at a time");
     if (lives_on(ShareId, VolumeId))
-        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "Destination VolumeId is the same as source");
+        return raise(call, QBOBJ_ERROR_API_ARGS, "Destination VolumeId is the same as source");
     const Status marked =
-        sql.exec("UPDATE share SET migrate_to_volume_id=%Q WHERE zfs_name=%Q", VolumeId, ShareId);
+        call.run("UPDATE share SET migrate_to_volume_id=%Q WHERE zfs_name=%Q", VolumeId, ShareId);
     if (!marked)
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Error in 'UPDATE share'.");
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'UPDATE share'.");
     return 0;
 }
 
-int x_qbobj_postMigrateShare(qbobj_env_t *qbobj, sqlite3 *db, const char *ShareId, int Commit, char **NewPath)
+int x_qbobj_postMigrateShare(Call &call, const char *ShareId, int Commit, char **NewPath)
 {
-    const Sql sql(qbobj, db);
-    if (NewPath != nullptr) {
+        if (NewPath != nullptr) {
         const Text path =
-            sql.text("SELECT '/'||migrate_to_volume_id||'/'||name FROM share S WHERE zfs_name=%Q", ShareId);
+            call.ask_text("SELECT '/'||migrate_to_volume_id||'/'||name FROM share S WHERE zfs_name=%Q", ShareId);
         if (!path)
-            return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Error in 'SELECT share'.");
+            return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'SELECT share'.");
         *NewPath = path.value;
     }
     // The snapshots are found by the dataset's old name, so they go first.
     if (Commit != 0) {
-        const Status moved = sql.exec("UPDATE `$snapshot` SET zfs_name="
+        const Status moved = call.run("UPDATE `$snapshot` SET zfs_name="
                                       "(SELECT migrate_to_volume_id||'/'||name FROM share WHERE zfs_name=%Q) "
                                       "WHERE zfs_name=%Q",
                                       ShareId, ShareId);
         if (!moved)
-            return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Error in 'UPDATE `$snapshot`'.");
+            return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'UPDATE `$snapshot`'.");
     }
     const char *moves = Commit == 0 ? ""
                                     : "volume_id=migrate_to_volume_id,"
                                       "path=(SELECT '/'||V.lv_name||'/'||name FROM _volume V WHERE "
                                       "V.id=migrate_to_volume_id),zfs_name=migrate_to_volume_id||'/'||name,";
     const Status settled =
-        sql.exec("UPDATE share SET %smigrate_to_volume_id=NULL WHERE zfs_name=%Q", moves, ShareId);
+        call.run("UPDATE share SET %smigrate_to_volume_id=NULL WHERE zfs_name=%Q", moves, ShareId);
     if (!settled)
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Error in 'UPDATE share'.");
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'UPDATE share'.");
     return 0;
 }
+
+} // namespace qbobj

@@ -1,14 +1,15 @@
 // Shares changed: of each only what the caller's record carries. The protocols' options stand in
 // qbobj_api2_modify_share.protocols.cpp.
-#include "frame/rows.h"
-#include "frame/set_list.h"
+#include "core/call.h"
+#include "core/set_list.h"
 #include "share/share_writing.h"
 
 #include <qbobj/storage.h>
 
 #include <strings.h>
 
-using namespace qbobj;
+namespace qbobj
+{
 
 namespace
 {
@@ -27,7 +28,7 @@ constexpr auto stored_columns = std::tuple{&StoredShare::name, &StoredShare::pat
                                            &StoredShare::visible_snapshot};
 
 struct Change {
-    qbobj_env_t *env;
+    Call &call;
     sqlite3 *db;
     const Directory &directory;
     qbobj_Share_t &share;
@@ -37,7 +38,7 @@ struct Change {
     const char *new_path = nullptr;
     const char *new_zfs_name = nullptr;
 
-    Sql sql() const { return {env, db}; }
+    Sql sql() const { return {call}; }
     const char *zfs_name() const { return new_zfs_name != nullptr ? new_zfs_name : stored.zfs_name; }
 };
 
@@ -53,7 +54,7 @@ int read_stored(Change &change)
         return raise(change.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", rows.error());
     if (rows.empty())
         return raise(change.env, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%s).", change.share.resource_id);
-    fill(change.env, change.stored, stored_columns, rows.front());
+    fill(change.env, change.stored, stored_columns, *rows.begin());
     return 0;
 }
 
@@ -84,7 +85,7 @@ int collect_rename(Change &change, Pairs &set)
         return 0;
     if (const int rc = check_rename(change))
         return rc;
-    const Text path = change.sql().text("SELECT '/'||V.lv_name||'/'||%Q FROM share S LEFT JOIN _volume V ON "
+    const Text path = change.sql().ask_text("SELECT '/'||V.lv_name||'/'||%Q FROM share S LEFT JOIN _volume V ON "
                                         "V.id=S.volume_id WHERE S.id=%d",
                                         name, change.share_id);
     if (!path)
@@ -105,7 +106,7 @@ int find_owner(const Change &change, const qbobj_SystemUser_t &user, int &id)
     id = user.resource_id != 0 ? user.resource_id : user.UserId;
     if (id == 0 && !is_empty(user.UserName)) {
         id = change.directory.no_sync
-                 ? qbdb_util_get_posix_uid_by_name(change.env->qbdb, user.UserName, change.directory.ads)
+                 ? qbdb_util_get_posix_uid_by_name(change.call.qbdb(), user.UserName, change.directory.ads)
                  : x_qbobj_getPosixUID(change.env, change.db, user.UserName);
         if (id < 0)
             return raise(change.env, QBOBJ_ERROR_API_ARGS, "Unknown User (%s).", user.UserName);
@@ -125,7 +126,7 @@ int find_owning_group(const Change &change, const qbobj_SystemGroup_t &group, in
     id = group.resource_id != 0 ? group.resource_id : group.GroupId;
     if (id == 0 && !is_empty(group.GroupName)) {
         id = change.directory.no_sync
-                 ? qbdb_util_get_posix_gid_by_name(change.env->qbdb, group.GroupName, change.directory.ads)
+                 ? qbdb_util_get_posix_gid_by_name(change.call.qbdb(), group.GroupName, change.directory.ads)
                  : x_qbobj_getPosixGID(change.env, change.db, group.GroupName);
         if (id < 0)
             return raise(change.env, QBOBJ_ERROR_API_ARGS, "Unknown Group (%s).", group.GroupName);
@@ -192,7 +193,7 @@ int modify_row(Change &change)
         return rc;
     if (set.empty())
         return 0;
-    const Status updated = change.sql().exec("UPDATE share SET %s WHERE id=%d", set.text(), change.share_id);
+    const Status updated = change.sql().run("UPDATE share SET %s WHERE id=%d", set.text(), change.share_id);
     if (updated.rc == constraint_violation)
         return raise(change.env, QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS,
                      "Sharename specified is already exist.");
@@ -221,16 +222,15 @@ int follow_rename(const Change &change)
 {
     if (change.new_path == nullptr)
         return 0;
-    const Sql sql = change.sql();
     for (const Follower &follower : followers) {
         const char *now = follower.by_dataset ? change.new_zfs_name : change.share.ShareName;
         const char *before = follower.by_dataset ? change.stored.zfs_name : change.stored.name;
-        const Status updated = sql.exec(follower.update, now, before);
+        const Status updated = call.run(follower.update, now, before);
         if (!updated)
             return raise(change.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE %s'. %s",
                          follower.table, updated.error());
     }
-    const Status updated = sql.exec("UPDATE `$application_on_share` SET zfs_name="
+    const Status updated = call.run("UPDATE `$application_on_share` SET zfs_name="
                                     "(SELECT S.zfs_name FROM share S WHERE S.id=%d) WHERE zfs_name=%Q",
                                     change.share_id, change.stored.zfs_name);
     if (!updated)
@@ -247,14 +247,13 @@ int check_refquota(const Change &change)
     const uint64_t limit_mb = change.share.RefQuotaMB;
     if (change.share._void_RefQuotaMB != 0 || limit_mb == 0)
         return 0;
-    const Sql sql = change.sql();
-    const Text free_kb = sql.text("SELECT V.blk_free FROM share S LEFT JOIN _volume V ON V.id=S.volume_id "
+    const Text free_kb = call.ask_text("SELECT V.blk_free FROM share S LEFT JOIN _volume V ON V.id=S.volume_id "
                                   "WHERE S.zfs_name='%q'",
                                   change.zfs_name());
     if (!free_kb)
         return raise(change.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s",
                      free_kb.error());
-    const Text used = sql.text("SELECT Z.used FROM _zfs_stat Z LEFT JOIN share S ON Z.share_id=S.id "
+    const Text used = call.ask_text("SELECT Z.used FROM _zfs_stat Z LEFT JOIN share S ON Z.share_id=S.id "
                                "WHERE S.zfs_name='%q'",
                                change.zfs_name());
     if (!used)
@@ -297,7 +296,7 @@ int modify_attributes(const Change &change)
     if (set.empty())
         return 0;
     const Status updated =
-        change.sql().exec("UPDATE zfs_attr SET %s WHERE share_id=%d", set.text(), change.share_id);
+        change.sql().run("UPDATE zfs_attr SET %s WHERE share_id=%d", set.text(), change.share_id);
     if (!updated)
         return raise(change.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE zfs_attr'. %s",
                      updated.error());
@@ -311,7 +310,7 @@ int modify_zvol(const Change &change)
     const qbobj_ZvolShareOption_t *zvol = change.share.Zvol;
     if (zvol == nullptr)
         return 0;
-    const Status stored = change.sql().exec(
+    const Status stored = change.sql().run(
         "INSERT OR REPLACE INTO zvol_share_option (share_id,kb_size,is_sparse) VALUES(%d,%llu,%d)",
         change.share_id, zvol->SizeKB, zvol->IsSparse);
     if (!stored)
@@ -325,8 +324,7 @@ int modify_schedule(const Change &change)
     const qbobj_Schedule_t *schedule = change.share.SnapshotSchedule;
     if (schedule == nullptr)
         return 0;
-    const Sql sql = change.sql();
-    const Status inserted = sql.exec(
+    const Status inserted = call.run(
         R"(INSERT OR IGNORE INTO snapshot_schedule (share_id,enabled,minute,hour,day_of_month,day_of_week,month,
         last_taken,purge_manual_snapshot,last_daily_taken, last_weekly_taken)
         VALUES(%d,1,'0','*','*','*','*',0,1,0,0))",
@@ -350,7 +348,7 @@ int modify_schedule(const Change &change)
     set.add("last_daily_taken=%d", schedule->LastDailyTaken);
     set.add("last_weekly_taken=%d", schedule->LastWeeklyTaken);
     const Status updated =
-        sql.exec("UPDATE snapshot_schedule SET %s WHERE share_id=%d", set.text(), change.share_id);
+        call.run("UPDATE snapshot_schedule SET %s WHERE share_id=%d", set.text(), change.share_id);
     if (!updated)
         return raise(change.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE snapstho_schedule'. %s",
                      updated.error());
@@ -360,10 +358,9 @@ int modify_schedule(const Change &change)
 // `kind` is "user" or "group". The soft limit is the account default's share of the hard one.
 int modify_quotas(const Change &change, qbobj_Quota_t *quotas, const char *kind)
 {
-    const Sql sql = change.sql();
     for (const qbobj_Quota_t &quota : Chain(quotas)) {
         const Status stored =
-            sql.exec("INSERT OR REPLACE INTO %s_quota (%s_id,share_id,mb_soft,mb_hard) "
+            call.run("INSERT OR REPLACE INTO %s_quota (%s_id,share_id,mb_soft,mb_hard) "
                      "VALUES(%d,%d,%llu*"
                      "(SELECT diskquota_warn FROM account_default LIMIT 1)/100,%llu)",
                      kind, kind, quota.AccountId, change.share_id, quota.HardMB, quota.HardMB);
@@ -419,16 +416,15 @@ int modify_share(Change &change)
 int read_back(const Change &change)
 {
     qbobj_Share_t &share = change.share;
-    const Sql sql = change.sql();
     if (share.Path == nullptr) {
-        const Text path = sql.text("SELECT S.path FROM share S WHERE S.id=%d", change.share_id);
+        const Text path = call.ask_text("SELECT S.path FROM share S WHERE S.id=%d", change.share_id);
         if (!path)
             return raise(change.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s",
                          path.error());
         share.Path = path.value;
     }
     if (share.Stat != nullptr) {
-        const Int32 mode = sql.int32("SELECT (S.non_owner_delete << 9)|(S.user_access << 6)|"
+        const Number mode = call.ask_number("SELECT (S.non_owner_delete << 9)|(S.user_access << 6)|"
                                      "(S.group_access << 3)|(S.everyone_access << 0) "
                                      "FROM share S WHERE S.id=%d",
                                      change.share_id);
@@ -442,11 +438,11 @@ int read_back(const Change &change)
 
 } // namespace
 
-int x_qbobj_modifyShare(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Share_t *share, int modifyOneShare)
+int x_qbobj_modifyShare(Call &call, qbobj_Share_t *share, int modifyOneShare)
 {
-    const Directory directory = directory_of(qbobj, db);
+    const Directory directory = call.directory();
     for (qbobj_Share_t &next : Chain(share)) {
-        Change change{qbobj, db, directory, next};
+        Change change{call, directory, next};
         if (const int rc = modify_share(change))
             return rc;
         if (modifyOneShare != 0)
@@ -457,29 +453,30 @@ int x_qbobj_modifyShare(qbobj_env_t *qbobj, sqlite3 *db, qbobj_Share_t *share, i
     return 0;
 }
 
-int x_qbobj_modifyShareVisibleSnapFolder(qbobj_env_t *qbobj, sqlite3 *db, const char *ZfsName,
+int x_qbobj_modifyShareVisibleSnapFolder(Call &call, const char *ZfsName,
                                          const char *VisibleSnapFolder)
 {
-    const Status updated = Sql(qbobj, db).exec("UPDATE share SET visible_snapdir=%Q WHERE zfs_name=%Q",
+    const Status updated = call.run("UPDATE share SET visible_snapdir=%Q WHERE zfs_name=%Q",
                                                VisibleSnapFolder, ZfsName);
     if (!updated)
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE share'. %s", updated.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE share'. %s", updated.error());
     return 0;
 }
 
-int x_qbobj_modifyZvol(qbobj_env_t *qbobj, sqlite3 *db, const char *ZfsName, const char *ShareName,
+int x_qbobj_modifyZvol(Call &call, const char *ZfsName, const char *ShareName,
                        const char *Comment, uint64_t SizeKB, int IsSparse)
 {
-    const Sql sql(qbobj, db);
-    const Status sized = sql.exec("UPDATE zvol_share_option SET kb_size=%llu,is_sparse=%d WHERE share_id="
+        const Status sized = call.run("UPDATE zvol_share_option SET kb_size=%llu,is_sparse=%d WHERE share_id="
                                   "(SELECT id FROM share S WHERE S.zfs_name=%Q)",
                                   SizeKB, IsSparse, ZfsName);
     if (!sized)
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE zfs_share_option'. %s",
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE zfs_share_option'. %s",
                      sized.error());
-    const Status named = sql.exec("UPDATE share SET name=%Q,comment=%Q,path='/'||%Q WHERE zfs_name=%Q",
+    const Status named = call.run("UPDATE share SET name=%Q,comment=%Q,path='/'||%Q WHERE zfs_name=%Q",
                                   ShareName, Comment, ZfsName, ZfsName);
     if (!named)
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE share'. %s", named.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE share'. %s", named.error());
     return 0;
 }
+
+} // namespace qbobj

@@ -1,22 +1,23 @@
 // The options of a share's eight protocols changed. All follow one shape, modify_option(); what tells them
 // apart stands before it, side by side.
-#include "frame/set_list.h"
+#include "core/set_list.h"
 #include "share/share_writing.h"
 
 #include <cstring>
 
-using namespace qbobj;
+namespace qbobj
+{
 
 namespace
 {
 
 struct Call {
-    qbobj_env_t *env;
+    Call &call;
     sqlite3 *db;
     const Directory &directory;
     int32_t share_id;
 
-    Sql sql() const { return {env, db}; }
+    Sql sql() const { return {call}; }
 };
 
 using Pairs = SetList<512>;
@@ -96,7 +97,7 @@ int ensure_row(const Call &, qbobj_CifsShareOption_t &)
 int ensure_row(const Call &call, qbobj_AfpShareOption_t &)
 {
     return inserted(call, "afp",
-                    call.sql().exec("INSERT OR IGNORE INTO afp_share_option "
+                    call.sql().run("INSERT OR IGNORE INTO afp_share_option "
                                     "(share_id,afp_access,afp_guest_access) VALUES(%d,'writeable',1)",
                                     call.share_id));
 }
@@ -105,7 +106,7 @@ int ensure_row(const Call &call, qbobj_NfsShareOption_t &)
 {
     return inserted(
         call, "nfs",
-        call.sql().exec("INSERT OR IGNORE INTO nfs_share_option (share_id,nfs_access) VALUES(%d,'writeable')",
+        call.sql().run("INSERT OR IGNORE INTO nfs_share_option (share_id,nfs_access) VALUES(%d,'writeable')",
                         call.share_id));
 }
 
@@ -113,7 +114,7 @@ int ensure_row(const Call &call, qbobj_NfsShareOption_t &)
 int ensure_row(const Call &call, qbobj_FtpShareOption_t &)
 {
     return inserted(call, "ftp",
-                    call.sql().exec("INSERT OR IGNORE INTO ftp_share_option VALUES(%d,0,'writeable',0,0,0)",
+                    call.sql().run("INSERT OR IGNORE INTO ftp_share_option VALUES(%d,0,'writeable',0,0,0)",
                                     call.share_id));
 }
 
@@ -121,18 +122,18 @@ int ensure_row(const Call &call, qbobj_HttpShareOption_t &)
 {
     return inserted(
         call, "http",
-        call.sql().exec(
+        call.sql().run(
             "INSERT OR IGNORE INTO http_share_option (share_id,http_access) VALUES(%d,'writeable')",
             call.share_id));
 }
 
 template <class Option>
 int ensure_by_writer(const Call &call, Option &option,
-                     int (*writer)(qbobj_env_t *, sqlite3 *, Option *, int32_t))
+                     int (*writer)(Call &, Option *, int32_t))
 {
     const char *proto = protocol_of<Option>;
-    const Int32 row =
-        call.sql().int32("SELECT 1 FROM %s_share_option WHERE share_id=%d", proto, call.share_id);
+    const Number row =
+        call.sql().ask_number("SELECT 1 FROM %s_share_option WHERE share_id=%d", proto, call.share_id);
     if (!row)
         return raise(call.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT %s_share_option'. %s", proto,
                      row.error());
@@ -184,8 +185,8 @@ int is_recycling(const Call &call, const qbobj_CifsShareOption_t &option, bool &
     recycling = option._void_EnableRecycleBin == 0 && option.EnableRecycleBin != 0;
     if (option._void_EnableRecycleBin == 0)
         return 0;
-    const Int32 stored =
-        call.sql().int32("SELECT cifs_recycle FROM cifs_share_option WHERE share_id=%d", call.share_id);
+    const Number stored =
+        call.sql().ask_number("SELECT cifs_recycle FROM cifs_share_option WHERE share_id=%d", call.share_id);
     if (!stored)
         return raise(call.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT cifs_share_option'. %s",
                      stored.error());
@@ -320,7 +321,7 @@ int collect(const Call &call, const qbobj_HttpShareOption_t &option, Pairs &set)
         return rc;
     if (is_disabled(option.DefaultAccess)) {
         // A share that nobody reaches cannot be the web root.
-        const Status cleared = call.sql().exec("UPDATE service_http SET share_name='' WHERE share_name="
+        const Status cleared = call.sql().run("UPDATE service_http SET share_name='' WHERE share_name="
                                                "(select S.name from share S WHERE S.id=%d)",
                                                call.share_id);
         if (!cleared)
@@ -380,7 +381,7 @@ int update_row(const Call &call, const Option &option)
         return 0;
     const char *proto = protocol_of<Option>;
     const Status updated =
-        call.sql().exec("UPDATE %s_share_option SET %s WHERE share_id=%d", proto, set.text(), call.share_id);
+        call.sql().run("UPDATE %s_share_option SET %s WHERE share_id=%d", proto, set.text(), call.share_id);
     if (!updated)
         return raise(call.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE %s_share_option'. %s", proto,
                      updated.error());
@@ -395,7 +396,7 @@ int modify_option(const Call &call, Option *option)
     using Tables = Watched<Option>;
     const char *proto = protocol_of<Option>;
     char *error = nullptr;
-    if (qbdb_sql_duplicate_tables(call.env->qbdb, call.db, Tables::tag, Tables::tables, &error, here().unit,
+    if (qbdb_sql_duplicate_tables(call.call.qbdb(), call.db, Tables::tag, Tables::tables, &error, here().unit,
                                   here().line) != 0)
         return raise(call.env, QBOBJ_ERROR_DB_MISC, "Failed to copy the tables of %s. %s", proto, error);
 
@@ -407,10 +408,10 @@ int modify_option(const Call &call, Option *option)
         return rc;
     refresh_service<Option>(call.env, call.db);
 
-    if (qbdb_sql_compare_tables2(call.env->qbdb, call.db, Tables::tag, Tables::tables, &option->Changed,
+    if (qbdb_sql_compare_tables2(call.call.qbdb(), call.db, Tables::tag, Tables::tables, &option->Changed,
                                  &error, here().unit, here().line) != 0)
         return raise(call.env, QBOBJ_ERROR_DB_MISC, "Failed to compare the tables of %s. %s", proto, error);
-    if (qbdb_sql_delete_tables(call.env->qbdb, call.db, Tables::tag, Tables::tables, &error, here().unit,
+    if (qbdb_sql_delete_tables(call.call.qbdb(), call.db, Tables::tag, Tables::tables, &error, here().unit,
                                here().line) != 0)
         return raise(call.env, QBOBJ_ERROR_DB_MISC, "Failed to drop the copies of the tables of %s. %s",
                      proto, error);
@@ -428,9 +429,11 @@ int modify_options(const Call &call, Options *...options)
 
 } // namespace
 
-int qbobj::modify_protocols(qbobj_env_t *env, sqlite3 *db, const Directory &directory, qbobj_Share_t &share,
+int modify_protocols(Call &call, const Directory &directory, qbobj_Share_t &share,
                             int32_t share_id)
 {
-    return modify_options({env, db, directory, share_id}, share.Cifs, share.Afp, share.Nfs, share.Ftp,
+    return modify_options({call, directory, share_id}, share.Cifs, share.Afp, share.Nfs, share.Ftp,
                           share.Http, share.Dlna, share.Daap, share.Rsync);
 }
+
+} // namespace qbobj

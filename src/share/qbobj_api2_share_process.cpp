@@ -1,8 +1,9 @@
 // Running processes that work on a share.
-#include "frame/rows.h"
+#include "core/call.h"
 #include "share/share.h"
 
-using namespace qbobj;
+namespace qbobj
+{
 
 namespace
 {
@@ -15,53 +16,53 @@ constexpr auto process_columns = std::tuple{
 
 } // namespace
 
-int x_qbobj_getShareProcess(qbobj_env_t *qbobj, sqlite3 *db, const char *ShareId, qbobj_Process_t **procs)
+int x_qbobj_getShareProcess(Call &call, const char *ShareId, qbobj_Process_t **procs)
 {
     if (procs == nullptr)
-        return raise(qbobj, QBOBJ_ERROR_API_ARGS, "procs cannot be NULL.");
+        return raise(call, QBOBJ_ERROR_API_ARGS, "procs cannot be NULL.");
     *procs = nullptr;
-    const Table rows = Sql(qbobj, db).table(R"(SELECT PS.pid,PS.blocking,STRFTIME('%%s',PS.ts)
+    const Table rows = call.table(R"(SELECT PS.pid,PS.blocking,STRFTIME('%%s',PS.ts)
         FROM `process_on_share` PS WHERE PS.share_id=(SELECT S.id FROM `share` S WHERE S.zfs_name=%Q))",
                                             ShareId);
     if (!rows)
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT process_on_share'. %s",
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT process_on_share'. %s",
                      rows.error());
-    append_rows(qbobj, *procs, process_columns, rows);
+    append_rows(call, *procs, process_columns, rows);
     return 0;
 }
 
-int x_qbobj_addShareProcess(qbobj_env_t *qbobj, sqlite3 *db, const char *ShareId, qbobj_Process_t *procs)
+int x_qbobj_addShareProcess(Call &call, const char *ShareId, qbobj_Process_t *procs)
 {
-    const Sql sql(qbobj, db);
-    for (const qbobj_Process_t &process : Chain(procs)) {
+        for (const qbobj_Process_t &process : Chain(procs)) {
         // An unknown share has no row id, which the table refuses.
-        const Status status = sql.exec(R"(INSERT OR REPLACE INTO `process_on_share` (share_id,pid,blocking)
+        const Status status = call.run(R"(INSERT OR REPLACE INTO `process_on_share` (share_id,pid,blocking)
             VALUES((SELECT S.id FROM `share` S WHERE S.zfs_name=%Q),%d,%d))",
                                        ShareId, process.ProcessId, process.Blocking);
         if (!status)
-            return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT process_on_share'. %s",
+            return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT process_on_share'. %s",
                          status.error());
     }
     return 0;
 }
 
-int x_qbobj_deleteShareProcess(qbobj_env_t *qbobj, sqlite3 *db, const char *ShareId, qbobj_Process_t *procs)
+int x_qbobj_deleteShareProcess(Call &call, const char *ShareId, qbobj_Process_t *procs)
 {
-    const Sql sql(qbobj, db);
-    Status status;
+        Status status;
     if (procs == nullptr)
-        status = sql.exec(R"(DELETE FROM `process_on_share`
+        status = call.run(R"(DELETE FROM `process_on_share`
             WHERE share_id=(SELECT S.id FROM `share` S WHERE S.zfs_name=%Q))",
                           ShareId);
     for (const qbobj_Process_t &process : Chain(procs)) {
-        status = sql.exec(R"(DELETE FROM `process_on_share`
+        status = call.run(R"(DELETE FROM `process_on_share`
             WHERE share_id=(SELECT S.id FROM `share` S WHERE S.zfs_name=%Q) AND pid=%d)",
                           ShareId, process.ProcessId);
         if (!status)
             break;
     }
     if (!status)
-        return raise(qbobj, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE process_on_share'. %s",
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE process_on_share'. %s",
                      status.error());
     return 0;
 }
+
+} // namespace qbobj

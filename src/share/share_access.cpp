@@ -1,7 +1,7 @@
 // May a user read or write a share? Answered from the protocol's default access and its access lists.
 #include "share/share_access.h"
 
-#include "frame/rows.h"
+#include "core/call.h"
 
 #include <string_view>
 
@@ -16,7 +16,7 @@ Verdict verdict(bool granted)
 }
 
 // Granted when the statement finds a row.
-Verdict found(const AccessQuestion &question, const char *table, const Int32 &result)
+Verdict found(const AccessQuestion &question, const char *table, const Number &result)
 {
     if (!result) {
         raise(question.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT %s'. (%s)", table,
@@ -74,7 +74,7 @@ Default cifs_default(const AccessQuestion &question)
         result.failed = true;
     } else if (!rows.empty()) {
         CifsRow row{};
-        fill(question.env, row, cifs_columns, rows.front());
+        fill(question.env, row, cifs_columns, *rows.begin());
         result = {false, true, or_empty(row.access), row.guests != 0};
     }
     return result;
@@ -85,12 +85,12 @@ Verdict listed_for_cifs(const AccessQuestion &question, const char *condition)
 {
     const Sql sql(question.env, question.db);
     const Verdict user = found(question, "user_acl(cifs)",
-                               sql.int32("SELECT 1 FROM user_acl A WHERE A.share_id=%d AND A.proto='cifs' "
+                               call.ask_number("SELECT 1 FROM user_acl A WHERE A.share_id=%d AND A.proto='cifs' "
                                          "AND A.user_id=%d AND %s",
                                          question.share_id, question.user_id, condition));
     return otherwise(user, [&] {
         return found(question, "user_acl(cifs)",
-                     sql.int32(R"(SELECT 1 FROM group_acl A WHERE A.share_id=%d AND A.proto='cifs' AND %s
+                     call.ask_number(R"(SELECT 1 FROM group_acl A WHERE A.share_id=%d AND A.proto='cifs' AND %s
             AND(EXISTS(SELECT * FROM `$user` U WHERE U.id=%d AND U.group_id=A.group_id)
             OR EXISTS(SELECT * FROM `$group_has_user` GU WHERE GU.group_id=A.group_id AND GU.user_id=%d)) LIMIT 1)",
                                question.share_id, condition, question.user_id, question.user_id));
@@ -104,7 +104,7 @@ Verdict user_listed_for_http(const AccessQuestion &question)
     return found(
         question, "user_acl(http)",
         Sql(question.env, question.db)
-            .int32("SELECT 1 FROM user_acl A WHERE A.share_id=%d AND A.proto='http' AND A.user_id=%d",
+            .ask_number("SELECT 1 FROM user_acl A WHERE A.share_id=%d AND A.proto='http' AND A.user_id=%d",
                    question.share_id, question.user_id));
 }
 
@@ -113,7 +113,7 @@ Verdict member_listed_for_http(const AccessQuestion &question)
 {
     return found(question, "group_acl(http)",
                  Sql(question.env, question.db)
-                     .int32(R"(SELECT 1 FROM group_acl A WHERE A.share_id=%d AND A.proto='http'
+                     .ask_number(R"(SELECT 1 FROM group_acl A WHERE A.share_id=%d AND A.proto='http'
             AND EXISTS(SELECT * FROM `$group_has_user` GU WHERE GU.group_id=A.group_id AND GU.user_id=%d))",
                             question.share_id, question.user_id));
 }
@@ -122,7 +122,7 @@ Verdict group_listed_for_http(const AccessQuestion &question)
 {
     return found(question, "group_acl(http)",
                  Sql(question.env, question.db)
-                     .int32(R"(SELECT 1 FROM group_acl A WHERE A.share_id=%d AND A.proto='http'
+                     .ask_number(R"(SELECT 1 FROM group_acl A WHERE A.share_id=%d AND A.proto='http'
             AND(EXISTS(SELECT * FROM `$user` U WHERE U.id=%d AND U.group_id=A.group_id)
             OR EXISTS(SELECT * FROM `$group_has_user` GU WHERE GU.group_id=A.group_id AND GU.user_id=%d)) LIMIT 1)",
                             question.share_id, question.user_id, question.user_id));
@@ -132,11 +132,11 @@ Verdict group_listed_for_http(const AccessQuestion &question)
 Verdict http_lists_empty(const AccessQuestion &question)
 {
     const Sql sql(question.env, question.db);
-    const Int32 users = sql.int32("SELECT COUNT(*) FROM user_acl A WHERE A.share_id=%d AND A.proto='http'",
+    const Number users = call.ask_number("SELECT COUNT(*) FROM user_acl A WHERE A.share_id=%d AND A.proto='http'",
                                   question.share_id);
     if (!users)
         return found(question, "user_acl(http)", users);
-    const Int32 groups = sql.int32("SELECT COUNT(*) FROM group_acl A WHERE A.share_id=%d AND A.proto='http'",
+    const Number groups = call.ask_number("SELECT COUNT(*) FROM group_acl A WHERE A.share_id=%d AND A.proto='http'",
                                    question.share_id);
     if (!groups)
         return found(question, "group_acl(http)", groups);

@@ -15,7 +15,7 @@ enum class Verdict {
 
 // A user and a share. A negative user id is a guest.
 struct AccessQuestion {
-    qbobj_env_t *env;
+    Call &call;
     sqlite3 *db;
     int share_id;
     int user_id;

@@ -110,7 +110,7 @@ constexpr auto cifs_columns = std::tuple{
 template <class Option>
 constexpr auto mode_rights(const char *Option::*group, const char *Option::*everyone)
 {
-    return [group, everyone](const qbobj_env_t *, Option &option, const char *cell) {
+    return [group, everyone](const qbobj_env_t &, Option &option, const char *cell) {
         if (cell != nullptr)
             option.NewFileFolderPermAutoset = 1;
         option.*group = access_word(to_int(cell) >> 3);
@@ -146,7 +146,7 @@ constexpr const char *umask_word(int bits)
 template <class Option>
 constexpr auto umask_rights(const char *Option::*group, const char *Option::*everyone)
 {
-    return [group, everyone](const qbobj_env_t *, Option &option, const char *cell) {
+    return [group, everyone](const qbobj_env_t &, Option &option, const char *cell) {
         if (option.NewFileFolderPermAutoset == 0)
             return;
         option.*group = umask_word(to_int(cell) >> 3);
@@ -167,7 +167,7 @@ constexpr auto ftp_columns = std::tuple{
 
 constexpr auto dlna_columns = std::tuple{
     &qbobj_DlnaShareOption_t::DefaultAccess,
-    [](const qbobj_env_t *, qbobj_DlnaShareOption_t &option, const char *cell) {
+    [](const qbobj_env_t &, qbobj_DlnaShareOption_t &option, const char *cell) {
         option.MediaType = qbobj_media_type_word(to_int(cell));
     },
     negated(&qbobj_DlnaShareOption_t::NotAvailable),
@@ -205,7 +205,7 @@ FailedRead read_option(const ShareReading &reading, Option *&option, const char 
         return {table, rows.error()};
     if (!rows.empty()) {
         option = create<Option>(reading.env);
-        fill(reading.env, *option, columns, rows.front());
+        fill(reading.env, *option, columns, *rows.begin());
     }
     return {};
 }
@@ -343,7 +343,7 @@ FailedRead read_zvol(const ShareReading &reading, int share_id, qbobj_Share_t &s
     if (failed || share.Zvol == nullptr)
         return failed;
     unsigned long used_bytes = 0;
-    if (qbdb_fs_get_attr_scanf(reading.env->qbdb, share.Zvol->ZfsName, "usedbydataset", "%lu", &used_bytes) ==
+    if (qbdb_fs_get_attr_scanf(reading.call.qbdb(), share.Zvol->ZfsName, "usedbydataset", "%lu", &used_bytes) ==
         0)
         share.Zvol->UsedKB = used_bytes >> 10;
     return {};

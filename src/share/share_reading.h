@@ -1,7 +1,7 @@
 // Reading the parts of a share's record: what the readers need, and how they report.
 #pragma once
 
-#include "frame/rows.h"
+#include "core/call.h"
 #include "share/share.h"
 
 #include <qbobj/storage.h>
@@ -11,12 +11,12 @@ namespace qbobj
 
 // The call, and the answers that cannot change while it reads shares.
 struct ShareReading {
-    qbobj_env_t *env;
+    Call &call;
     sqlite3 *db;
     Directory directory;
     bool ftp_anonymous = false; // FTP knows no users and groups
 
-    Sql sql() const { return {env, db}; }
+    Sql sql() const { return {call}; }
 };
 
 // The table that could not be read, as messages name it, with the database's message.
@@ -41,10 +41,10 @@ constexpr const char *access_word(int bits)
 template <class Record, class Part, class Column>
 constexpr auto part(Part *Record::*member, Column column)
 {
-    return [member, column](const qbobj_env_t *env, Record &record, const char *cell) {
+    return [member, column](const qbobj_env_t &env, Record &record, const char *cell) {
         if (record.*member == nullptr)
-            record.*member = create<Part>(env);
-        fill_column(env, *(record.*member), column, cell);
+            record.*member = create<Part>(call.pool());
+        fill_column(call, *(record.*member), column, cell);
     };
 }
 

@@ -1,7 +1,7 @@
 // What the creation and the modification of a share's protocol options have in common: words, rights, lists.
 #pragma once
 
-#include "frame/env.h"
+#include "core/call.h"
 #include "share/share.h"
 #include "validate/validate.h"
 
@@ -39,38 +39,38 @@ template <>
 inline constexpr bool is_refreshed<qbobj_FtpShareOption_t> = true;
 
 template <class Option>
-void refresh_service(const qbobj_env_t *env, sqlite3 *db)
+void refresh_service(Call &call)
 {
     if constexpr (is_refreshed<Option>)
-        qbdb_service_update_setting_by_share(env->qbdb, db, protocol_of<Option>);
+        qbdb_service_update_setting_by_share(call.qbdb(), db, protocol_of<Option>);
 }
 
 // Replaces every list that the protocol has by the record's; a null list becomes empty.
 template <class Option>
-int write_lists(qbobj_env_t *env, sqlite3 *db, const Directory &directory, const Option &option,
+int write_lists(Call &call, const Directory &directory, const Option &option,
                 int32_t share_id)
 {
     const char *proto = protocol_of<Option>;
     int rc = 0;
     if constexpr (requires { option.HostAcl; })
-        rc = qbobj_api2_addHostAcl(env, db, option.HostAcl, share_id, proto);
+        rc = qbobj_api2_addHostAcl(call, option.HostAcl, share_id, proto);
     if constexpr (requires { option.UserAcl; })
         rc = rc != 0 ? rc
-                     : qbobj_api2_addUserAcl(env, db, option.UserAcl, share_id, proto, directory.ads,
+                     : qbobj_api2_addUserAcl(call, option.UserAcl, share_id, proto, directory.ads,
                                              directory.no_sync);
     if constexpr (requires { option.GroupAcl; })
         rc = rc != 0 ? rc
-                     : qbobj_api2_addGroupAcl(env, db, option.GroupAcl, share_id, proto, directory.ads,
+                     : qbobj_api2_addGroupAcl(call, option.GroupAcl, share_id, proto, directory.ads,
                                               directory.no_sync);
     if constexpr (requires { option.DfolderAcl; })
-        rc = rc != 0 ? rc : qbobj_api2_addDfolderAcl(env, db, option.DfolderAcl, share_id);
+        rc = rc != 0 ? rc : qbobj_api2_addDfolderAcl(call, option.DfolderAcl, share_id);
     if constexpr (requires { option.UserPasswordAcl; })
-        rc = rc != 0 ? rc : qbobj_api2_addUserPasswordAcl(env, db, option.UserPasswordAcl, share_id);
+        rc = rc != 0 ? rc : qbobj_api2_addUserPasswordAcl(call, option.UserPasswordAcl, share_id);
     return rc;
 }
 
 // Applies every option record that the share carries; sets their `Changed`.
-int modify_protocols(qbobj_env_t *env, sqlite3 *db, const Directory &directory, qbobj_Share_t &share,
+int modify_protocols(Call &call, const Directory &directory, qbobj_Share_t &share,
                      int32_t share_id);
 
 // Rights of new files and folders: permission bits, or the bits of a umask.
@@ -93,62 +93,62 @@ using RightNames = std::array<const char *, 4>;
 namespace
 {
 
-inline int read_right(const qbobj_env_t *env, RightValidator validate, const char *field, const char *word,
+inline int read_right(Call &call, RightValidator validate, const char *field, const char *word,
                       int is_dir, int &bits)
 {
     if (validate(word, "ReadWrite", &bits, is_dir) != 0)
-        return raise(env, QBOBJ_ERROR_API_ARGS, "Invalid %s (%s).", field, word);
+        return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid %s (%s).", field, word);
     return 0;
 }
 
 // A missing right counts as "ReadWrite".
 template <class Option>
-int read_rights(const qbobj_env_t *env, const Option &option, RightValidator validate,
+int read_rights(Call &call, const Option &option, RightValidator validate,
                 const RightNames &names, Rights &rights)
 {
     const auto [file_group, file_everyone, folder_group, folder_everyone] = names;
     if (const int rc =
-            read_right(env, validate, file_group, option.FileCreateGroupRights, 0, rights.file_group))
+            read_right(call, validate, file_group, option.FileCreateGroupRights, 0, rights.file_group))
         return rc;
-    if (const int rc = read_right(env, validate, file_everyone, option.FileCreateEveryoneRights, 0,
+    if (const int rc = read_right(call, validate, file_everyone, option.FileCreateEveryoneRights, 0,
                                   rights.file_everyone))
         return rc;
     if (const int rc =
-            read_right(env, validate, folder_group, option.FolderCreateGroupRights, 1, rights.folder_group))
+            read_right(call, validate, folder_group, option.FolderCreateGroupRights, 1, rights.folder_group))
         return rc;
-    return read_right(env, validate, folder_everyone, option.FolderCreateEveryoneRights, 1,
+    return read_right(call, validate, folder_everyone, option.FolderCreateEveryoneRights, 1,
                       rights.folder_everyone);
 }
 
 // The stored word of an access word; a missing one counts as `otherwise`.
-inline int read_access(const qbobj_env_t *env, const char *field, const char *word, const char *otherwise,
+inline int read_access(Call &call, const char *field, const char *word, const char *otherwise,
                        const char *&stored)
 {
     if (qbobj_validate_access(word, otherwise, &stored) != 0)
-        return raise(env, QBOBJ_ERROR_API_ARGS, "Invalid %s (%s).", field, word);
+        return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid %s (%s).", field, word);
     return 0;
 }
 
 // The name of a share that is made or renamed.
-inline int check_share_name(const qbobj_env_t *env, const char *name)
+inline int check_share_name(Call &call, const char *name)
 {
     switch (const int rc = qbobj_validate_sharename(name, nullptr)) {
     case 0:
         return 0;
     case 3:
-        return raise(env, QBOBJ_ERROR_UI__NAME_TOO_LONG, "ShareName is too long (%s)", name);
+        return raise(call, QBOBJ_ERROR_UI__NAME_TOO_LONG, "ShareName is too long (%s)", name);
     case 4:
     case 5:
-        return raise(env, QBOBJ_ERROR_UI__SHARENAME_RESERVED, "ShareName (%s) is reserved", name);
+        return raise(call, QBOBJ_ERROR_UI__SHARENAME_RESERVED, "ShareName (%s) is reserved", name);
     default:
-        return raise(env, QBOBJ_ERROR_API_ARGS, "Invalid ShareName (%s), rc=%d", name, rc);
+        return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid ShareName (%s), rc=%d", name, rc);
     }
 }
 
-inline int check_sync(const qbobj_env_t *env, const char *sync)
+inline int check_sync(Call &call, const char *sync)
 {
     if (qbobj_validate_string(sync, 0, "standard", "always", "disabled", nullptr) != 0)
-        return raise(env, QBOBJ_ERROR_API_ARGS, "Invalid Sync (%s). One of 'standard', 'always', 'disabled'.",
+        return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid Sync (%s). One of 'standard', 'always', 'disabled'.",
                      sync);
     return 0;
 }

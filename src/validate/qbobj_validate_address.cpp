@@ -1,7 +1,9 @@
 // IP addresses, networks, hosts and lists of them, MAC addresses and TCP ports.
-#include "frame/env.h"
+#include "core/call.h"
 #include "validate/ascii.h"
 #include "validate/validate.h"
+
+#include <apr_strings.h>
 
 #include <algorithm>
 #include <arpa/inet.h>
@@ -20,6 +22,9 @@
 #include <sys/time.h>
 #include <unistd.h>
 #include <utility>
+
+namespace qbobj
+{
 
 namespace
 {
@@ -208,12 +213,6 @@ int qbobj_validate_ipv6(const char *str)
     return str == nullptr ? -1 : check_ipv6(str);
 }
 
-int qbobj_validate_ip(const char *str)
-{
-    if (str == nullptr)
-        return -1;
-    return qbobj_validate_ipv4(str) == 0 ? 0 : qbobj_validate_ipv6(str);
-}
 
 int qbobj_validate_host(const char *host)
 {
@@ -226,22 +225,22 @@ int qbobj_validate_host_array(qbobj_env_t *, const char **array, const char ***h
     return array == nullptr ? 0 : check_each(array, qbobj_validate_host);
 }
 
-int qbobj_validate_host_csv(qbobj_env_t *qbobj, const char *csv, const char ***host_list)
+int qbobj_validate_host_csv(const qbobj_env_t &env, const char *csv, const char ***host_list)
 {
     if (csv == nullptr) {
         *host_list = nullptr;
         return 0;
     }
-    const int code = qbdb_csv_to_array(qbobj->qbdb, csv, host_list, nullptr);
+    const int code = qbdb_csv_to_array(env.qbdb, csv, host_list, nullptr);
     return code != 0 ? code : check_each(*host_list, qbobj_validate_host);
 }
 
-int qbobj_validate_ip_csv(qbobj_env_t *qbobj, const char *csv)
+int qbobj_validate_ip_csv(const qbobj_env_t &env, const char *csv)
 {
     if (csv == nullptr)
         return -1;
     const char **items = nullptr;
-    const int code = qbdb_csv_to_array(qbobj->qbdb, csv, &items, nullptr);
+    const int code = qbdb_csv_to_array(env.qbdb, csv, &items, nullptr);
     return code != 0 ? code : check_each(items, qbobj_validate_ip);
 }
 
@@ -276,16 +275,16 @@ int qbobj_validate_net(apr_pool_t *pool, const char *net, const char **canonical
     return qbobj_validate_net_ipv6(pool, net, canonicalized_net);
 }
 
-int qbobj_validate_allow_host(qbobj_env_t *qbobj, const char *csv)
+int qbobj_validate_allow_host(const qbobj_env_t &env, const char *csv)
 {
     if (csv == nullptr)
         return -1;
     const char **items = nullptr;
-    const int code = qbdb_csv_to_array(qbobj->qbdb, csv, &items, nullptr);
+    const int code = qbdb_csv_to_array(env.qbdb, csv, &items, nullptr);
     if (code != 0)
         return code;
     return check_each(items, [&](const char *item) {
-        return qbobj_validate_host(item) == 0 ? 0 : qbobj_validate_net(qbobj->qbdb->pool, item, nullptr);
+        return qbobj_validate_host(item) == 0 ? 0 : qbobj_validate_net(env.qbdb->pool, item, nullptr);
     });
 }
 
@@ -315,4 +314,15 @@ int qbobj_validate_unused_tcp_port(int port)
         return -3;
     const std::unique_ptr<addrinfo, decltype(&freeaddrinfo)> addresses(found, freeaddrinfo);
     return probe(*addresses, port);
+}
+
+} // namespace qbobj
+
+using namespace qbobj;
+
+int qbobj_validate_ip(const char *str)
+{
+    if (str == nullptr)
+        return -1;
+    return qbobj_validate_ipv4(str) == 0 ? 0 : qbobj_validate_ipv6(str);
 }

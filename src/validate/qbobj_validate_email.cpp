@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <string_view>
 
+namespace qbobj
+{
+
 namespace
 {
 
@@ -113,3 +116,5 @@ int qbobj_validate_email(const char *str, const char **email)
         *email = str;
     return code;
 }
+
+} // namespace qbobj

@@ -1,11 +1,14 @@
 // Names of shares, snapshots, accounts, hosts and interfaces, and the words of share types and protocols.
-#include "frame/env.h"
+#include "core/call.h"
 #include "validate/ascii.h"
 #include "validate/validate.h"
 #include "validate/word_table.h"
 
 #include <algorithm>
 #include <string_view>
+
+namespace qbobj
+{
 
 namespace
 {
@@ -121,24 +124,7 @@ bool every_label_has_a_letter(std::string_view name)
 
 } // namespace
 
-int qbobj_validate_sharename(const char *str, const char **sharename)
-{
-    if (sharename != nullptr)
-        *sharename = nullptr;
-    if (is_empty(str))
-        return -1;
-    int code = share_rule.check(str);
-    if (code == 0)
-        code = check_reserved(str);
-    if (code == 0 && sharename != nullptr)
-        *sharename = str;
-    return code;
-}
 
-int qbobj_validate_snapshotname(const char *str)
-{
-    return is_empty(str) ? -1 : snapshot_rule.check(str);
-}
 
 int qbobj_validate_protected_sharename(const char *str)
 {
@@ -181,10 +167,6 @@ int qbobj_validate_hostname(const char *hostname)
     return every_label_has_a_letter(hostname) ? 0 : 4;
 }
 
-int qbobj_validate_myhostname(const char *hostname)
-{
-    return is_empty(hostname) ? -11 : myhostname_rule.check(hostname);
-}
 
 int qbobj_validate_community(const char *str)
 {
@@ -220,4 +202,32 @@ int qbobj_validate_protocol_name(const char *str)
     if (str == nullptr)
         return 2;
     return std::ranges::find(protocol_name_str, std::string_view(str)) != std::end(protocol_name_str) ? 0 : 1;
+}
+
+} // namespace qbobj
+
+using namespace qbobj;
+
+int qbobj_validate_sharename(const char *str, const char **sharename)
+{
+    if (sharename != nullptr)
+        *sharename = nullptr;
+    if (is_empty(str))
+        return -1;
+    int code = share_rule.check(str);
+    if (code == 0)
+        code = check_reserved(str);
+    if (code == 0 && sharename != nullptr)
+        *sharename = str;
+    return code;
+}
+
+int qbobj_validate_snapshotname(const char *str)
+{
+    return is_empty(str) ? -1 : snapshot_rule.check(str);
+}
+
+int qbobj_validate_myhostname(const char *hostname)
+{
+    return is_empty(hostname) ? -11 : myhostname_rule.check(hostname);
 }

@@ -1,5 +1,5 @@
 // Turns a password into the salted hash that is stored in its place.
-#include "frame/env.h"
+#include "core/call.h"
 #include "validate/validate.h"
 
 #include <array>
@@ -7,6 +7,9 @@
 #include <cstring>
 #include <memory>
 #include <string_view>
+
+namespace qbobj
+{
 
 namespace
 {
@@ -39,26 +42,28 @@ std::array<char, 13> make_salt()
 }
 
 // Null when the system refuses to hash.
-const char *_enc_passwd(qbobj_env_t *qbobj, const char *plain_passwd)
+const char *_enc_passwd(const qbobj_env_t &env, const char *plain_passwd)
 {
     if (qbobj::is_empty(plain_passwd))
         return empty_str;
-    return qbobj::crypt_password(qbobj, plain_passwd, make_salt().data());
+    return crypt_password(env, plain_passwd, make_salt().data());
 }
 
 } // namespace
 
-const char *qbobj::crypt_password(const qbobj_env_t *env, const char *plain, const char *salt)
+const char *crypt_password(const qbobj_env_t &env, const char *plain, const char *salt)
 {
     const auto work = std::make_unique<hashing>();
     const char *hash = crypt_r(plain, salt, &work->memory);
     if (hash == nullptr || *hash == '*')
         return nullptr;
-    return copy_text(env->qbdb->pool, hash);
+    return copy_text(env.qbdb->pool, hash);
 }
 
-int qbobj_validate_password(qbobj_env_t *qbobj, const char *str, const char **password)
+int qbobj_validate_password(const qbobj_env_t &env, const char *str, const char **password)
 {
-    *password = str != nullptr ? _enc_passwd(qbobj, str) : nullptr;
+    *password = str != nullptr ? _enc_passwd(env, str) : nullptr;
     return *password != nullptr ? 0 : 1;
 }
+
+} // namespace qbobj

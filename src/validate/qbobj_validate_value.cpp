@@ -9,6 +9,9 @@
 #include <cstring>
 #include <string_view>
 
+namespace qbobj
+{
+
 namespace
 {
 
@@ -243,3 +246,5 @@ int qbobj_validate_log_category(const char *str, const char **validated_str)
 {
     return check_log_word(log_category, str, "misc", validated_str);
 }
+
+} // namespace qbobj

@@ -2,11 +2,15 @@
 // otherwise; none writes an error record. The exported ones stand in <qbobj/validate.h>.
 #pragma once
 
-#include <qbobj/env.h>
+#include "core/call.h"
+
 #include <qbobj/validate.h>
 #include <sqlite3.h>
 
 #include <cstddef>
+
+namespace qbobj
+{
 
 // ---- Names. An accepted name is handed back as the caller's own pointer --------------------------------
 
@@ -76,14 +80,14 @@ int qbobj_validate_ipv4_address(const char *str);
 int qbobj_validate_ipv6(const char *str);
 // The host name check, else the result of qbobj_validate_ip().
 int qbobj_validate_host(const char *host);
-int qbobj_validate_host_array(qbobj_env_t *qbobj, const char **array, const char ***host_list);
-int qbobj_validate_host_csv(qbobj_env_t *qbobj, const char *csv, const char ***host_list);
-int qbobj_validate_ip_csv(qbobj_env_t *qbobj, const char *csv);
+int qbobj_validate_host_array(const qbobj_env_t &env, const char **array, const char ***host_list);
+int qbobj_validate_host_csv(const qbobj_env_t &env, const char *csv, const char ***host_list);
+int qbobj_validate_ip_csv(const qbobj_env_t &env, const char *csv);
 // 0 or -1. The canonical text is in the pool; `canonicalized_net` may be null.
 int qbobj_validate_net_ipv4(apr_pool_t *pool, const char *net, const char **canonicalized_net);
 int qbobj_validate_net_ipv6(apr_pool_t *pool, const char *net, const char **canonicalized_net);
 int qbobj_validate_net(apr_pool_t *pool, const char *net, const char **canonicalized_net);
-int qbobj_validate_allow_host(qbobj_env_t *qbobj, const char *csv);
+int qbobj_validate_allow_host(const qbobj_env_t &env, const char *csv);
 int qbobj_validate_host_or_net(apr_pool_t *pool, const char *host, const char **canonicalized_host);
 // `str` must not be null. 1 not six fields, 2 a field out of range.
 int qbobj_validate_mac(const char *str);
@@ -96,46 +100,44 @@ int qbobj_validate_unused_tcp_port(int port);
 // `email` may be null.
 int qbobj_validate_email(const char *str, const char **email);
 // `*password` receives the salted hash in the pool; the empty password stays the empty text.
-int qbobj_validate_password(qbobj_env_t *qbobj, const char *str, const char **password);
-
-namespace qbobj
-{
+int qbobj_validate_password(const qbobj_env_t &env, const char *str, const char **password);
 
 // The system's hash of a password, in the pool; null when it refuses to hash. The work area is wiped.
-const char *crypt_password(const qbobj_env_t *env, const char *plain, const char *salt);
-
-} // namespace qbobj
+const char *crypt_password(const qbobj_env_t &env, const char *plain, const char *salt);
 
 // ---- Names of existing rows ----------------------------------------------------------------------------
 
-int qbobj_validate_db_username(qbobj_env_t *qbobj, sqlite3 *db, const char *str, const char *defstr,
+int qbobj_validate_db_username(Call &call, const char *str, const char *defstr,
                                int *user_id);
-int qbobj_validate_db_groupname(qbobj_env_t *qbobj, sqlite3 *db, const char *str, const char *defstr,
+int qbobj_validate_db_groupname(Call &call, const char *str, const char *defstr,
                                 int *group_id);
-int qbobj_validate_db_zfsname(qbobj_env_t *qbobj, sqlite3 *db, const char *str, const char *defstr,
+int qbobj_validate_db_sharename(Call &call, const char *str, const char *defstr, int *share_id);
+int qbobj_validate_db_zfsname(Call &call, const char *str, const char *defstr,
                               int *share_id);
-int qbobj_validate_db_path_in_share(qbobj_env_t *qbobj, sqlite3 *db, const char *path, int *share_id);
+int qbobj_validate_db_path_in_share(Call &call, const char *path, int *share_id);
 // A volume that does not exist leaves `*volume_id` null with the result 0.
-int qbobj_validate_db_volumename(qbobj_env_t *qbobj, sqlite3 *db, const char *str, const char *defstr,
+int qbobj_validate_db_volumename(Call &call, const char *str, const char *defstr,
                                  char **volume_id);
 // A null id means the default volume.
-int qbobj_validate_db_volumeid(qbobj_env_t *qbobj, sqlite3 *db, const char *volume_id_in,
+int qbobj_validate_db_volumeid(Call &call, const char *volume_id_in,
                                const char **volume_id);
 // 0 found, 1 not found, 2 the statement failed.
-int qbobj_validate_db_userid(qbobj_env_t *qbobj, sqlite3 *db, int user_id);
-int qbobj_validate_db_groupid(qbobj_env_t *qbobj, sqlite3 *db, int group_id);
-int qbobj_validate_db_jobname(qbobj_env_t *qbobj, sqlite3 *db, const char *str, int *job_id);
-int qbobj_validate_db_lunname(qbobj_env_t *qbobj, sqlite3 *db, const char *str, const char *defstr,
+int qbobj_validate_db_userid(Call &call, int user_id);
+int qbobj_validate_db_groupid(Call &call, int group_id);
+int qbobj_validate_db_jobname(Call &call, const char *str, int *job_id);
+int qbobj_validate_db_lunname(Call &call, const char *str, const char *defstr,
                               int *lun_id);
-int qbobj_validate_db_lungroupname(qbobj_env_t *qbobj, sqlite3 *db, const char *str, const char *defstr,
+int qbobj_validate_db_lungroupname(Call &call, const char *str, const char *defstr,
                                    int *lun_group_id);
-int qbobj_validate_db_initiatorname(qbobj_env_t *qbobj, sqlite3 *db, const char *str, const char *defstr,
+int qbobj_validate_db_initiatorname(Call &call, const char *str, const char *defstr,
                                     int *initiator_id);
-int qbobj_validate_db_username_csv(qbobj_env_t *qbobj, sqlite3 *db, const char *csv, int **user_id_list,
+int qbobj_validate_db_username_csv(Call &call, const char *csv, int **user_id_list,
                                    int *user_id_list_len);
-int qbobj_validate_db_username_array(qbobj_env_t *qbobj, sqlite3 *db, const char **array, int **user_id_list,
+int qbobj_validate_db_username_array(Call &call, const char **array, int **user_id_list,
                                      int *user_id_list_len);
-int qbobj_validate_db_groupname_csv(qbobj_env_t *qbobj, sqlite3 *db, const char *csv, int **group_id_list,
+int qbobj_validate_db_groupname_csv(Call &call, const char *csv, int **group_id_list,
                                     int *group_id_list_len);
-int qbobj_validate_db_groupname_array(qbobj_env_t *qbobj, sqlite3 *db, const char **array,
+int qbobj_validate_db_groupname_array(Call &call, const char **array,
                                       int **group_id_list, int *group_id_list_len);
+
+} // namespace qbobj

@@ -1,5 +1,5 @@
 // The schemas of the records of backup jobs, network interfaces, the system log and iSCSI.
-#include "frame/schema.h"
+#include "core/schema.h"
 
 #include <qbobj/backup.h>
 #include <qbobj/iscsi.h>

@@ -2,7 +2,7 @@
 // its schema. A schema that disagrees with its record does not compile.
 #pragma once
 
-#include <qbobj/schema.h>
+#include "core/schema_of.h"
 
 #include <algorithm>
 #include <concepts>
@@ -51,15 +51,6 @@ T value_at(const void *record, int offset)
 
 // ---- Describing a record -------------------------------------------------------------------------------
 
-// The schema that a pointer to a record type leads to.
-#define QBOBJ_SPEC_OF(Type)                                                                                  \
-    constexpr const qbobj_spec_t *spec_of(const qbobj_##Type##_t *)                                          \
-    {                                                                                                        \
-        return spec_##Type;                                                                                  \
-    }
-QBOBJ_RECORD_TYPES(QBOBJ_SPEC_OF)
-#undef QBOBJ_SPEC_OF
-
 template <class Record>
 concept HasLink = std::same_as<decltype(Record::_link), Record *>;
 template <class Record, class Id>
@@ -67,7 +58,7 @@ concept HasId = std::same_as<decltype(Record::resource_id), Id>;
 template <class Record>
 concept HasStringId = HasId<Record, const char *>;
 template <class Member>
-concept RecordPointer = std::same_as<decltype(spec_of(Member{})), const qbobj_spec_t *>;
+concept RecordPointer = std::same_as<decltype(schema_of(Member{})), const qbobj_spec_t *>;
 
 template <class Record>
 constexpr qbobj_spec_t header_row(const char *name)
@@ -106,7 +97,7 @@ constexpr qbobj_spec_t field_row(const char *name, std::size_t offset, int attr)
 {
     const qbobj_spec_t *nested = nullptr;
     if constexpr (kind_of<Member>() == QBOBJ_KIND_RECORD)
-        nested = spec_of(Member{});
+        nested = schema_of(Member{});
     return {kind_of<Member>(), name, static_cast<int>(offset), nested, attr};
 }
 

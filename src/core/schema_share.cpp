@@ -1,5 +1,5 @@
 // The schemas of the share records.
-#include "frame/schema.h"
+#include "core/schema.h"
 
 #include <qbobj/share.h>
 

@@ -1,5 +1,5 @@
 // The directory of all schemas, and the functions that clear a record.
-#include "frame/schema.h"
+#include "core/schema.h"
 
 namespace
 {

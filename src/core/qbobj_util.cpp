@@ -1,7 +1,7 @@
 // Small helpers that several workers share.
-#include "frame/qbobj_util.h"
+#include "core/qbobj_util.h"
 
-#include "frame/env.h"
+#include "core/error.h"
 
 #include <algorithm>
 #include <array>

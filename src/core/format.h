@@ -11,19 +11,24 @@
 namespace qbobj
 {
 
-// The name of a source file without its folders, up to the first dot: "unit.cpp" and "unit.part.cpp" are one
+// A place in a source file. The unit is the file's name up to the first dot: "unit.cpp" and "unit.part.cpp" are one
 // unit in two files.
-template <std::size_t N>
-consteval std::array<char, N> unit_of(const char (&path)[N])
+struct Site {
+    std::array<char, 48> unit{};
+    int line = 0;
+
+    constexpr Site(std::string_view file, int at) : line(at)
+    {
+        file.remove_prefix(file.rfind('/') + 1); // npos + 1 is 0
+        const std::string_view name = file.substr(0, file.find('.'));
+        name.copy(unit.data(), unit.size() - 1);
+    }
+};
+
+// Where the caller stands; as a default argument, where its function's caller stands.
+constexpr Site here(const char *file = __builtin_FILE(), int line = __builtin_LINE())
 {
-    const std::string_view whole(path, N - 1);
-    const std::size_t slash = whole.rfind('/');
-    std::string_view name = slash == std::string_view::npos ? whole : whole.substr(slash + 1);
-    name = name.substr(0, name.find('.'));
-    std::array<char, N> unit{};
-    for (std::size_t i = 0; i < name.size(); ++i)
-        unit[i] = name[i];
-    return unit;
+    return {file, line};
 }
 
 void mismatch_between_format_and_arguments(); // never defined: reaching it stops the compilation
@@ -97,32 +102,39 @@ consteval void check_format(std::string_view text, bool sql)
         mismatch_between_format_and_arguments();
 }
 
-// A place in a source file.
-struct Site {
-    const char *unit;
-    int line;
+// A text of several literals that is put together when it is compiled; as a constant it is a format like any literal.
+template <std::size_t Size>
+struct JoinedText {
+    char text[Size]{};
 };
-
-// Every source file has its own copy of what follows, since it carries the file's name.
-namespace
+template <std::size_t... Sizes>
+consteval auto joined(const char (&...pieces)[Sizes])
 {
-
-constexpr auto unit_name = unit_of(__BASE_FILE__);
-
-constexpr Site here(int line = __builtin_LINE())
-{
-    return {unit_name.data(), line};
+    JoinedText<(Sizes + ...) - sizeof...(Sizes) + 1> whole;
+    std::size_t length = 0;
+    const auto append = [&](std::string_view piece) {
+        length += piece.copy(whole.text + length, piece.size());
+    };
+    (append({pieces, Sizes - 1}), ...);
+    return whole;
 }
 
 // A checked format. `Sql` allows SQLite's own conversions %Q, %q and %w.
 template <bool Sql, class... Args>
 struct CheckedFormat {
     // Implicit, so that a string literal is a format.
-    template <std::size_t N>
-    consteval CheckedFormat(const char (&literal)[N], int line = __builtin_LINE())
-        : text(literal), site{unit_name.data(), line}
+    template <std::size_t Size>
+    consteval CheckedFormat(const char (&literal)[Size], const char *file = __builtin_FILE(),
+                            int line = __builtin_LINE())
+        : text(literal), site(file, line)
     {
-        check_format<Args...>(std::string_view(literal, N - 1), Sql);
+        check_format<Args...>(std::string_view(literal, Size - 1), Sql);
+    }
+    template <std::size_t Size>
+    consteval CheckedFormat(const JoinedText<Size> &joined, const char *file = __builtin_FILE(),
+                            int line = __builtin_LINE())
+        : CheckedFormat(joined.text, file, line)
+    {
     }
 
     const char *text;
@@ -133,7 +145,5 @@ template <class... Args>
 using Message = CheckedFormat<false, std::type_identity_t<Args>...>;
 template <class... Args>
 using Statement = CheckedFormat<true, std::type_identity_t<Args>...>;
-
-} // namespace
 
 } // namespace qbobj

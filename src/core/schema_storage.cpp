@@ -1,5 +1,5 @@
 // The schemas of the storage records: volumes, disks, snapshots, health readings, schedules of volumes.
-#include "frame/schema.h"
+#include "core/schema.h"
 
 #include <qbobj/storage.h>
 

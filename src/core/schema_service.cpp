@@ -1,5 +1,5 @@
 // The schemas of the records of services, UPS devices and the TiVo archiver.
-#include "frame/schema.h"
+#include "core/schema.h"
 
 #include <qbobj/service.h>
 

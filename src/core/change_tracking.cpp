@@ -1,0 +1,57 @@
+// Finding out what a write changed.
+#include "core/change_tracking.h"
+
+namespace qbobj
+{
+
+int copy_tables(Call &call, const WatchedTables &watched, const char **error, const Site &site)
+{
+    char *text = nullptr;
+    const int rc = qbdb_sql_duplicate_tables(call.qbdb(), call.db(), watched.tag, watched.tables, &text,
+                                             site.unit.data(), site.line);
+    *error = or_empty(text);
+    return rc;
+}
+
+int compare_tables(Call &call, const WatchedTables &watched, const char *const *&changed, const char **error,
+                   const Site &site)
+{
+    char *text = nullptr;
+    const char **names = nullptr;
+    const int rc = qbdb_sql_compare_tables(call.qbdb(), call.db(), watched.tag, watched.tables, &names, &text,
+                                           site.unit.data(), site.line);
+    changed = names;
+    *error = or_empty(text);
+    return rc;
+}
+
+int drop_copies(Call &call, const WatchedTables &watched, const char **error, const Site &site)
+{
+    char *text = nullptr;
+    const int rc = qbdb_sql_delete_tables(call.qbdb(), call.db(), watched.tag, watched.tables, &text,
+                                          site.unit.data(), site.line);
+    *error = or_empty(text);
+    return rc;
+}
+
+int tracked(Call &call, const WatchedTables &watched, int &changed, int (*write)(void *), void *context,
+            const Site &site)
+{
+    const char *error = nullptr;
+    if (copy_tables(call, watched, &error, site) != 0)
+        return raise_at(site, call, QBOBJ_ERROR_DB_MISC, "Failed to copy the tables of %s. %s",
+                        watched.subject, error);
+    if (const int rc = write(context); rc != 0)
+        return rc;
+    char *text = nullptr;
+    if (qbdb_sql_compare_tables2(call.qbdb(), call.db(), watched.tag, watched.tables, &changed, &text,
+                                 site.unit.data(), site.line) != 0)
+        return raise_at(site, call, QBOBJ_ERROR_DB_MISC, "Failed to compare the tables of %s. %s",
+                        watched.subject, or_empty(text));
+    if (drop_copies(call, watched, &error, site) != 0)
+        return raise_at(site, call, QBOBJ_ERROR_DB_MISC, "Failed to drop the copies of the tables of %s. %s",
+                        watched.subject, error);
+    return 0;
+}
+
+} // namespace qbobj
