@@ -128,7 +128,7 @@ constexpr auto of(Part *Record::*member, Column column)
 void number_of_columns_differs_from_the_members(); // never defined: reaching it stops the compilation
 
 // The columns of a SELECT: the commas up to its FROM that stand in no parentheses and no quotes, and one.
-consteval std::size_t count_columns(std::string_view sql)
+constexpr std::size_t count_columns(std::string_view sql)
 {
     std::size_t columns = 1;
     int depth = 0;

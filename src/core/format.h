@@ -124,16 +124,13 @@ template <bool Sql, class... Args>
 struct CheckedFormat {
     // Implicit, so that a string literal is a format.
     template <std::size_t Size>
-    consteval CheckedFormat(const char (&literal)[Size], const char *file = __builtin_FILE(),
-                            int line = __builtin_LINE())
-        : text(literal), site(file, line)
+    consteval CheckedFormat(const char (&literal)[Size], const Site &at = here()) : text(literal), site(at)
     {
         check_format<Args...>(std::string_view(literal, Size - 1), Sql);
     }
     template <std::size_t Size>
-    consteval CheckedFormat(const JoinedText<Size> &joined, const char *file = __builtin_FILE(),
-                            int line = __builtin_LINE())
-        : CheckedFormat(joined.text, file, line)
+    consteval CheckedFormat(const JoinedText<Size> &joined, const Site &at = here())
+        : CheckedFormat(joined.text, at)
     {
     }
 

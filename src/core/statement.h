@@ -17,9 +17,7 @@ void failure_text_with_more_than_the_database_text(); // never defined: reaching
 template <std::size_t Words>
 struct FailureText {
     template <std::size_t Size>
-    consteval FailureText(const char (&literal)[Size], const char *file = __builtin_FILE(),
-                          int line = __builtin_LINE())
-        : text(literal), site(file, line)
+    consteval FailureText(const char (&literal)[Size], const Site &at = here()) : text(literal), site(at)
     {
         const std::size_t texts = conversions({literal, Size - 1});
         if (texts != Words && texts != Words + 1)
@@ -30,7 +28,7 @@ struct FailureText {
     Site site;
 
   private:
-    static consteval std::size_t conversions(std::string_view format)
+    static constexpr std::size_t conversions(std::string_view format)
     {
         std::size_t count = 0;
         for (std::size_t at = format.find('%'); at != format.npos; at = format.find('%', at + 1), ++count)
@@ -46,9 +44,8 @@ class Failure
 {
   public:
     template <std::size_t Size>
-    consteval Failure(const char (&literal)[Size], const char *file = __builtin_FILE(),
-                      int line = __builtin_LINE())
-        : format_(FailureText<0>(literal, file, line))
+    consteval Failure(const char (&literal)[Size], const Site &at = here())
+        : format_(FailureText<0>(literal, at))
     {
     }
     consteval Failure(qbobj_error_t code, FailureText<0> format) : format_(format), code_(code) {}

@@ -143,7 +143,7 @@ struct Operation {
 void direction_that_the_type_of_the_argument_cannot_have(); // never defined: reaching it stops the compilation
 
 template <class Type>
-consteval void check_argument(const Argument &argument)
+constexpr void check_argument(const Argument &argument)
 {
     const bool by_value = !std::is_pointer_v<Type> || std::is_same_v<Type, const char *>;
     const bool record = RecordArgument<Type>;
