@@ -198,43 +198,41 @@ constexpr char share_flags[] = R"(SELECT CASE WHEN CIFS.share_id NOT NULL THEN 1
 constexpr auto share_at = joined(share_flags, " WHERE S.path=%Q");
 constexpr auto share_above = joined(share_flags, " WHERE %Q LIKE S.path||'/%%'");
 
-constexpr auto is_home = [](const qbobj_env_t &, Attribute &attr, const char *) {
-    attr.is_homeshare = 1;
-    attr.cifs_flags = 1;
-};
-constexpr auto is_in_home = [](const qbobj_env_t &, Attribute &attr, const char *) {
-    attr.comment = empty_str;
-    attr.is_homeshare = 1;
-    attr.is_subfolder = 1;
-};
-
-constexpr std::tuple places{
+constexpr auto shared_folder =
     select<const char *>(share_at, "Failed DB Query for cifs share. sq3rc=%s", &Attribute::cifs_flags,
-                         &Attribute::dlna_flags, &Attribute::comment),
+                         &Attribute::dlna_flags, &Attribute::comment);
+constexpr auto folder_in_share =
     select<const char *>(share_above, "Failed DB Query for cifs share. sq3rc=%s", &Attribute::cifs_flags,
-                         &Attribute::dlna_flags,
-                         both(&Attribute::comment, [](const qbobj_env_t &, Attribute &attr,
-                                                      const char *) { attr.is_subfolder = 1; })),
-    select<const char *>("SELECT 1 FROM `$user` U WHERE U.home=%Q", "Failed DB Query for user. sq3rc=%s",
-                         is_home),
+                         &Attribute::dlna_flags, &Attribute::comment);
+constexpr auto home = select<const char *>("SELECT 1 FROM `$user` U WHERE U.home=%Q",
+                                           "Failed DB Query for user. sq3rc=%s", &Attribute::is_homeshare);
+constexpr auto folder_in_home =
     select<const char *>("SELECT 1 FROM `$user` U WHERE %Q LIKE U.home||'/%%'",
-                         "Failed DB Query for user. sq3rc=%s", is_in_home)};
+                         "Failed DB Query for user. sq3rc=%s", &Attribute::is_homeshare);
 
-// The attributes of the four kinds of places, tried in order: the first query that returns a row decides.
+// The attributes of the four kinds of places, tried in order: the first query that returns a row decides. `marks` is what
+// a kind means beside what its query reads.
 int read_folder_attribute(Call &call, const char *path, Attribute &attr)
 {
     attr = {};
     int result = 0;
-    const auto decides = [&](const auto &place) {
+    const auto decides = [&](const auto &place, const Attribute &marks) {
         const Table rows = call.table(place.sql, path);
         if (!rows)
             result = place.failure.raise(
                 call, print(call, "%d:%d (%s)", rows.rc, sqlite3_extended_errcode(call.db()), rows.error()));
-        else if (!rows.empty())
-            fill(call, attr, place.columns, *rows.begin());
-        return result != 0 || !rows.empty();
+        if (!rows || rows.empty())
+            return result != 0;
+        attr = marks;
+        fill(call, attr, place.columns, *rows.begin());
+        return true;
     };
-    std::apply([&](const auto &...place) { static_cast<void>((... || decides(place))); }, places);
+    constexpr Attribute itself{0, 0, nullptr, 0, 0};
+    constexpr Attribute below{0, 0, nullptr, 0, 1};
+    constexpr Attribute home_itself{1, 0, nullptr, 0, 0};
+    const Attribute below_home{0, 0, empty_str, 0, 1};
+    static_cast<void>(decides(shared_folder, itself) || decides(folder_in_share, below) ||
+                      decides(home, home_itself) || decides(folder_in_home, below_home));
     return result;
 }
 
