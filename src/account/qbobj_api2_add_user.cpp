@@ -138,7 +138,7 @@ Number _get_next_available_uid(Call &call)
 {
         Number uid = call.ask_number("SELECT next_uid FROM account_default");
     if (uid)
-        uid = find_first_gap(sql, uid.value);
+        uid = find_first_gap(call, uid.value);
     if (!uid || !is_local_uid(uid.value))
         uid.value = -1;
     else
@@ -190,7 +190,7 @@ int insert_quotas(Call &call, const qbobj_User_t &user)
 
 int insert_home_folder(Call &call, const qbobj_User_t &user)
 {
-        if (const qbobj_UserHomeFolderSettings_t *settings = user.HomeFolderSettings; settings != nullptr) {
+    if (const qbobj_UserHomeFolderSettings_t *settings = user.HomeFolderSettings; settings != nullptr) {
         const Status inserted = call.run(
             R"(INSERT INTO `$home_folder` (user_id,snapshot_protection_enabled,quota,visible_snapdir)
             VALUES (%d,%d,%lu,%Q))",
@@ -284,7 +284,7 @@ int add_listed_user(Call &call, qbobj_User_t &user, int &group_id)
 {
     if (const int rc = find_primary_group(call, user, group_id); rc != 0)
         return rc;
-        const Number uid = call.ask_number(R"(SELECT IFNULL(MAX(U.id)+1,100) FROM `$user` U
+    const Number uid = call.ask_number(R"(SELECT IFNULL(MAX(U.id)+1,100) FROM `$user` U
         WHERE U.is_privileged=0 AND U.rid IS NULL AND U.id<32767)");
     if (!uid)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for user. %s", uid.error());
@@ -345,7 +345,7 @@ class Import
 {
   public:
     Import(Call &call, qbobj_User_t *&users_end, qbobj_Group_t *&groups_end)
-        : env_(call), users_(users_end), groups_(groups_end)
+        : call_(call), users_(users_end), groups_(groups_end)
     {
     }
     void knows(const qbobj_UserCollection_t &users)
@@ -359,9 +359,9 @@ class Import
     int add(const UserListEntry &entry);
 
   private:
-    const char *keep(const char *text) const { return copy_text(env_->qbdb->pool, text); }
+    const char *keep(const char *text) const { return copy_text(call_.pool(), text); }
 
-    qbobj_env_t *env_;
+    Call &call_;
     Tail<qbobj_User_t> users_;
     Tail<qbobj_Group_t> groups_;
     Names user_names_;
@@ -374,25 +374,25 @@ int Import::add(const UserListEntry &entry)
     const char *group_name = nullptr;
     const char *email = nullptr;
     const char *passwd = entry.password;
-    int rc = check_user_name(env_, entry.user_name, user_name);
+    int rc = check_user_name(call_, entry.user_name, user_name);
     if (rc == 0)
-        rc = check_new_group_name(env_, entry.group_name, group_name);
+        rc = check_new_group_name(call_, entry.group_name, group_name);
     if (rc == 0)
-        rc = check_email(env_, entry.email, email);
+        rc = check_email(call_, entry.email, email);
     if (rc == 0 && !entry.encoded)
-        rc = encode_password(env_, entry.password, passwd);
+        rc = encode_password(call_, entry.password, passwd);
     if (rc != 0)
         return rc;
 
     const int duplicate = check_user_group_duplicate(user_name, group_name, user_names_, group_names_);
     if (duplicate < 0)
-        return raise(env_, QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS, "User (%s) already exists.", user_name);
+        return raise(call_, QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS, "User (%s) already exists.", user_name);
     if (duplicate > 0) {
-        qbobj_Group_t &group = groups_.append(env_);
+        qbobj_Group_t &group = groups_.append(call_.pool());
         group.GroupName = keep(group_name);
         group_names_.insert(group.GroupName);
     }
-    qbobj_User_t &user = users_.append(env_);
+    qbobj_User_t &user = users_.append(call_.pool());
     user.UserName = keep(user_name);
     user.GroupName = keep(group_name);
     user.Email = keep(email);
@@ -432,7 +432,7 @@ int x_qbobj_addUserList(Call &call, qbobj_User_t *user)
     return add_each(call, user, add_listed_user);
 }
 
-int x_qbobj_checkUserList(Call &call, sqlite3 *, qbobj_UserCollection_t *user_collection,
+int x_qbobj_checkUserList(Call &call, qbobj_UserCollection_t *user_collection,
                           qbobj_GroupCollection_t *group_collection,
                           qbobj_UserCollection_t *user_collection_bak,
                           qbobj_GroupCollection_t *group_collection_bak)

@@ -27,7 +27,7 @@ int delete_group(Call &call, qbobj_Group_t &group)
     if (qbobj_validate_db_groupid(call, id) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%d). Not exist.", id);
 
-        const Number has_users = call.ask_number("SELECT EXISTS(SELECT * FROM `$user` U WHERE U.group_id=%d)", id);
+    const Number has_users = call.ask_number("SELECT EXISTS(SELECT * FROM `$user` U WHERE U.group_id=%d)", id);
     if (!has_users)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT user'. %s", has_users.error());
     if (has_users.value != 0)

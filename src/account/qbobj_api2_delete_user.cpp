@@ -43,10 +43,10 @@ int remove_rows(Call &call, std::span<const Removal> removals, int user_id)
 
 int _delete_user_core(Call &call, int user_id)
 {
-        if (const int rc = remove_rows(call, settings_of_user, user_id); rc != 0)
+    if (const int rc = remove_rows(call, settings_of_user, user_id); rc != 0)
         return rc;
 
-    const Number unused = timemachine_is_unused(sql);
+    const Number unused = timemachine_is_unused(call);
     if (!unused)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for $timemachine_quota. %s", unused.error());
     if (unused.value != 0) {
@@ -72,7 +72,7 @@ int _is_ok_to_delete_user(Call &call, int user_id, const char *&delete_home,
                           const char *&user_name)
 {
     StoredUser stored{};
-    if (read_stored_user(call, call, user_id, stored) != 0)
+    if (read_stored_user(call, user_id, stored) != 0)
         return -1;
     delete_home = stored.home;
     user_name = stored.name;

@@ -128,7 +128,7 @@ int x_qbobj_getGroupCollection(Call &call, qbobj_GroupCollection_t *collection,
     collection->Entries = matching.value;
     Tail<qbobj_Group_t> tail(collection->Group);
     for (const Row row : rows)
-        if (const int failed = fill_group(call, row, tail.append(call)); failed != 0)
+        if (const int failed = fill_group(call, row, tail.append(call.pool())); failed != 0)
             return failed;
     return 0;
 }
@@ -216,7 +216,7 @@ int x_qbobj_getPosixGID(Call &call, const char *gname)
     return call.directory().ads ? posix_groups.of_domain_name(call, gname) : -1;
 }
 
-int x_qbobj_getPosixGIDbyGID(Call &call, sqlite3 *, int gid)
+int x_qbobj_getPosixGIDbyGID(Call &call, int gid)
 {
     return posix_groups.of_id(call, gid);
 }

@@ -38,7 +38,7 @@ constexpr auto password(bool as_stored)
         if (is_empty(cell))
             user.Password = empty_str;
         else
-            user.Password = as_stored ? copy_text(call.pool(), cell) : masked_password;
+            user.Password = as_stored ? copy_text(env.qbdb->pool, cell) : masked_password;
     };
 }
 
@@ -46,7 +46,7 @@ constexpr auto password(bool as_stored)
 // no name here.
 constexpr auto group_name_if_missing = [](const qbobj_env_t &env, qbobj_User_t &user, const char *cell) {
     if (user.GroupName == nullptr)
-        user.GroupName = qbdb_util_get_domain_gname_by_gid(call.qbdb(), to_int(cell));
+        user.GroupName = qbdb_util_get_domain_gname_by_gid(env.qbdb, to_int(cell));
 };
 
 constexpr auto user_columns = std::tuple{
@@ -127,7 +127,7 @@ int read_listed_users(Call &call, const Table &rows, bool stored_password,
         fill(call, listed, columns, row);
         if (existing_homes_only && !is_folder(call, listed.HomeDirectory))
             continue;
-        qbobj_User_t &user = tail.append(call) = listed;
+        qbobj_User_t &user = tail.append(call.pool(), listed);
         user.resource_id = user.UserId;
         if (const int failed = read_details(call, user); failed != 0)
             return failed;
@@ -164,7 +164,7 @@ int read_user(Call &call, const Directory &directory, qbobj_User_t &user)
 // The id of the user of a name, which in directory mode is a directory user or a privileged local one.
 int find_user(Call &call, bool ads, const char *uname, int *uid)
 {
-        if (uname == nullptr)
+    if (uname == nullptr)
         return found_id(call.ask_text("SELECT U.id FROM `$user` U WHERE U.uname='guest' AND U.rid IS NULL"), uid);
     return found_id(
         call.ask_text("SELECT U.id FROM `$user` U WHERE U.uname=%Q AND (U.rid IS %sNULL OR U.is_privileged=1)",
@@ -273,7 +273,7 @@ int x_qbobj_getUserCollection(Call &call, qbobj_UserCollection_t *collection,
 
     collection->TotalEntries = total.value;
     collection->Entries = matching.value;
-    qbdb_hf_stats_import(call.qbdb(), db);
+    qbdb_hf_stats_import(call.qbdb(), call.db());
     return read_listed_users(call, rows, encrypt_flag != 0, option == "HF_EXISTS", collection->User);
 }
 
@@ -386,7 +386,7 @@ int x_qbobj_getPosixUID(Call &call, const char *uname)
     return ads ? posix_users.of_domain_name(call, uname) : -1;
 }
 
-int x_qbobj_getPosixUIDbyUID(Call &call, sqlite3 *, int uid)
+int x_qbobj_getPosixUIDbyUID(Call &call, int uid)
 {
     return posix_users.of_id(call, uid);
 }

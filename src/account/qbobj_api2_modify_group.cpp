@@ -18,7 +18,7 @@ int rename_group(Call &call, int id, const char *given, const char *&old_name)
         return raise(call, QBOBJ_ERROR_UI__GROUPNAME_ALREADY_EXISTS,
                      "Cannot rename to group which already exists (%s).", name);
 
-        const Text other = call.ask_text("SELECT G.gname FROM `$group` G WHERE G.id=%d AND G.gname<>%Q", id, name);
+    const Text other = call.ask_text("SELECT G.gname FROM `$group` G WHERE G.id=%d AND G.gname<>%Q", id, name);
     if (!other)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT group'. %s", other.error());
     old_name = other.value;
@@ -35,7 +35,7 @@ int rename_group(Call &call, int id, const char *given, const char *&old_name)
 // Sets the group's quota on one share; a limit of 0 takes it away. The messages name the users' table.
 int set_group_quota(Call &call, int id, const qbobj_Quota_t &quota)
 {
-        if (quota.HardMB == 0) {
+    if (quota.HardMB == 0) {
         const Status removed = call.run("DELETE FROM group_quota WHERE group_id=%d "
                                         "AND share_id=(SELECT S.id FROM share S WHERE S.zfs_name=%Q)",
                                         id, quota.ShareId);

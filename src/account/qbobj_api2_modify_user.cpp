@@ -68,7 +68,7 @@ int change_name(Call &call, const Directory &directory, const qbobj_User_t &user
 {
     if (user.UserName == nullptr)
         return 0;
-        StoredUser stored{};
+    StoredUser stored{};
     const char *name = nullptr;
     int rc = read_stored_user(call, key, stored);
     if (rc == 0)
@@ -202,7 +202,7 @@ int delete_timemachine_quota(Call &call, int key)
     const Status deleted = call.run("DELETE FROM '$timemachine_quota' WHERE user_id=%d", key);
     if (!deleted)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for $timemachine_quota. %s", deleted.error());
-    const Number unused = timemachine_is_unused(sql);
+    const Number unused = timemachine_is_unused(call);
     if (!unused)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for $timemachine_quota. %s", unused.error());
     return unused.value != 0 ? switch_timemachine(call, 0) : 0;
@@ -254,7 +254,7 @@ int modify_user(Call &call, const Directory &directory, qbobj_User_t &user)
     if (qbobj_validate_db_userid(call, key) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%d). Not exist.", key);
 
-        Changes changes(call, Overflow::refuse);
+    Changes changes(call, Overflow::refuse);
     Rename rename;
     int rc = change_name(call, directory, user, key, changes, rename);
     if (rc == 0)
@@ -309,7 +309,7 @@ int x_qbobj_setPrimaryGroupByName(Call &call, const char *UserName,
 // A hash is locked by a '!' in front of it.
 int x_qbobj_disableEnableLocalUserByName(Call &call, int Enable, const char *UserName)
 {
-        const int all = UserName == nullptr ? 1 : 0;
+    const int all = UserName == nullptr ? 1 : 0;
     const Status updated = Enable != 0
                                ? call.run(R"(UPDATE `$user` SET passwd=substr(passwd,2) WHERE (%d OR uname=%Q)
             AND is_privileged=0 AND rid IS NULL AND group_id<>98

@@ -61,7 +61,7 @@ int x_qbobj_setAdminPassword(Call &call, qbobj_AdminPassword_t *passwd)
     const char *encoded = nullptr;
     if (qbobj_validate_password(call, passwd->Password, &encoded) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid Password.");
-        if (const int rc = store_recovery(call, *passwd); rc != 0)
+    if (const int rc = store_recovery(call, *passwd); rc != 0)
         return rc;
 
     // The administrator and the superuser always share one password.
@@ -101,7 +101,7 @@ int x_qbobj_setMyPassword(Call &call, qbobj_MyPassword_t *passwd)
     if (qbobj_validate_db_username(call, passwd->UserName, nullptr, &user_id) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid UserName.");
 
-        const Text stored = call.ask_text("SELECT U.passwd FROM `$user` U WHERE id=%d", user_id);
+    const Text stored = call.ask_text("SELECT U.passwd FROM `$user` U WHERE id=%d", user_id);
     if (!stored)
         return raise(call, QBOBJ_ERROR_DB_MISC, "SQL Query fail. %s", stored.error());
     if (!proves(call, passwd->OldPassword, stored.value))

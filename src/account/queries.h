@@ -77,6 +77,14 @@ inline int key_of(int resource_id, int id)
 inline constexpr auto quota_columns =
     std::tuple{&qbobj_Quota_t::ShareId, &qbobj_Quota_t::HardMB, &qbobj_Quota_t::UsedMB};
 
+template <class Record, class... Columns>
+void append_rows(Call &call, Record *&list, const std::tuple<Columns...> &columns, const Table &rows)
+{
+    Tail<Record> tail(list);
+    for (const Row row : rows)
+        fill(call, tail.append(call.pool()), columns, row);
+}
+
 // The quotas of one account from the rows of (dataset name, limit, usage).
 inline qbobj_Quota_t *quotas_of(Call &call, int account_id, const Table &rows)
 {
