@@ -48,10 +48,10 @@ void fill_entry(const ShareReading &reading, acl_entry_t entry, qbobj_PosixAcl_t
     char *name = nullptr;
     if (tag == ACL_USER) {
         record.Id = static_cast<int>(*static_cast<const uid_t *>(qualifier.get()));
-        x_qbobj_getUserName(reading.env, reading.db, record.Id, &name);
+        x_qbobj_getUserName(reading.call, record.Id, &name);
     } else {
         record.Id = static_cast<int>(*static_cast<const gid_t *>(qualifier.get()));
-        x_qbobj_getGroupName(reading.env, reading.db, record.Id, &name);
+        x_qbobj_getGroupName(reading.call, record.Id, &name);
     }
     record.Name = name;
 }
@@ -71,18 +71,18 @@ bool append_acl(const ShareReading &reading, const AclKind &kind, const char *pa
 {
     const Acl acl(acl_get_file(path, kind.acl_type));
     if (acl == nullptr) {
-        log(reading.env, QBDB_LOG_WARN, "Cannot get %s ACL from %s. errno=%d\n", kind.name, path, errno);
+        log(reading.call, QBDB_LOG_WARN, "Cannot get %s ACL from %s. errno=%d\n", kind.name, path, errno);
         return false;
     }
     acl_entry_t entry = nullptr;
     int found = acl_get_entry(acl.get(), ACL_FIRST_ENTRY, &entry);
     for (; found == 1; found = acl_get_entry(acl.get(), ACL_NEXT_ENTRY, &entry)) {
-        qbobj_PosixAcl_t &record = tail.append(reading.env);
+        qbobj_PosixAcl_t &record = tail.append(reading.call.pool());
         record.Type = kind.type;
         fill_entry(reading, entry, record);
     }
     if (found < 0)
-        log(reading.env, QBDB_LOG_WARN, "Error reading %s acl entry from %s. errno=%d\n", kind.name, path,
+        log(reading.call, QBDB_LOG_WARN, "Error reading %s acl entry from %s. errno=%d\n", kind.name, path,
             errno);
     return found == 0;
 }
@@ -122,23 +122,22 @@ void read_acls(const ShareReading &reading, const char *path, qbobj_FileStat_t &
 
 int read_folder_stat(const ShareReading &reading, const char *path, qbobj_FileStat_t &stat)
 {
-    const char *real_path = path_below_root(reading.env, path);
+    const char *real_path = path_below_root(reading.call, path);
     struct stat status {
     };
     if (::stat(real_path, &status) == 0) {
         stat._PosixMode = static_cast<int>(status.st_mode);
         stat.NonOwnerDelete = (status.st_mode & S_ISVTX) == 0 ? 1 : 0;
 
-        stat.User = create<qbobj_SystemUser_t>(reading.env);
+        stat.User = create<qbobj_SystemUser_t>(reading.call.pool());
         stat.User->resource_id = static_cast<int>(status.st_uid);
-        if (const int rc = read_system_user(reading.env, reading.db, reading.directory, *stat.User); rc != 0)
+        if (const int rc = read_system_user(reading.call, reading.call.directory(), *stat.User); rc != 0)
             return rc;
         stat.UserAccess = access_word(stat._PosixMode >> 6);
 
-        stat.Group = create<qbobj_SystemGroup_t>(reading.env);
+        stat.Group = create<qbobj_SystemGroup_t>(reading.call.pool());
         stat.Group->resource_id = static_cast<int>(status.st_gid);
-        if (const int rc = read_system_group(reading.env, reading.db, reading.directory, *stat.Group);
-            rc != 0)
+        if (const int rc = read_system_group(reading.call, reading.call.directory(), *stat.Group); rc != 0)
             return rc;
         stat.GroupAccess = access_word(stat._PosixMode >> 3);
         stat.EveryoneAccess = access_word(stat._PosixMode);

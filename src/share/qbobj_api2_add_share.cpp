@@ -19,8 +19,7 @@ Number given_or(int is_void, Number value, std::type_identity_t<Number> otherwis
 
 /* ---- The options of the protocols ---------------------------------------------------------------------- */
 
-int insert_option(Call &call, const Directory &directory, qbobj_CifsShareOption_t &option,
-                  int32_t share_id)
+int insert_option(Call &call, const Directory &directory, qbobj_CifsShareOption_t &option, int32_t share_id)
 {
     static constexpr RightNames names{"Cifs->FileCreateGroupRights", "Cifs->FileCreateEveryoneRights",
                                       "Cifs->FolderCreateGroupRights", "Cifs->FolderCreateEveryoneRights"};
@@ -50,12 +49,12 @@ int insert_option(Call &call, const Directory &directory, qbobj_CifsShareOption_
         given_or(option._void_EnableOplocks, option.EnableOplocks, 0), !option.NotAvailable,
         option.EnableDFS);
     if (!inserted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for cifs share_option. %s", inserted.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for cifs share_option. %s",
+                     inserted.error());
     return 0;
 }
 
-int insert_option(Call &call, const Directory &directory, qbobj_AfpShareOption_t &option,
-                  int32_t share_id)
+int insert_option(Call &call, const Directory &directory, qbobj_AfpShareOption_t &option, int32_t share_id)
 {
     // One name stands for both rights of a kind.
     static constexpr RightNames names{"Afp->FileCreateGroupRights", "Afp->FileCreateGroupRights",
@@ -63,7 +62,7 @@ int insert_option(Call &call, const Directory &directory, qbobj_AfpShareOption_t
     const char *access = nullptr;
     if (const int rc = read_access(call, "Afp->DfefaultAccess", option.DefaultAccess, "ReadWrite", access))
         return rc;
-        const int guest = given_or(option._void_AllowGuestAccess, option.AllowGuestAccess, !directory.ads);
+    const int guest = given_or(option._void_AllowGuestAccess, option.AllowGuestAccess, !directory.ads);
     Status inserted;
     if (given_or(option._void_NewFileFolderPermAutoset, option.NewFileFolderPermAutoset, 0) != 0) {
         Rights rights;
@@ -82,23 +81,21 @@ int insert_option(Call &call, const Directory &directory, qbobj_AfpShareOption_t
     return 0;
 }
 
-int insert_option(Call &call, const Directory &, qbobj_NfsShareOption_t &option,
-                  int32_t share_id)
+int insert_option(Call &call, const Directory &, qbobj_NfsShareOption_t &option, int32_t share_id)
 {
     const char *access = nullptr;
     if (const int rc = read_access(call, "Nfs->DfefaultAccess", option.DefaultAccess, "ReadWrite", access))
         return rc;
     // A new share always answers writes when they are on disk, whatever the record says.
-    const Status inserted = call.run(
-        "INSERT INTO nfs_share_option (share_id,available,nfs_access,nfs_sync) VALUES(%d,%d,%Q,1)", share_id,
-        !option.NotAvailable, access);
+    const Status inserted =
+        call.run("INSERT INTO nfs_share_option (share_id,available,nfs_access,nfs_sync) VALUES(%d,%d,%Q,1)",
+                 share_id, !option.NotAvailable, access);
     if (!inserted)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for nfs share_option. %s", inserted.error());
     return 0;
 }
 
-int insert_option(Call &call, const Directory &, qbobj_FtpShareOption_t &option,
-                  int32_t share_id)
+int insert_option(Call &call, const Directory &, qbobj_FtpShareOption_t &option, int32_t share_id)
 {
     static constexpr RightNames names{"Ftp->FileCreateGroupRights", "Ftp->FileCreateGroupRights",
                                       "Ftp->FolderCreateGroupRights", "Ftp->FolderCreateGroupRights"};
@@ -111,16 +108,15 @@ int insert_option(Call &call, const Directory &, qbobj_FtpShareOption_t &option,
     const Status inserted =
         call.run(R"(INSERT INTO ftp_share_option
         (share_id,available,ftp_access,ftp_mask,ftp_create_mask,ftp_directory_mask) VALUES(%d,%d,%Q,%d,%d,%d))",
-                          share_id, !option.NotAvailable, access,
-                          given_or(option._void_NewFileFolderPermAutoset, option.NewFileFolderPermAutoset, 0),
-                          umasks.file(), umasks.folder());
+                 share_id, !option.NotAvailable, access,
+                 given_or(option._void_NewFileFolderPermAutoset, option.NewFileFolderPermAutoset, 0),
+                 umasks.file(), umasks.folder());
     if (!inserted)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for ftp share_option. %s", inserted.error());
     return 0;
 }
 
-int insert_option(Call &call, const Directory &, qbobj_HttpShareOption_t &option,
-                  int32_t share_id)
+int insert_option(Call &call, const Directory &, qbobj_HttpShareOption_t &option, int32_t share_id)
 {
     const char *access = nullptr;
     if (const int rc = read_access(call, "Http->DfefaultAccess", option.DefaultAccess, "ReadWrite", access))
@@ -129,24 +125,22 @@ int insert_option(Call &call, const Directory &, qbobj_HttpShareOption_t &option
         "INSERT INTO http_share_option (share_id,available,http_access,http_webdav) VALUES(%d,%d,%Q,%d)",
         share_id, !option.NotAvailable, access, given_or(option._void_EnableWebDav, option.EnableWebDav, 0));
     if (!inserted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for http share_option. %s", inserted.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for http share_option. %s",
+                     inserted.error());
     return 0;
 }
 
-int insert_option(Call &call, const Directory &, qbobj_RsyncShareOption_t &option,
-                  int32_t share_id)
+int insert_option(Call &call, const Directory &, qbobj_RsyncShareOption_t &option, int32_t share_id)
 {
     return qbobj_api2_addRsyncShareOption(call, &option, share_id);
 }
 
-int insert_option(Call &call, const Directory &, qbobj_DlnaShareOption_t &option,
-                  int32_t share_id)
+int insert_option(Call &call, const Directory &, qbobj_DlnaShareOption_t &option, int32_t share_id)
 {
     return qbobj_api2_addDlnaShareOption(call, &option, share_id);
 }
 
-int insert_option(Call &call, const Directory &, qbobj_DaapShareOption_t &option,
-                  int32_t share_id)
+int insert_option(Call &call, const Directory &, qbobj_DaapShareOption_t &option, int32_t share_id)
 {
     return qbobj_api2_addDaapShareOption(call, &option, share_id);
 }
@@ -158,7 +152,7 @@ int add_option(Call &call, const Directory &directory, Option *option, int32_t s
         return 0;
     if (const int rc = insert_option(call, directory, *option, share_id))
         return rc;
-    if (const int rc = write_lists(call, directory, *option, share_id))
+    if (const int rc = write_lists(call, *option, share_id))
         return rc;
     refresh_service<Option>(call);
     return 0;
@@ -166,8 +160,7 @@ int add_option(Call &call, const Directory &directory, Option *option, int32_t s
 
 // In the order given; the first failure ends it.
 template <class... Options>
-int add_options(Call &call, const Directory &directory, int32_t share_id,
-                Options *...options)
+int add_options(Call &call, const Directory &directory, int32_t share_id, Options *...options)
 {
     int rc = 0;
     static_cast<void>((... || ((rc = add_option(call, directory, options, share_id)) != 0)));
@@ -237,10 +230,10 @@ int raise_insert_failed(Call &call, const Status &inserted)
     return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT INTO share'. %s", inserted.error());
 }
 
-int insert_share(Call &call, const qbobj_Share_t &share, const char *type,
-                 const char *volume_id, const Ownership &owned, int32_t &share_id)
+int insert_share(Call &call, const qbobj_Share_t &share, const char *type, const char *volume_id,
+                 const Ownership &owned, int32_t &share_id)
 {
-        const char *snapdir = share.VisibleSnapshot != 0 ? share.VisibleSnapFolder : nullptr;
+    const char *snapdir = share.VisibleSnapshot != 0 ? share.VisibleSnapFolder : nullptr;
     Status inserted;
     if (!is_empty(share.Path)) {
         const char *zfs_name = *share.Path == '/' ? share.Path + 1 : share.Path;
@@ -266,10 +259,9 @@ int insert_share(Call &call, const qbobj_Share_t &share, const char *type,
 }
 
 // Sizes that the record leaves out are stored as 0, which is no limit.
-int insert_attributes(Call &call, const qbobj_Share_t &share, const char *volume_id,
-                      int32_t share_id)
+int insert_attributes(Call &call, const qbobj_Share_t &share, const char *volume_id, int32_t share_id)
 {
-        const Text free_kb =
+    const Text free_kb =
         call.ask_text("SELECT V.blk_free FROM share S LEFT JOIN _volume V ON V.id=%Q LIMIT 1", volume_id);
     if (!free_kb)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", free_kb.error());
@@ -296,10 +288,11 @@ int insert_zvol(Call &call, const qbobj_ZvolShareOption_t *zvol, int32_t share_i
     if (zvol == nullptr)
         return 0;
     const Status inserted =
-        call.run("INSERT INTO zvol_share_option (share_id,kb_size,is_sparse) VALUES(%d,%llu,%d)",
-                          share_id, zvol->SizeKB, zvol->IsSparse);
+        call.run("INSERT INTO zvol_share_option (share_id,kb_size,is_sparse) VALUES(%d,%llu,%d)", share_id,
+                 zvol->SizeKB, zvol->IsSparse);
     if (!inserted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for zvol share_option. %s", inserted.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for zvol share_option. %s",
+                     inserted.error());
     return 0;
 }
 
@@ -307,7 +300,7 @@ int insert_used_by(Call &call, qbobj_UsedBy_t *used_by, int32_t share_id)
 {
     if (used_by == nullptr)
         return 0;
-        const Status removed = call.run("DELETE FROM `$application_on_share` WHERE zfs_name="
+    const Status removed = call.run("DELETE FROM `$application_on_share` WHERE zfs_name="
                                     "(SELECT S.zfs_name FROM share S WHERE S.id=%d)",
                                     share_id);
     if (!removed)
@@ -392,8 +385,7 @@ int add_share(Call &call, const Directory &directory, qbobj_Share_t &share)
     if (const int rc = insert_used_by(call, share.UsedBy, share_id))
         return rc;
     if (const int rc = insert_schedule(
-            call, share.SnapshotSchedule == nullptr ? default_schedule : *share.SnapshotSchedule,
-            share_id))
+            call, share.SnapshotSchedule == nullptr ? default_schedule : *share.SnapshotSchedule, share_id))
         return rc;
     share.resource_id = share.ShareId = print(call, "%s/%s", volume_id, share.ShareName);
     return 0;
@@ -411,8 +403,7 @@ int x_qbobj_addShare(Call &call, qbobj_Share_t *share)
     return 0;
 }
 
-int qbobj_api2_addDlnaShareOption(Call &call, qbobj_DlnaShareOption_t *option,
-                                  int32_t share_id)
+int qbobj_api2_addDlnaShareOption(Call &call, qbobj_DlnaShareOption_t *option, int32_t share_id)
 {
     const char *access = nullptr; // only checked: media players never write
     if (const int rc = read_access(call, "Dlna->DefaultAccess", option->DefaultAccess, "ReadOnly", access))
@@ -421,28 +412,26 @@ int qbobj_api2_addDlnaShareOption(Call &call, qbobj_DlnaShareOption_t *option,
     if (qbobj_validate_media_type(option->MediaType, "All", &media_type) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid Dlna->MediaType (%s).", option->MediaType);
     const Status inserted = call.run("INSERT INTO dlna_share_option "
-                                                "(share_id,available,access,media_type) "
-                                                "VALUES(%d,%d,'readonly',%d)",
-                                                share_id, !option->NotAvailable, media_type);
+                                     "(share_id,available,access,media_type) "
+                                     "VALUES(%d,%d,'readonly',%d)",
+                                     share_id, !option->NotAvailable, media_type);
     if (!inserted)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT INTO dlna_share_option'. %s",
                      inserted.error());
     return 0;
 }
 
-int qbobj_api2_addDaapShareOption(Call &call, qbobj_DaapShareOption_t *option,
-                                  int32_t share_id)
+int qbobj_api2_addDaapShareOption(Call &call, qbobj_DaapShareOption_t *option, int32_t share_id)
 {
-    const Status inserted = call.run(
-        "INSERT INTO daap_share_option (share_id,available) VALUES(%d,%d)", share_id, !option->NotAvailable);
+    const Status inserted = call.run("INSERT INTO daap_share_option (share_id,available) VALUES(%d,%d)",
+                                     share_id, !option->NotAvailable);
     if (!inserted)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT INTO daap_share_option'. %s",
                      inserted.error());
     return 0;
 }
 
-int qbobj_api2_addRsyncShareOption(Call &call, qbobj_RsyncShareOption_t *option,
-                                   int32_t share_id)
+int qbobj_api2_addRsyncShareOption(Call &call, qbobj_RsyncShareOption_t *option, int32_t share_id)
 {
     const char *access = nullptr;
     if (const int rc = read_access(call, "Rsync->DefaultAccess", option->DefaultAccess, "ReadWrite", access))
@@ -452,9 +441,9 @@ int qbobj_api2_addRsyncShareOption(Call &call, qbobj_RsyncShareOption_t *option,
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid Rsync->PasswordProtection (%s).",
                      option->PasswordProtection);
     const Status inserted = call.run("INSERT INTO rsync_share_option "
-                                                "(share_id,available,rsync_access,passwordprotection) "
-                                                "VALUES(%d,%d,%Q,%Q)",
-                                                share_id, !option->NotAvailable, access, protection);
+                                     "(share_id,available,rsync_access,passwordprotection) "
+                                     "VALUES(%d,%d,%Q,%Q)",
+                                     share_id, !option->NotAvailable, access, protection);
     if (!inserted)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT INTO rsync_share_option'. %s",
                      inserted.error());

@@ -18,8 +18,7 @@ namespace
 enum default_access_t : int { _ACC_NO = 0, _ACC_RO = 1, _ACC_RW = 2 };
 
 // A share without an option row allows nothing.
-int read_default_access(Call &call, int32_t share_id, const char *proto,
-                        default_access_t &access)
+int read_default_access(Call &call, int32_t share_id, const char *proto, default_access_t &access)
 {
     const Number stored = call.ask_number(
         R"(SELECT CASE WHEN O.%s_access='writeable' THEN %d WHEN O.%s_access='readonly' THEN %d ELSE %d END
@@ -52,9 +51,9 @@ bool is_always_listed(Call &call, int user_id)
 {
     const Number member = call.ask_number(R"(SELECT DISTINCT 1 FROM `$user` u, `$group` g
         WHERE u.group_id = g.id AND (g.gname = 'sky-port' OR g.gname = 'admin') AND u.id = %d)",
-                                            user_id);
+                                          user_id);
     if (!member)
-        log(call, QBDB_LOG_ERROR, "ERROR:%s:%d Failed DB Query error: %s", here().unit, here().line,
+        log(call, QBDB_LOG_ERROR, "ERROR:%s:%d Failed DB Query error: %s", here().unit.data(), here().line,
             member.error());
     return member.found != 0;
 }
@@ -69,7 +68,7 @@ struct AccountList<qbobj_UserAcl_t> {
     static constexpr auto id = &qbobj_SystemUser_t::UserId;
     static constexpr auto name = &qbobj_SystemUser_t::UserName;
     static constexpr auto id_of_name = qbdb_util_get_posix_uid_by_name;
-    static constexpr auto is_always_listed = ::is_always_listed;
+    static constexpr auto is_always_listed = qbobj::is_always_listed;
 
     static constexpr Statement<int, const char *> remove =
         "DELETE FROM `user_acl` WHERE share_id=%d AND proto=%Q";
@@ -131,11 +130,10 @@ int find_account(Call &call, Entry &entry, const Directory &directory, int &id)
 }
 
 template <class Entry>
-int replace_accounts(Call &call, Entry *acl, int32_t share_id, const char *proto,
-                     const Directory &directory)
+int replace_accounts(Call &call, Entry *acl, int32_t share_id, const char *proto, const Directory &directory)
 {
     using List = AccountList<Entry>;
-        const Status removed = call.run(List::remove, share_id, proto);
+    const Status removed = call.run(List::remove, share_id, proto);
     if (!removed)
         return raise(call, QBOBJ_ERROR_DB_MISC, List::remove_failed, List::remove_word(proto),
                      removed.error());
@@ -166,9 +164,9 @@ int replace_accounts(Call &call, Entry *acl, int32_t share_id, const char *proto
 // A host that is known by its id, perhaps with its name as a proof.
 int check_host(Call &call, int id, const char *name)
 {
-        const Number count = name == nullptr
-                            ? call.ask_number("SELECT COUNT(*) FROM `host` WHERE id=%d", id)
-                            : call.ask_number("SELECT COUNT(*) FROM `host` WHERE id=%d AND name=%Q", id, name);
+    const Number count =
+        name == nullptr ? call.ask_number("SELECT COUNT(*) FROM `host` WHERE id=%d", id)
+                        : call.ask_number("SELECT COUNT(*) FROM `host` WHERE id=%d AND name=%Q", id, name);
     if (!count)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed SQL 'SELECT host'. %s", count.error());
     if (count.value != 1)
@@ -183,7 +181,7 @@ int remember_host(Call &call, const char *name, int &id)
     const char *canonical = nullptr;
     if (name == nullptr || qbobj_validate_host_or_net(call.pool(), name, &canonical) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid HostName or Network specified (%s).", name);
-        const Status inserted = call.run("INSERT OR IGNORE INTO `host` (name) VALUES(%Q)", canonical);
+    const Status inserted = call.run("INSERT OR IGNORE INTO `host` (name) VALUES(%Q)", canonical);
     if (!inserted)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed SQL 'INSERT host'. %s", inserted.error());
     const Number found = call.ask_number("SELECT id FROM `host` WHERE name=%Q", canonical);
@@ -235,9 +233,9 @@ int add_host(Call &call, const qbobj_HostAcl_t &entry, int32_t share_id, const c
     if (!rights)
         return 0;
     const Status inserted = call.run("INSERT OR REPLACE INTO `host_acl` "
-                                              "(share_id,host_id,proto,read,write,root) "
-                                              "VALUES(%d,%d,%Q,%d,%d,%d)",
-                                              share_id, id, proto, rights->read, rights->write, rights->root);
+                                     "(share_id,host_id,proto,read,write,root) "
+                                     "VALUES(%d,%d,%Q,%d,%d,%d)",
+                                     share_id, id, proto, rights->read, rights->write, rights->root);
     if (!inserted)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for %s 'INSERT host_acl'. %s", proto,
                      inserted.error());
@@ -248,8 +246,8 @@ int add_host(Call &call, const qbobj_HostAcl_t &entry, int32_t share_id, const c
 
 int remove_login(Call &call, int32_t share_id, const char *user)
 {
-    const Status removed = call.run(
-        "DELETE FROM `rsync_user_password_acl` WHERE share_id=%d AND user=%Q", share_id, user);
+    const Status removed =
+        call.run("DELETE FROM `rsync_user_password_acl` WHERE share_id=%d AND user=%Q", share_id, user);
     if (!removed)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE rsync_user_password_acl'. %s",
                      removed.error());
@@ -264,8 +262,8 @@ int store_login(Call &call, int32_t share_id, const qbobj_UserPasswordAcl_t &ent
     if (const int rc = remove_login(call, share_id, entry.UserName))
         return rc;
     const Status inserted =
-        call.run("INSERT INTO `rsync_user_password_acl` (share_id,user,password) VALUES(%d,%Q,%Q)",
-                          share_id, entry.UserName, entry.Password);
+        call.run("INSERT INTO `rsync_user_password_acl` (share_id,user,password) VALUES(%d,%Q,%Q)", share_id,
+                 entry.UserName, entry.Password);
     if (!inserted)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT rsync_user_password_acl'. %s",
                      inserted.error());
@@ -274,11 +272,9 @@ int store_login(Call &call, int32_t share_id, const qbobj_UserPasswordAcl_t &ent
 
 } // namespace
 
-int qbobj_api2_addHostAcl(Call &call, qbobj_HostAcl_t *acl, int32_t share_id,
-                          const char *proto)
+int qbobj_api2_addHostAcl(Call &call, qbobj_HostAcl_t *acl, int32_t share_id, const char *proto)
 {
-    const Status removed =
-        call.run("DELETE FROM `host_acl` WHERE share_id=%d AND proto=%Q", share_id, proto);
+    const Status removed = call.run("DELETE FROM `host_acl` WHERE share_id=%d AND proto=%Q", share_id, proto);
     // The word "cifs" stands for every protocol here.
     if (!removed)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for cifs 'DELETE FROM host_acl'. %s",
@@ -293,31 +289,30 @@ int qbobj_api2_addHostAcl(Call &call, qbobj_HostAcl_t *acl, int32_t share_id,
     return 0;
 }
 
-int qbobj_api2_addUserAcl(Call &call, qbobj_UserAcl_t *acl, int32_t share_id,
-                          const char *proto, int ads_mode, int no_sync_ads)
+int qbobj_api2_addUserAcl(Call &call, qbobj_UserAcl_t *acl, int32_t share_id, const char *proto, int ads_mode,
+                          int no_sync_ads)
 {
-    return replace_accounts(call, acl, share_id, proto,
-                            {ads_mode != 0, ads_mode != 0 && no_sync_ads != 0});
+    return replace_accounts(call, acl, share_id, proto, {ads_mode != 0, ads_mode != 0 && no_sync_ads != 0});
 }
 
-int qbobj_api2_addGroupAcl(Call &call, qbobj_GroupAcl_t *acl, int32_t share_id,
-                           const char *proto, int ads_mode, int no_sync_ads)
+int qbobj_api2_addGroupAcl(Call &call, qbobj_GroupAcl_t *acl, int32_t share_id, const char *proto,
+                           int ads_mode, int no_sync_ads)
 {
-    return replace_accounts(call, acl, share_id, proto,
-                            {ads_mode != 0, ads_mode != 0 && no_sync_ads != 0});
+    return replace_accounts(call, acl, share_id, proto, {ads_mode != 0, ads_mode != 0 && no_sync_ads != 0});
 }
 
 int qbobj_api2_addDfolderAcl(Call &call, qbobj_DfolderAcl_t *acl, int32_t share_id)
 {
-        const Status removed = call.run("DELETE FROM `cifs_dfs_option` WHERE share_id=%d", share_id);
+    const Status removed = call.run("DELETE FROM `cifs_dfs_option` WHERE share_id=%d", share_id);
     if (!removed)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE FROM cifs_dfs_option'. %s",
                      removed.error());
     const Table share = call.table("SELECT S.volume_id,S.name FROM share S WHERE S.id=%d", share_id);
     if (!share)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", share.error());
-    const auto [volume, name] = share.empty() ? std::pair<const char *, const char *>()
-                                              : std::pair{share.front()[0], share.front()[1]};
+    const auto [volume, name] =
+        share.empty() ? std::pair<const char *, const char *>()
+                      : std::pair<const char *, const char *>((*share.begin())[0], (*share.begin())[1]);
     for (const qbobj_DfolderAcl_t &link : Chain(acl)) {
         const Status inserted = call.run("INSERT INTO `cifs_dfs_option` "
                                          "(share_id,volume,share,folder,address,remote_share) "
@@ -330,8 +325,7 @@ int qbobj_api2_addDfolderAcl(Call &call, qbobj_DfolderAcl_t *acl, int32_t share_
     return 0;
 }
 
-int qbobj_api2_addUserPasswordAcl(Call &call, qbobj_UserPasswordAcl_t *acl,
-                                  int32_t share_id)
+int qbobj_api2_addUserPasswordAcl(Call &call, qbobj_UserPasswordAcl_t *acl, int32_t share_id)
 {
     if (acl != nullptr && acl->UserName == nullptr)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid UserPasswordAcl->UserName cannot be NULL");

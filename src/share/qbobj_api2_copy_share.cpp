@@ -19,7 +19,7 @@ constexpr const char *copied_tables[] = {
 // Repeats a share's rows of a table for another share, whatever the table's other columns are.
 int _copy_table_row(Call &call, const char *table, int source_id, int new_id)
 {
-        const Status copied = call.run("CREATE TEMPORARY TABLE `_%s` AS SELECT * FROM `%s` WHERE share_id=%d",
+    const Status copied = call.run("CREATE TEMPORARY TABLE `_%s` AS SELECT * FROM `%s` WHERE share_id=%d",
                                    table, table, source_id);
     if (!copied)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'COPY %s'. (%s)", table, copied.error());
@@ -38,8 +38,8 @@ int _copy_table_row(Call &call, const char *table, int source_id, int new_id)
 } // namespace
 
 // Snapshots belong to the data, so `SnapshotName` has nothing to choose here.
-int x_qbobj_copyShare(Call &call, const char *VolumeName, const char *ShareName,
-                      const char *, const char *NewShareName)
+int x_qbobj_copyShare(Call &call, const char *VolumeName, const char *ShareName, const char *,
+                      const char *NewShareName)
 {
     int source_id = 0;
     const char *source = print(call, "%s/%s", VolumeName, ShareName);
@@ -50,10 +50,9 @@ int x_qbobj_copyShare(Call &call, const char *VolumeName, const char *ShareName,
         return raise(call, QBOBJ_ERROR_API_ARGS, "NewShareName %s is not valid.", NewShareName);
     int existing = 0;
     if (qbobj_validate_db_sharename(call, NewShareName, nullptr, &existing) == 0)
-        return raise(call, QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS,
-                     "Sharename specified is already exist.");
+        return raise(call, QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS, "Sharename specified is already exist.");
 
-        const Status inserted = call.run(
+    const Status inserted = call.run(
         R"(INSERT INTO share(zfs_name,type,volume_id,usb_storage_id,name,path,comment,user_access,group_access,
         everyone_access,non_owner_delete,user_id,group_id)
         SELECT %Q||'/'||%Q,type,volume_id,usb_storage_id,%Q,'/'||%Q||'/'||%Q,comment,user_access,group_access,

@@ -18,7 +18,7 @@ struct RemovedShare {
 
 int read_removed_share(Call &call, int share_id, RemovedShare &removed)
 {
-        const Text name = call.ask_text("SELECT S.name FROM share S WHERE S.id=%d", share_id);
+    const Text name = call.ask_text("SELECT S.name FROM share S WHERE S.id=%d", share_id);
     if (!name)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", name.error());
     const Text path = call.ask_text("SELECT S.path FROM share S WHERE S.id=%d", share_id);
@@ -34,7 +34,7 @@ int read_removed_share(Call &call, int share_id, RemovedShare &removed)
 
 int remove_protocol(Call &call, int share_id, const char *proto)
 {
-        const Status users = call.run("DELETE FROM user_acl WHERE share_id=%d AND proto=%Q", share_id, proto);
+    const Status users = call.run("DELETE FROM user_acl WHERE share_id=%d AND proto=%Q", share_id, proto);
     if (!users)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE FROM user_acl'. %s",
                      users.error());
@@ -48,8 +48,8 @@ int remove_protocol(Call &call, int share_id, const char *proto)
                      hosts.error());
     const Status option = call.run("DELETE FROM `%s_share_option` WHERE share_id=%d", proto, share_id);
     if (!option)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE FROM %s_share_option'. %s", proto,
-                     option.error());
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE FROM %s_share_option'. %s",
+                     proto, option.error());
     const Status links = call.run("DELETE FROM cifs_dfs_option WHERE share_id=%d", share_id);
     if (!links)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE FROM cifs_dfs_option'. %s",
@@ -96,8 +96,8 @@ int remove_share(Call &call, int share_id, RemovedShare *removed)
         if (const int rc = remove_protocol(call, share_id, proto))
             return rc;
     }
-        // The only failure that leaves the error record empty; the log has the statement.
-    if (!remove_dependants(sql, share_id))
+    // The only failure that leaves the error record empty; the log has the statement.
+    if (!remove_dependants(call, share_id))
         return QBOBJ_ERROR_UNKNOWN;
     const Status deleted = call.run("DELETE FROM share WHERE id=%d", share_id);
     if (!deleted)
@@ -114,7 +114,7 @@ int delete_share(Call &call, qbobj_Share_t &share)
     if (qbobj_validate_db_zfsname(call, share.resource_id, nullptr, &share_id) != 0 &&
         qbobj_validate_db_zfsname(call, share.ShareId, nullptr, &share_id) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%s).", share.resource_id);
-        const Number nested = call.ask_number(
+    const Number nested = call.ask_number(
         "SELECT 1 FROM share S WHERE S.path LIKE (SELECT path FROM share WHERE id=%d)||'/%%'", share_id);
     if (!nested)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for share. %s", nested.error());
@@ -165,14 +165,12 @@ int x_qbobj_deleteShare(Call &call, qbobj_Share_t *share)
 
 int x_qbobj_deleteShareOnVolume(Call &call, const char *VolumeId)
 {
-    return remove_shares(call,
-                         call.table("SELECT S.id FROM share S WHERE S.volume_id=%Q", VolumeId));
+    return remove_shares(call, call.table("SELECT S.id FROM share S WHERE S.volume_id=%Q", VolumeId));
 }
 
 int x_qbobj_deleteZvol(Call &call, const char *ZfsName)
 {
-    return remove_shares(call,
-                         call.table("SELECT S.id FROM share S WHERE S.zfs_name=%Q", ZfsName));
+    return remove_shares(call, call.table("SELECT S.id FROM share S WHERE S.zfs_name=%Q", ZfsName));
 }
 
 int qbobj_api2_deleteDlnaShareOption(Call &call, int32_t share_id)

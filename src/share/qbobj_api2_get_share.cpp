@@ -62,26 +62,26 @@ constexpr auto share_columns = std::tuple_cat(
           zero(&qbobj_Share_t::AvailableMB), &qbobj_Share_t::UsedMB, zero(&qbobj_Share_t::UsedByChildrenMB),
           &qbobj_Share_t::UsedByDatasetMB, zero(&qbobj_Share_t::UsedByRefReservationMB)),
     std::make_tuple(
-        both(&ShareRow::snapshot_usage, part(&ShareRow::share, zero(&qbobj_Share_t::UsedBySnapshotsMB)))),
+        both(&ShareRow::snapshot_usage, of(&ShareRow::share, zero(&qbobj_Share_t::UsedBySnapshotsMB)))),
     parts(&ShareRow::share, &qbobj_Share_t::CompressRatio,
-          given(&qbobj_Share_t::_void_QuotaMB, &qbobj_Share_t::QuotaMB),
-          given(&qbobj_Share_t::_void_ReserveMB, &qbobj_Share_t::ReserveMB),
-          given(&qbobj_Share_t::_void_RefQuotaMB, &qbobj_Share_t::RefQuotaMB),
-          given(&qbobj_Share_t::_void_RefReserveMB, &qbobj_Share_t::RefReserveMB),
-          given(&qbobj_Share_t::_void_Compression, &qbobj_Share_t::Compression),
-          given(&qbobj_Share_t::_void_Dedup, &qbobj_Share_t::Dedup), &qbobj_Share_t::ShareType,
+          given<&qbobj_Share_t::_void_QuotaMB, &qbobj_Share_t::QuotaMB>,
+          given<&qbobj_Share_t::_void_ReserveMB, &qbobj_Share_t::ReserveMB>,
+          given<&qbobj_Share_t::_void_RefQuotaMB, &qbobj_Share_t::RefQuotaMB>,
+          given<&qbobj_Share_t::_void_RefReserveMB, &qbobj_Share_t::RefReserveMB>,
+          given<&qbobj_Share_t::_void_Compression, &qbobj_Share_t::Compression>,
+          given<&qbobj_Share_t::_void_Dedup, &qbobj_Share_t::Dedup>, &qbobj_Share_t::ShareType,
           both(&qbobj_Share_t::ShareId, &qbobj_Share_t::ZfsName), &qbobj_Share_t::NrContinuousSnapshots,
           &qbobj_Share_t::NrManualSnapshots, &qbobj_Share_t::FirstSnapshotCreatedOn,
           &qbobj_Share_t::LastSnapshotCreatedOn, &qbobj_Share_t::MigrateToVolumeId, &qbobj_Share_t::LogBias,
           &qbobj_Share_t::Origin, both(or_empty(&qbobj_Share_t::VisibleSnapFolder), visible_snapshot),
           &qbobj_Share_t::Sync, &qbobj_Share_t::UpdateTS, &qbobj_Share_t::Busy,
           zero(&qbobj_Share_t::ReferencedMB), &qbobj_Share_t::CloneOf,
-          given(&qbobj_Share_t::_void_BitRotProtection, &qbobj_Share_t::BitRotProtection)));
+          given<&qbobj_Share_t::_void_BitRotProtection, &qbobj_Share_t::BitRotProtection>));
 
 ShareRow read_row(const ShareReading &reading, qbobj_Share_t &share, const Row &row)
 {
     ShareRow read{.share = &share, .id = 0, .snapshot_usage = nullptr};
-    fill(reading.env, read, share_columns, row);
+    fill(reading.call, read, share_columns, row);
     return read;
 }
 
@@ -116,11 +116,10 @@ int raise_failed_read(Call &call, const FailedRead &failed)
 int read_schedule(Call &call, int share_id, qbobj_Schedule_t *&schedule)
 {
     schedule = nullptr;
-    const Table rows =
-        call.table(R"(SELECT SS.enabled,SS.minute,SS.hour,SS.day_of_month,SS.day_of_week,
+    const Table rows = call.table(R"(SELECT SS.enabled,SS.minute,SS.hour,SS.day_of_month,SS.day_of_week,
         SS.month,SS.last_taken,SS.purge_manual_snapshot,SS.last_daily_taken,SS.last_weekly_taken
         FROM snapshot_schedule SS WHERE share_id=%d)",
-                           share_id);
+                                  share_id);
     if (!rows)
         return raise_failed_read(call, {"snapshot_schedule", rows.error()});
     if (!rows.empty()) {
@@ -133,25 +132,25 @@ int read_schedule(Call &call, int share_id, qbobj_Schedule_t *&schedule)
 int read_used_by(const ShareReading &reading, int share_id, qbobj_UsedBy_t *&list)
 {
     list = nullptr;
-    const Table rows = reading.sql().table(R"(SELECT A.app_name,A.app_data FROM `$application_on_share` A
+    const Table rows = reading.call.table(R"(SELECT A.app_name,A.app_data FROM `$application_on_share` A
         WHERE zfs_name=(SELECT S.zfs_name FROM share S WHERE S.id=%d))",
-                                           share_id);
+                                          share_id);
     if (!rows)
-        return raise_failed_read(reading.env, {"$application_on_share", rows.error()});
-    append_rows(reading.env, list, used_by_columns, rows);
+        return raise_failed_read(reading.call, {"$application_on_share", rows.error()});
+    append_rows(reading.call, list, used_by_columns, rows);
     return 0;
 }
 
 int read_clones(const ShareReading &reading, int share_id, qbobj_SnapshotClone_t *&list)
 {
     list = nullptr;
-    const Table rows = reading.sql().table(R"(SELECT id,cloned_zfs_name,parent_snapshot_name,parent_zfs_name
+    const Table rows = reading.call.table(R"(SELECT id,cloned_zfs_name,parent_snapshot_name,parent_zfs_name
         FROM `$snapshot_clones` WHERE parent_zfs_name=(SELECT S.name FROM share S WHERE S.id=%d))",
-                                           share_id);
+                                          share_id);
     if (!rows)
-        return raise(reading.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT FROM snapshot_clones %s",
+        return raise(reading.call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT FROM snapshot_clones %s",
                      rows.error());
-    append_rows(reading.env, list, clone_columns, rows);
+    append_rows(reading.call, list, clone_columns, rows);
     return 0;
 }
 
@@ -169,7 +168,7 @@ constexpr QuotaKind group_quota{"group", "gname", "`$group`", "group_quota"};
 int read_quotas(const ShareReading &reading, int share_id, const QuotaKind &kind, qbobj_Quota_t *&list)
 {
     list = nullptr;
-    const Table rows = reading.sql().table(
+    const Table rows = reading.call.table(
         R"(SELECT Q.%s_id,S.zfs_name,Q.mb_hard,QS.mb_used,A.%s FROM %s_quota Q
         INNER JOIN share S ON S.id=Q.share_id
         LEFT JOIN _%s_quota_stat QS ON QS.share_id=Q.share_id AND QS.%s_id=Q.%s_id
@@ -177,21 +176,21 @@ int read_quotas(const ShareReading &reading, int share_id, const QuotaKind &kind
         kind.word, kind.name_column, kind.word, kind.word, kind.word, kind.word, kind.accounts, kind.word,
         share_id);
     if (!rows)
-        return raise_failed_read(reading.env, {kind.table, rows.error()});
-    append_rows(reading.env, list, quota_columns, rows);
+        return raise_failed_read(reading.call, {kind.table, rows.error()});
+    append_rows(reading.call, list, quota_columns, rows);
     return 0;
 }
 
 // Adds to a record, whose row has been read, everything that other tables and the file system hold.
 int complete_share(const ShareReading &reading, int share_id, qbobj_Share_t &share)
 {
-    share.Stat = create<qbobj_FileStat_t>(reading.env);
+    share.Stat = create<qbobj_FileStat_t>(reading.call.pool());
     if (const int rc = read_folder_stat(reading, share.Path, *share.Stat); rc != 0)
         return rc;
-    if (const int rc = read_schedule(reading.env, reading.db, share_id, share.SnapshotSchedule); rc != 0)
+    if (const int rc = read_schedule(reading.call, share_id, share.SnapshotSchedule); rc != 0)
         return rc;
     if (const FailedRead failed = read_share_options(reading, share_id, share); failed)
-        return raise_failed_read(reading.env, failed);
+        return raise_failed_read(reading.call, failed);
     if (const int rc = read_used_by(reading, share_id, share.UsedBy); rc != 0)
         return rc;
     if (const int rc = read_clones(reading, share_id, share.SnapshotClones); rc != 0)
@@ -214,7 +213,7 @@ ShareReading start_reading(Call &call)
     // A failing query counts as 0.
     const Number anonymous = call.ask_number(
         "SELECT IFNULL(CASE WHEN auth_mode='anonymous' THEN 1 ELSE 0 END, 0) FROM service_ftp LIMIT 1");
-    return {call, call.directory(), anonymous && anonymous.value != 0};
+    return {call, anonymous && anonymous.value != 0};
 }
 
 // Appends one complete record a row.
@@ -222,7 +221,7 @@ int append_shares(const ShareReading &reading, const Table &rows, qbobj_Share_t 
 {
     Tail<qbobj_Share_t> tail(head);
     for (const Row row : rows) {
-        qbobj_Share_t &share = tail.append(reading.env);
+        qbobj_Share_t &share = tail.append(reading.call.pool());
         if (const int rc = read_share(reading, share, row); rc != 0)
             return rc;
         share.resource_id = share.ShareId;
@@ -256,7 +255,7 @@ int x_qbobj_getShareCollection(Call &call, qbobj_ShareCollection_t *collection)
         return raise_missing(call, "collection");
     const ShareReading reading = start_reading(call);
     const Table rows =
-        reading.sql().table("%s WHERE S.type='share' ORDER BY S.name COLLATE NOCASE", share_rows);
+        reading.call.table("%s WHERE S.type='share' ORDER BY S.name COLLATE NOCASE", share_rows);
     if (!rows)
         return raise_failed_read(call, {"share", rows.error()});
     return append_shares(reading, rows, collection->Share);
@@ -267,7 +266,7 @@ int x_qbobj_getShareAndZvolCollection(Call &call, qbobj_ShareCollection_t *colle
     if (collection == nullptr)
         return raise_missing(call, "collection");
     const ShareReading reading = start_reading(call);
-    const Table rows = reading.sql().table(
+    const Table rows = reading.call.table(
         "%s WHERE S.type='share' OR S.type='zvol' ORDER BY S.name COLLATE NOCASE", share_rows);
     if (!rows)
         return raise_failed_read(call, {"share", rows.error()});
@@ -287,12 +286,12 @@ int x_qbobj_getAccessibleShareCollection(Call &call, qbobj_ShareCollection_t *co
 
     const ShareReading reading = start_reading(call);
     const Table rows =
-        reading.sql().table("%s WHERE S.type='share' ORDER BY S.name COLLATE NOCASE", share_rows);
+        reading.call.table("%s WHERE S.type='share' ORDER BY S.name COLLATE NOCASE", share_rows);
     if (!rows)
         return raise_failed_read(call, {"share", rows.error()});
     Tail<qbobj_Share_t> tail(collection->Share);
     for (const Row row : rows) {
-        qbobj_Share_t &share = tail.append(call);
+        qbobj_Share_t &share = tail.append(call.pool());
         qbobj_Share_t read{};
         const ShareRow key = read_row(reading, read, row);
         // Callers see nothing but this of a share that is denied.
@@ -326,8 +325,8 @@ constexpr auto common_protocol = [](const qbobj_env_t &env, qbobj_SimpleShare_t 
     if (cell == nullptr)
         return;
     share.CommonProtocolsCSV = share.CommonProtocolsCSV == empty_str
-                                   ? copy_text(call.pool(), cell)
-                                   : print(call, "%s,%s", share.CommonProtocolsCSV, cell);
+                                   ? copy_text(env.qbdb->pool, cell)
+                                   : print(env, "%s,%s", share.CommonProtocolsCSV, cell);
 };
 
 constexpr auto simple_columns = std::tuple_cat(
@@ -338,13 +337,12 @@ constexpr auto simple_columns = std::tuple_cat(
 
 } // namespace
 
-int x_qbobj_getSimpleShareCollection(Call &call,
-                                     qbobj_SimpleShareCollection_t *collection)
+int x_qbobj_getSimpleShareCollection(Call &call, qbobj_SimpleShareCollection_t *collection)
 {
     if (collection == nullptr)
         return raise_missing(call, "collection");
-    const ShareReading reading{call, {}};
-    const Table rows = reading.sql().table(R"(SELECT S.id,S.zfs_name,S.name,
+    const ShareReading reading{call};
+    const Table rows = reading.call.table(R"(SELECT S.id,S.zfs_name,S.name,
         (SELECT 'cifs' FROM cifs_share_option O WHERE O.share_id=S.id AND O.cifs_access<>'disabled' AND O.available<>0),
         (SELECT 'afp' FROM afp_share_option O WHERE O.share_id=S.id AND O.afp_access<>'disabled' AND O.available<>0),
         (SELECT 'ftp' FROM ftp_share_option O WHERE O.share_id=S.id AND O.ftp_access<>'disabled' AND O.available<>0),
@@ -354,7 +352,7 @@ int x_qbobj_getSimpleShareCollection(Call &call,
         return raise_failed_read(call, {"share", rows.error()});
     Tail<qbobj_SimpleShare_t> tail(collection->SimpleShare);
     for (const Row row : rows) {
-        SimpleRow read{.share = &tail.append(call), .id = 0};
+        SimpleRow read{.share = &tail.append(call.pool()), .id = 0};
         read.share->CommonProtocolsCSV = empty_str;
         fill(call, read, simple_columns, row);
         if (const int rc = read_used_by(reading, read.id, read.share->UsedBy); rc != 0)
@@ -374,7 +372,7 @@ int x_qbobj_getShare(Call &call, qbobj_Share_t *share)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Invalid ShareId=%s.", share->ShareId);
     const ShareReading reading = start_reading(call);
     const Table rows =
-        reading.sql().table("%s WHERE S.id=%d ORDER BY S.name COLLATE NOCASE", share_rows, share_id);
+        reading.call.table("%s WHERE S.id=%d ORDER BY S.name COLLATE NOCASE", share_rows, share_id);
     if (!rows)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", rows.error());
     if (rows.empty())
@@ -385,8 +383,8 @@ int x_qbobj_getShare(Call &call, qbobj_Share_t *share)
     return 0;
 }
 
-int x_qbobj_queryShare(Call &call, const char *VolumeId, const char *ShareNameLike,
-                       const char *ShareId, qbobj_Share_t **shares)
+int x_qbobj_queryShare(Call &call, const char *VolumeId, const char *ShareNameLike, const char *ShareId,
+                       qbobj_Share_t **shares)
 {
     require(shares != nullptr, "shares", __func__);
     SetList<512> where(call, Overflow::refuse, " AND ");
@@ -401,15 +399,14 @@ int x_qbobj_queryShare(Call &call, const char *VolumeId, const char *ShareNameLi
                      where.refused());
 
     const ShareReading reading = start_reading(call);
-    const Table rows = where.empty() ? reading.sql().table("%s", share_rows)
-                                     : reading.sql().table("%s WHERE %s", share_rows, where.text());
+    const Table rows = where.empty() ? reading.call.table("%s", share_rows)
+                                     : reading.call.table("%s WHERE %s", share_rows, where.text());
     if (!rows)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", rows.error());
     return append_shares(reading, rows, *shares);
 }
 
-int x_qbobj_getShareSnapshotSchedule(Call &call, const char *share_name,
-                                     qbobj_Schedule_t **snapshot_schedule)
+int x_qbobj_getShareSnapshotSchedule(Call &call, const char *share_name, qbobj_Schedule_t **snapshot_schedule)
 {
     if (snapshot_schedule == nullptr)
         return raise_missing(call, "snapshot_schedule");
@@ -463,8 +460,7 @@ int answer(Call &call, const char *access, char **result)
 
 } // namespace
 
-int x_qbobj_getShareAccess(Call &call, const char *ShareName, const char *UserName,
-                           char **Access)
+int x_qbobj_getShareAccess(Call &call, const char *ShareName, const char *UserName, char **Access)
 {
     if (Access == nullptr)
         return raise_missing(call, "Access");
@@ -472,8 +468,7 @@ int x_qbobj_getShareAccess(Call &call, const char *ShareName, const char *UserNa
     return answer(call, cifs_access(call, share_id, UserName), Access);
 }
 
-int x_qbobj_getPathAccess(Call &call, const char *Path, const char *UserName,
-                          char **Access)
+int x_qbobj_getPathAccess(Call &call, const char *Path, const char *UserName, char **Access)
 {
     if (Access == nullptr)
         return raise_missing(call, "Access");

@@ -24,7 +24,8 @@ int x_qbobj_preMigrateShare(Call &call, const char *ShareId, const char *VolumeI
         return raise(call, QBOBJ_ERROR_API_ARGS, "ShareId cannot be NULL.");
     if (VolumeId == nullptr)
         return raise(call, QBOBJ_ERROR_API_ARGS, "VolumeId cannot be NULL.");
-        const Number pending = call.ask_number("SELECT COUNT(*) FROM share S WHERE S.migrate_to_volume_id IS NOT NULL");
+    const Number pending =
+        call.ask_number("SELECT COUNT(*) FROM share S WHERE S.migrate_to_volume_id IS NOT NULL");
     if (!pending)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'SELECT FROM share'. (%s)", pending.error());
     if (pending.value > 0)
@@ -40,9 +41,9 @@ int x_qbobj_preMigrateShare(Call &call, const char *ShareId, const char *VolumeI
 
 int x_qbobj_postMigrateShare(Call &call, const char *ShareId, int Commit, char **NewPath)
 {
-        if (NewPath != nullptr) {
-        const Text path =
-            call.ask_text("SELECT '/'||migrate_to_volume_id||'/'||name FROM share S WHERE zfs_name=%Q", ShareId);
+    if (NewPath != nullptr) {
+        const Text path = call.ask_text(
+            "SELECT '/'||migrate_to_volume_id||'/'||name FROM share S WHERE zfs_name=%Q", ShareId);
         if (!path)
             return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'SELECT share'.");
         *NewPath = path.value;

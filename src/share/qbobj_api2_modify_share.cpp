@@ -29,8 +29,6 @@ constexpr auto stored_columns = std::tuple{&StoredShare::name, &StoredShare::pat
 
 struct Change {
     Call &call;
-    sqlite3 *db;
-    const Directory &directory;
     qbobj_Share_t &share;
     int32_t share_id = 0;
     StoredShare stored{};
@@ -38,23 +36,24 @@ struct Change {
     const char *new_path = nullptr;
     const char *new_zfs_name = nullptr;
 
-    Sql sql() const { return {call}; }
     const char *zfs_name() const { return new_zfs_name != nullptr ? new_zfs_name : stored.zfs_name; }
 };
 
 int read_stored(Change &change)
 {
-    if (qbobj_validate_db_zfsname(change.env, change.db, change.share.resource_id, nullptr,
-                                  &change.share_id) != 0)
-        return raise(change.env, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%s).", change.share.resource_id);
-    const Table rows = change.sql().table("SELECT S.name,S.path,S.zfs_name,IFNULL(S.visible_snapdir,'')<>'' "
-                                          "FROM share S WHERE S.id=%d",
-                                          change.share_id);
+    if (qbobj_validate_db_zfsname(change.call, change.share.resource_id, nullptr, &change.share_id) != 0)
+        return raise(change.call, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%s).",
+                     change.share.resource_id);
+    const Table rows = change.call.table("SELECT S.name,S.path,S.zfs_name,IFNULL(S.visible_snapdir,'')<>'' "
+                                         "FROM share S WHERE S.id=%d",
+                                         change.share_id);
     if (!rows)
-        return raise(change.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", rows.error());
+        return raise(change.call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s",
+                     rows.error());
     if (rows.empty())
-        return raise(change.env, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%s).", change.share.resource_id);
-    fill(change.env, change.stored, stored_columns, *rows.begin());
+        return raise(change.call, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%s).",
+                     change.share.resource_id);
+    fill(change.call, change.stored, stored_columns, *rows.begin());
     return 0;
 }
 
@@ -63,16 +62,16 @@ int read_stored(Change &change)
 int check_rename(const Change &change)
 {
     const char *name = change.share.ShareName;
-    if (const int rc = check_share_name(change.env, name))
+    if (const int rc = check_share_name(change.call, name))
         return rc;
     int existing = 0;
-    if (qbobj_validate_db_sharename(change.env, change.db, name, nullptr, &existing) == 0 &&
+    if (qbobj_validate_db_sharename(change.call, name, nullptr, &existing) == 0 &&
         existing != change.share_id)
-        return raise(change.env, QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS,
+        return raise(change.call, QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS,
                      "Cannot rename to the name which already exist.");
     if (qbobj_validate_protected_sharename(change.stored.name) == 0 ||
         qbobj_validate_protected_sharename(name) == 0)
-        return raise(change.env, QBOBJ_ERROR_UI__SHARE_CANNOT_RENAME,
+        return raise(change.call, QBOBJ_ERROR_UI__SHARE_CANNOT_RENAME,
                      "Cannot rename to/from reserved share name");
     return 0;
 }
@@ -85,13 +84,15 @@ int collect_rename(Change &change, Pairs &set)
         return 0;
     if (const int rc = check_rename(change))
         return rc;
-    const Text path = change.sql().ask_text("SELECT '/'||V.lv_name||'/'||%Q FROM share S LEFT JOIN _volume V ON "
-                                        "V.id=S.volume_id WHERE S.id=%d",
-                                        name, change.share_id);
+    const Text path =
+        change.call.ask_text("SELECT '/'||V.lv_name||'/'||%Q FROM share S LEFT JOIN _volume V ON "
+                             "V.id=S.volume_id WHERE S.id=%d",
+                             name, change.share_id);
     if (!path)
-        return raise(change.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", path.error());
+        return raise(change.call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s",
+                     path.error());
     if (path.value == nullptr)
-        return raise(change.env, QBOBJ_ERROR_DB_MISC, "The volume of share '%s' does not exist.",
+        return raise(change.call, QBOBJ_ERROR_DB_MISC, "The volume of share '%s' does not exist.",
                      change.stored.name);
     change.new_path = path.value;
     change.new_zfs_name = path.value + 1;
@@ -105,18 +106,19 @@ int find_owner(const Change &change, const qbobj_SystemUser_t &user, int &id)
 {
     id = user.resource_id != 0 ? user.resource_id : user.UserId;
     if (id == 0 && !is_empty(user.UserName)) {
-        id = change.directory.no_sync
-                 ? qbdb_util_get_posix_uid_by_name(change.call.qbdb(), user.UserName, change.directory.ads)
-                 : x_qbobj_getPosixUID(change.env, change.db, user.UserName);
+        id = change.call.directory().no_sync
+                 ? qbdb_util_get_posix_uid_by_name(change.call.qbdb(), user.UserName,
+                                                   change.call.directory().ads)
+                 : x_qbobj_getPosixUID(change.call, user.UserName);
         if (id < 0)
-            return raise(change.env, QBOBJ_ERROR_API_ARGS, "Unknown User (%s).", user.UserName);
+            return raise(change.call, QBOBJ_ERROR_API_ARGS, "Unknown User (%s).", user.UserName);
         return 0;
     }
     // Only directory accounts have negative ids.
-    const bool is_account = id > 0 || (id < 0 && change.directory.ads);
-    id = is_account ? x_qbobj_getPosixUIDbyUID(change.env, change.db, id) : -1;
+    const bool is_account = id > 0 || (id < 0 && change.call.directory().ads);
+    id = is_account ? x_qbobj_getPosixUIDbyUID(change.call, id) : -1;
     if (id < 0)
-        return raise(change.env, QBOBJ_ERROR_API_ARGS, "Invalid stat->User (resource_id=%d, UserName=%s).",
+        return raise(change.call, QBOBJ_ERROR_API_ARGS, "Invalid stat->User (resource_id=%d, UserName=%s).",
                      user.resource_id, user.UserName);
     return 0;
 }
@@ -125,17 +127,18 @@ int find_owning_group(const Change &change, const qbobj_SystemGroup_t &group, in
 {
     id = group.resource_id != 0 ? group.resource_id : group.GroupId;
     if (id == 0 && !is_empty(group.GroupName)) {
-        id = change.directory.no_sync
-                 ? qbdb_util_get_posix_gid_by_name(change.call.qbdb(), group.GroupName, change.directory.ads)
-                 : x_qbobj_getPosixGID(change.env, change.db, group.GroupName);
+        id = change.call.directory().no_sync
+                 ? qbdb_util_get_posix_gid_by_name(change.call.qbdb(), group.GroupName,
+                                                   change.call.directory().ads)
+                 : x_qbobj_getPosixGID(change.call, group.GroupName);
         if (id < 0)
-            return raise(change.env, QBOBJ_ERROR_API_ARGS, "Unknown Group (%s).", group.GroupName);
+            return raise(change.call, QBOBJ_ERROR_API_ARGS, "Unknown Group (%s).", group.GroupName);
         return 0;
     }
-    const bool is_group = id > 0 || (id < 0 && change.directory.ads);
-    id = is_group ? x_qbobj_getPosixGIDbyGID(change.env, change.db, id) : -1;
+    const bool is_group = id > 0 || (id < 0 && change.call.directory().ads);
+    id = is_group ? x_qbobj_getPosixGIDbyGID(change.call, id) : -1;
     if (id < 0)
-        return raise(change.env, QBOBJ_ERROR_API_ARGS, "Invalid stat->Group (resource_id=%d, GroupName=%s).",
+        return raise(change.call, QBOBJ_ERROR_API_ARGS, "Invalid stat->Group (resource_id=%d, GroupName=%s).",
                      group.resource_id, group.GroupName);
     return 0;
 }
@@ -145,7 +148,7 @@ int add_right(const Change &change, Pairs &set, Statement<int> pair, const char 
     if (word == nullptr)
         return 0;
     int bits = 0;
-    if (const int rc = read_right(change.env, qbobj_validate_rights, field, word, 1, bits))
+    if (const int rc = read_right(change.call, qbobj_validate_rights, field, word, 1, bits))
         return rc;
     set.add(pair, bits);
     return 0;
@@ -182,7 +185,7 @@ int collect_stat(const Change &change, Pairs &set)
 int modify_row(Change &change)
 {
     const qbobj_Share_t &share = change.share;
-    Pairs set(change.env, Overflow::drop);
+    Pairs set(change.call, Overflow::drop);
     if (const int rc = collect_rename(change, set))
         return rc;
     if (share.Comment != nullptr)
@@ -193,12 +196,12 @@ int modify_row(Change &change)
         return rc;
     if (set.empty())
         return 0;
-    const Status updated = change.sql().run("UPDATE share SET %s WHERE id=%d", set.text(), change.share_id);
+    const Status updated = change.call.run("UPDATE share SET %s WHERE id=%d", set.text(), change.share_id);
     if (updated.rc == constraint_violation)
-        return raise(change.env, QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS,
+        return raise(change.call, QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS,
                      "Sharename specified is already exist.");
     if (!updated)
-        return raise(change.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE share'. %s",
+        return raise(change.call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE share'. %s",
                      updated.error());
     return 0;
 }
@@ -225,16 +228,16 @@ int follow_rename(const Change &change)
     for (const Follower &follower : followers) {
         const char *now = follower.by_dataset ? change.new_zfs_name : change.share.ShareName;
         const char *before = follower.by_dataset ? change.stored.zfs_name : change.stored.name;
-        const Status updated = call.run(follower.update, now, before);
+        const Status updated = change.call.run(follower.update, now, before);
         if (!updated)
-            return raise(change.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE %s'. %s",
+            return raise(change.call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE %s'. %s",
                          follower.table, updated.error());
     }
-    const Status updated = call.run("UPDATE `$application_on_share` SET zfs_name="
-                                    "(SELECT S.zfs_name FROM share S WHERE S.id=%d) WHERE zfs_name=%Q",
-                                    change.share_id, change.stored.zfs_name);
+    const Status updated = change.call.run("UPDATE `$application_on_share` SET zfs_name="
+                                           "(SELECT S.zfs_name FROM share S WHERE S.id=%d) WHERE zfs_name=%Q",
+                                           change.share_id, change.stored.zfs_name);
     if (!updated)
-        return raise(change.env, QBOBJ_ERROR_DB_MISC,
+        return raise(change.call, QBOBJ_ERROR_DB_MISC,
                      "Failed DB Query for 'UPDATE $application_on_share'. %s", updated.error());
     return 0;
 }
@@ -247,21 +250,23 @@ int check_refquota(const Change &change)
     const uint64_t limit_mb = change.share.RefQuotaMB;
     if (change.share._void_RefQuotaMB != 0 || limit_mb == 0)
         return 0;
-    const Text free_kb = call.ask_text("SELECT V.blk_free FROM share S LEFT JOIN _volume V ON V.id=S.volume_id "
-                                  "WHERE S.zfs_name='%q'",
-                                  change.zfs_name());
+    const Text free_kb =
+        change.call.ask_text("SELECT V.blk_free FROM share S LEFT JOIN _volume V ON V.id=S.volume_id "
+                             "WHERE S.zfs_name='%q'",
+                             change.zfs_name());
     if (!free_kb)
-        return raise(change.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s",
+        return raise(change.call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s",
                      free_kb.error());
-    const Text used = call.ask_text("SELECT Z.used FROM _zfs_stat Z LEFT JOIN share S ON Z.share_id=S.id "
-                               "WHERE S.zfs_name='%q'",
-                               change.zfs_name());
+    const Text used =
+        change.call.ask_text("SELECT Z.used FROM _zfs_stat Z LEFT JOIN share S ON Z.share_id=S.id "
+                             "WHERE S.zfs_name='%q'",
+                             change.zfs_name());
     if (!used)
-        return raise(change.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT _zfs_stat'. %s",
+        return raise(change.call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT _zfs_stat'. %s",
                      used.error());
     const bool below_used = used.value != nullptr && to_uint64(used.value) >> 20 > limit_mb;
     if (below_used || to_uint64(free_kb.value) >> 10 < limit_mb)
-        return raise(change.env, QBOBJ_ERROR_API_ARGS,
+        return raise(change.call, QBOBJ_ERROR_API_ARGS,
                      "Invalid quota value. Need to be larger than Consumed Space and less than Free Space.");
     return 0;
 }
@@ -269,7 +274,7 @@ int check_refquota(const Change &change)
 int modify_attributes(const Change &change)
 {
     const qbobj_Share_t &share = change.share;
-    Pairs set(change.env, Overflow::drop);
+    Pairs set(change.call, Overflow::drop);
     if (share._void_QuotaMB == 0)
         set.add("mb_quota=%llu", share.QuotaMB);
     if (share._void_ReserveMB == 0)
@@ -289,16 +294,16 @@ int modify_attributes(const Change &change)
     if (share.LogBias != nullptr)
         set.add("logbias=%Q", share.LogBias);
     if (share.Sync != nullptr) {
-        if (const int rc = check_sync(change.env, share.Sync))
+        if (const int rc = check_sync(change.call, share.Sync))
             return rc;
         set.add("sync=%Q", share.Sync);
     }
     if (set.empty())
         return 0;
     const Status updated =
-        change.sql().run("UPDATE zfs_attr SET %s WHERE share_id=%d", set.text(), change.share_id);
+        change.call.run("UPDATE zfs_attr SET %s WHERE share_id=%d", set.text(), change.share_id);
     if (!updated)
-        return raise(change.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE zfs_attr'. %s",
+        return raise(change.call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE zfs_attr'. %s",
                      updated.error());
     return 0;
 }
@@ -310,11 +315,11 @@ int modify_zvol(const Change &change)
     const qbobj_ZvolShareOption_t *zvol = change.share.Zvol;
     if (zvol == nullptr)
         return 0;
-    const Status stored = change.sql().run(
+    const Status stored = change.call.run(
         "INSERT OR REPLACE INTO zvol_share_option (share_id,kb_size,is_sparse) VALUES(%d,%llu,%d)",
         change.share_id, zvol->SizeKB, zvol->IsSparse);
     if (!stored)
-        return raise(change.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for zvol share_option. %s",
+        return raise(change.call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for zvol share_option. %s",
                      stored.error());
     return 0;
 }
@@ -324,15 +329,15 @@ int modify_schedule(const Change &change)
     const qbobj_Schedule_t *schedule = change.share.SnapshotSchedule;
     if (schedule == nullptr)
         return 0;
-    const Status inserted = call.run(
+    const Status inserted = change.call.run(
         R"(INSERT OR IGNORE INTO snapshot_schedule (share_id,enabled,minute,hour,day_of_month,day_of_week,month,
         last_taken,purge_manual_snapshot,last_daily_taken, last_weekly_taken)
         VALUES(%d,1,'0','*','*','*','*',0,1,0,0))",
         change.share_id);
     if (!inserted)
-        return raise(change.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT snapshot_schedule'. %s",
+        return raise(change.call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT snapshot_schedule'. %s",
                      inserted.error());
-    Pairs set(change.env, Overflow::drop);
+    Pairs set(change.call, Overflow::drop);
     const auto add_field = [&set](Statement<const char *> pair, const char *field) {
         if (field != nullptr)
             set.add(pair, field);
@@ -348,9 +353,9 @@ int modify_schedule(const Change &change)
     set.add("last_daily_taken=%d", schedule->LastDailyTaken);
     set.add("last_weekly_taken=%d", schedule->LastWeeklyTaken);
     const Status updated =
-        call.run("UPDATE snapshot_schedule SET %s WHERE share_id=%d", set.text(), change.share_id);
+        change.call.run("UPDATE snapshot_schedule SET %s WHERE share_id=%d", set.text(), change.share_id);
     if (!updated)
-        return raise(change.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE snapstho_schedule'. %s",
+        return raise(change.call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE snapstho_schedule'. %s",
                      updated.error());
     return 0;
 }
@@ -360,12 +365,12 @@ int modify_quotas(const Change &change, qbobj_Quota_t *quotas, const char *kind)
 {
     for (const qbobj_Quota_t &quota : Chain(quotas)) {
         const Status stored =
-            call.run("INSERT OR REPLACE INTO %s_quota (%s_id,share_id,mb_soft,mb_hard) "
-                     "VALUES(%d,%d,%llu*"
-                     "(SELECT diskquota_warn FROM account_default LIMIT 1)/100,%llu)",
-                     kind, kind, quota.AccountId, change.share_id, quota.HardMB, quota.HardMB);
+            change.call.run("INSERT OR REPLACE INTO %s_quota (%s_id,share_id,mb_soft,mb_hard) "
+                            "VALUES(%d,%d,%llu*"
+                            "(SELECT diskquota_warn FROM account_default LIMIT 1)/100,%llu)",
+                            kind, kind, quota.AccountId, change.share_id, quota.HardMB, quota.HardMB);
         if (!stored)
-            return raise(change.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT %s_quota'. %s", kind,
+            return raise(change.call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT %s_quota'. %s", kind,
                          stored.error());
     }
     return 0;
@@ -378,13 +383,12 @@ int modify_what_hangs_on(const Change &change)
     qbobj_Share_t &share = change.share;
     if (const int rc = modify_attributes(change))
         return rc;
-    if (const int rc = modify_protocols(change.env, change.db, change.directory, share, change.share_id))
+    if (const int rc = modify_protocols(change.call, share, change.share_id))
         return rc;
     if (const int rc = modify_zvol(change))
         return rc;
     if (share.UsedBy != nullptr) {
-        if (const int rc =
-                x_qbobj_modifyShareUsedBy(change.env, change.db, share.UsedBy, nullptr, change.share_id))
+        if (const int rc = x_qbobj_modifyShareUsedBy(change.call, share.UsedBy, nullptr, change.share_id))
             return rc;
     }
     if (const int rc = modify_schedule(change))
@@ -417,19 +421,19 @@ int read_back(const Change &change)
 {
     qbobj_Share_t &share = change.share;
     if (share.Path == nullptr) {
-        const Text path = call.ask_text("SELECT S.path FROM share S WHERE S.id=%d", change.share_id);
+        const Text path = change.call.ask_text("SELECT S.path FROM share S WHERE S.id=%d", change.share_id);
         if (!path)
-            return raise(change.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s",
+            return raise(change.call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s",
                          path.error());
         share.Path = path.value;
     }
     if (share.Stat != nullptr) {
-        const Number mode = call.ask_number("SELECT (S.non_owner_delete << 9)|(S.user_access << 6)|"
-                                     "(S.group_access << 3)|(S.everyone_access << 0) "
-                                     "FROM share S WHERE S.id=%d",
-                                     change.share_id);
+        const Number mode = change.call.ask_number("SELECT (S.non_owner_delete << 9)|(S.user_access << 6)|"
+                                                   "(S.group_access << 3)|(S.everyone_access << 0) "
+                                                   "FROM share S WHERE S.id=%d",
+                                                   change.share_id);
         if (!mode)
-            return raise(change.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s",
+            return raise(change.call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s",
                          mode.error());
         share.Stat->_PosixMode = mode.value;
     }
@@ -440,9 +444,8 @@ int read_back(const Change &change)
 
 int x_qbobj_modifyShare(Call &call, qbobj_Share_t *share, int modifyOneShare)
 {
-    const Directory directory = call.directory();
     for (qbobj_Share_t &next : Chain(share)) {
-        Change change{call, directory, next};
+        Change change{call, next};
         if (const int rc = modify_share(change))
             return rc;
         if (modifyOneShare != 0)
@@ -453,20 +456,19 @@ int x_qbobj_modifyShare(Call &call, qbobj_Share_t *share, int modifyOneShare)
     return 0;
 }
 
-int x_qbobj_modifyShareVisibleSnapFolder(Call &call, const char *ZfsName,
-                                         const char *VisibleSnapFolder)
+int x_qbobj_modifyShareVisibleSnapFolder(Call &call, const char *ZfsName, const char *VisibleSnapFolder)
 {
-    const Status updated = call.run("UPDATE share SET visible_snapdir=%Q WHERE zfs_name=%Q",
-                                               VisibleSnapFolder, ZfsName);
+    const Status updated =
+        call.run("UPDATE share SET visible_snapdir=%Q WHERE zfs_name=%Q", VisibleSnapFolder, ZfsName);
     if (!updated)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE share'. %s", updated.error());
     return 0;
 }
 
-int x_qbobj_modifyZvol(Call &call, const char *ZfsName, const char *ShareName,
-                       const char *Comment, uint64_t SizeKB, int IsSparse)
+int x_qbobj_modifyZvol(Call &call, const char *ZfsName, const char *ShareName, const char *Comment,
+                       uint64_t SizeKB, int IsSparse)
 {
-        const Status sized = call.run("UPDATE zvol_share_option SET kb_size=%llu,is_sparse=%d WHERE share_id="
+    const Status sized = call.run("UPDATE zvol_share_option SET kb_size=%llu,is_sparse=%d WHERE share_id="
                                   "(SELECT id FROM share S WHERE S.zfs_name=%Q)",
                                   SizeKB, IsSparse, ZfsName);
     if (!sized)

@@ -11,15 +11,6 @@ namespace qbobj
 namespace
 {
 
-struct Call {
-    Call &call;
-    sqlite3 *db;
-    const Directory &directory;
-    int32_t share_id;
-
-    Sql sql() const { return {call}; }
-};
-
 using Pairs = SetList<512>;
 
 /* ---- The tables that tell whether something changed ---------------------------------------------------- */
@@ -80,64 +71,61 @@ struct Watched<qbobj_RsyncShareOption_t> : Watched<qbobj_DlnaShareOption_t> {
 
 /* ---- The option row, made when it is missing ----------------------------------------------------------- */
 
-int inserted(const Call &call, const char *proto, const Status &status)
+int inserted(Call &call, const char *proto, const Status &status)
 {
     if (!status)
-        return raise(call.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT INTO %s_share_option'. %s",
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT INTO %s_share_option'. %s",
                      proto, status.error());
     return 0;
 }
 
 // Windows options are never made here: without a row only the lists are written.
-int ensure_row(const Call &, qbobj_CifsShareOption_t &)
+int ensure_row(Call &, qbobj_CifsShareOption_t &, int32_t)
 {
     return 0;
 }
 
-int ensure_row(const Call &call, qbobj_AfpShareOption_t &)
+int ensure_row(Call &call, qbobj_AfpShareOption_t &, int32_t share_id)
 {
     return inserted(call, "afp",
-                    call.sql().run("INSERT OR IGNORE INTO afp_share_option "
-                                    "(share_id,afp_access,afp_guest_access) VALUES(%d,'writeable',1)",
-                                    call.share_id));
+                    call.run("INSERT OR IGNORE INTO afp_share_option "
+                             "(share_id,afp_access,afp_guest_access) VALUES(%d,'writeable',1)",
+                             share_id));
 }
 
-int ensure_row(const Call &call, qbobj_NfsShareOption_t &)
+int ensure_row(Call &call, qbobj_NfsShareOption_t &, int32_t share_id)
 {
     return inserted(
         call, "nfs",
-        call.sql().run("INSERT OR IGNORE INTO nfs_share_option (share_id,nfs_access) VALUES(%d,'writeable')",
-                        call.share_id));
+        call.run("INSERT OR IGNORE INTO nfs_share_option (share_id,nfs_access) VALUES(%d,'writeable')",
+                 share_id));
 }
 
 // A row that is made here is not available, and nothing here makes it so.
-int ensure_row(const Call &call, qbobj_FtpShareOption_t &)
+int ensure_row(Call &call, qbobj_FtpShareOption_t &, int32_t share_id)
 {
-    return inserted(call, "ftp",
-                    call.sql().run("INSERT OR IGNORE INTO ftp_share_option VALUES(%d,0,'writeable',0,0,0)",
-                                    call.share_id));
+    return inserted(
+        call, "ftp",
+        call.run("INSERT OR IGNORE INTO ftp_share_option VALUES(%d,0,'writeable',0,0,0)", share_id));
 }
 
-int ensure_row(const Call &call, qbobj_HttpShareOption_t &)
+int ensure_row(Call &call, qbobj_HttpShareOption_t &, int32_t share_id)
 {
     return inserted(
         call, "http",
-        call.sql().run(
-            "INSERT OR IGNORE INTO http_share_option (share_id,http_access) VALUES(%d,'writeable')",
-            call.share_id));
+        call.run("INSERT OR IGNORE INTO http_share_option (share_id,http_access) VALUES(%d,'writeable')",
+                 share_id));
 }
 
 template <class Option>
-int ensure_by_writer(const Call &call, Option &option,
-                     int (*writer)(Call &, Option *, int32_t))
+int ensure_by_writer(Call &call, Option &option, int32_t share_id, int (*writer)(Call &, Option *, int32_t))
 {
     const char *proto = protocol_of<Option>;
-    const Number row =
-        call.sql().ask_number("SELECT 1 FROM %s_share_option WHERE share_id=%d", proto, call.share_id);
+    const Number row = call.ask_number("SELECT 1 FROM %s_share_option WHERE share_id=%d", proto, share_id);
     if (!row)
-        return raise(call.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT %s_share_option'. %s", proto,
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT %s_share_option'. %s", proto,
                      row.error());
-    return row.found != 0 ? 0 : writer(call.env, call.db, &option, call.share_id);
+    return row.found != 0 ? 0 : writer(call, &option, share_id);
 }
 
 bool is_disabled(const char *access)
@@ -145,34 +133,33 @@ bool is_disabled(const char *access)
     return access != nullptr && std::strcmp(access, "Disabled") == 0;
 }
 
-int ensure_row(const Call &call, qbobj_DlnaShareOption_t &option)
+int ensure_row(Call &call, qbobj_DlnaShareOption_t &option, int32_t share_id)
 {
     if (is_disabled(option.DefaultAccess))
-        return qbobj_api2_deleteDlnaShareOption(call.env, call.db, call.share_id);
-    return ensure_by_writer(call, option, qbobj_api2_addDlnaShareOption);
+        return qbobj_api2_deleteDlnaShareOption(call, share_id);
+    return ensure_by_writer(call, option, share_id, qbobj_api2_addDlnaShareOption);
 }
 
-int ensure_row(const Call &call, qbobj_DaapShareOption_t &option)
+int ensure_row(Call &call, qbobj_DaapShareOption_t &option, int32_t share_id)
 {
-    return ensure_by_writer(call, option, qbobj_api2_addDaapShareOption);
+    return ensure_by_writer(call, option, share_id, qbobj_api2_addDaapShareOption);
 }
 
-int ensure_row(const Call &call, qbobj_RsyncShareOption_t &option)
+int ensure_row(Call &call, qbobj_RsyncShareOption_t &option, int32_t share_id)
 {
     if (is_disabled(option.DefaultAccess))
-        return qbobj_api2_deleteRsyncShareOption(call.env, call.db, call.share_id);
-    return ensure_by_writer(call, option, qbobj_api2_addRsyncShareOption);
+        return qbobj_api2_deleteRsyncShareOption(call, share_id);
+    return ensure_by_writer(call, option, share_id, qbobj_api2_addRsyncShareOption);
 }
 
 /* ---- The columns that the record carries --------------------------------------------------------------- */
 
-int add_access(const Call &call, Pairs &set, Statement<const char *> pair, const char *field,
-               const char *word)
+int add_access(Call &call, Pairs &set, Statement<const char *> pair, const char *field, const char *word)
 {
     if (word == nullptr)
         return 0;
     const char *stored = nullptr;
-    if (const int rc = read_access(call.env, field, word, nullptr, stored))
+    if (const int rc = read_access(call, field, word, nullptr, stored))
         return rc;
     set.add(pair, stored);
     return 0;
@@ -180,28 +167,28 @@ int add_access(const Call &call, Pairs &set, Statement<const char *> pair, const
 
 // The recycle bin's limits are written while it is on: by this record or, where that leaves it open, as
 // stored.
-int is_recycling(const Call &call, const qbobj_CifsShareOption_t &option, bool &recycling)
+int is_recycling(Call &call, const qbobj_CifsShareOption_t &option, int32_t share_id, bool &recycling)
 {
     recycling = option._void_EnableRecycleBin == 0 && option.EnableRecycleBin != 0;
     if (option._void_EnableRecycleBin == 0)
         return 0;
     const Number stored =
-        call.sql().ask_number("SELECT cifs_recycle FROM cifs_share_option WHERE share_id=%d", call.share_id);
+        call.ask_number("SELECT cifs_recycle FROM cifs_share_option WHERE share_id=%d", share_id);
     if (!stored)
-        return raise(call.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT cifs_share_option'. %s",
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT cifs_share_option'. %s",
                      stored.error());
     recycling = stored.value != 0;
     return 0;
 }
 
-int collect_recycle_bin(const Call &call, const qbobj_CifsShareOption_t &option, Pairs &set)
+int collect_recycle_bin(Call &call, const qbobj_CifsShareOption_t &option, int32_t share_id, Pairs &set)
 {
     if (option._void_EnableRecycleBin == 0)
         set.add("cifs_recycle=%d", option.EnableRecycleBin != 0);
     if (option._void_RecycleSizeLimit != 0 && option._void_RecycleAgeLimit != 0)
         return 0;
     bool recycling = false;
-    if (const int rc = is_recycling(call, option, recycling))
+    if (const int rc = is_recycling(call, option, share_id, recycling))
         return rc;
     if (recycling && option._void_RecycleSizeLimit == 0)
         set.add("cifs_recycle_mb_limit=%d", option.RecycleSizeLimit);
@@ -210,12 +197,12 @@ int collect_recycle_bin(const Call &call, const qbobj_CifsShareOption_t &option,
     return 0;
 }
 
-int collect_masks(const Call &call, const qbobj_CifsShareOption_t &option, Pairs &set)
+int collect_masks(Call &call, const qbobj_CifsShareOption_t &option, int32_t, Pairs &set)
 {
     static constexpr RightNames names{"Cifs->FileCreateGroupRights", "Cifs->FileCreateEveryoneRights",
                                       "Cifs->FolderCreateGroupRights", "Cifs->FolderCreateEveryoneRights"};
     Rights rights;
-    if (const int rc = read_rights(call.env, option, qbobj_validate_rights, names, rights))
+    if (const int rc = read_rights(call, option, qbobj_validate_rights, names, rights))
         return rc;
     if (option.FileCreateGroupRights != nullptr)
         set.add("cifs_group_create_mask=%d", rights.file_group);
@@ -228,7 +215,7 @@ int collect_masks(const Call &call, const qbobj_CifsShareOption_t &option, Pairs
     return 0;
 }
 
-int collect(const Call &call, const qbobj_CifsShareOption_t &option, Pairs &set)
+int collect(Call &call, const qbobj_CifsShareOption_t &option, int32_t share_id, Pairs &set)
 {
     if (const int rc = add_access(call, set, "cifs_access=%Q", "Cifs->DefaultAccess", option.DefaultAccess))
         return rc;
@@ -236,13 +223,13 @@ int collect(const Call &call, const qbobj_CifsShareOption_t &option, Pairs &set)
         set.add("cifs_guest_access=%d", option.AllowGuestAccess != 0);
     if (option._void_ShareDisplayOption == 0)
         set.add("cifs_hide_share=%d", option.ShareDisplayOption);
-    if (const int rc = collect_recycle_bin(call, option, set))
+    if (const int rc = collect_recycle_bin(call, option, share_id, set))
         return rc;
     if (option._void_NewFileFolderPermAutoset == 0)
         set.add("cifs_enable_masks=%d", option.NewFileFolderPermAutoset != 0);
     if (option._void_AclChangeRestrictionToggle == 0)
         set.add("cifs_enable_forced_minimum=%d", option.AclChangeRestrictionToggle);
-    if (const int rc = collect_masks(call, option, set))
+    if (const int rc = collect_masks(call, option, share_id, set))
         return rc;
     if (option._void_EnableOplocks == 0)
         set.add("oplocks=%d", option.EnableOplocks != 0);
@@ -264,7 +251,7 @@ bool carries_folder_rights(const Option &option)
     return option.FolderCreateGroupRights != nullptr || option.FolderCreateEveryoneRights != nullptr;
 }
 
-int collect(const Call &call, const qbobj_AfpShareOption_t &option, Pairs &set)
+int collect(Call &call, const qbobj_AfpShareOption_t &option, int32_t, Pairs &set)
 {
     static constexpr RightNames names{"Afp->FileCreateGroupRights", "Afp->FileCreateEveryoneRights",
                                       "Afp->FolderCreateGroupRights", "Afp->FolderCreateEveryoneRights"};
@@ -276,7 +263,7 @@ int collect(const Call &call, const qbobj_AfpShareOption_t &option, Pairs &set)
         set.add("afp_fperm=NULL,afp_dperm=%s", "NULL");
     } else if (option._void_NewFileFolderPermAutoset == 0) {
         Rights rights;
-        if (const int rc = read_rights(call.env, option, qbobj_validate_rights, names, rights))
+        if (const int rc = read_rights(call, option, qbobj_validate_rights, names, rights))
             return rc;
         if (carries_file_rights(option))
             set.add("afp_fperm=%d", rights.file());
@@ -287,7 +274,7 @@ int collect(const Call &call, const qbobj_AfpShareOption_t &option, Pairs &set)
     return 0;
 }
 
-int collect(const Call &call, const qbobj_NfsShareOption_t &option, Pairs &set)
+int collect(Call &call, const qbobj_NfsShareOption_t &option, int32_t, Pairs &set)
 {
     if (const int rc = add_access(call, set, "nfs_access=%Q", "Nfs->DefaultAccess", option.DefaultAccess))
         return rc;
@@ -297,14 +284,14 @@ int collect(const Call &call, const qbobj_NfsShareOption_t &option, Pairs &set)
 }
 
 // NotAvailable is not written: what FTP offers is decided when the share is created.
-int collect(const Call &call, const qbobj_FtpShareOption_t &option, Pairs &set)
+int collect(Call &call, const qbobj_FtpShareOption_t &option, int32_t, Pairs &set)
 {
     static constexpr RightNames names{"Ftp->FileCreateGroupRights", "Ftp->FileCreateEveryoneRights",
                                       "Ftp->FolderCreateGroupRights", "Ftp->FolderCreateEveryoneRights"};
     if (const int rc = add_access(call, set, "ftp_access=%Q", "Ftp->DefaultAccess", option.DefaultAccess))
         return rc;
     Rights umasks;
-    if (const int rc = read_rights(call.env, option, qbobj_validate_umask, names, umasks))
+    if (const int rc = read_rights(call, option, qbobj_validate_umask, names, umasks))
         return rc;
     if (option._void_NewFileFolderPermAutoset == 0)
         set.add("ftp_mask=%d", option.NewFileFolderPermAutoset != 0);
@@ -315,17 +302,17 @@ int collect(const Call &call, const qbobj_FtpShareOption_t &option, Pairs &set)
     return 0;
 }
 
-int collect(const Call &call, const qbobj_HttpShareOption_t &option, Pairs &set)
+int collect(Call &call, const qbobj_HttpShareOption_t &option, int32_t share_id, Pairs &set)
 {
     if (const int rc = add_access(call, set, "http_access=%Q", "Http->DefaultAccess", option.DefaultAccess))
         return rc;
     if (is_disabled(option.DefaultAccess)) {
         // A share that nobody reaches cannot be the web root.
-        const Status cleared = call.sql().run("UPDATE service_http SET share_name='' WHERE share_name="
-                                               "(select S.name from share S WHERE S.id=%d)",
-                                               call.share_id);
+        const Status cleared = call.run("UPDATE service_http SET share_name='' WHERE share_name="
+                                        "(select S.name from share S WHERE S.id=%d)",
+                                        share_id);
         if (!cleared)
-            return raise(call.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE service_http'. %s",
+            return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE service_http'. %s",
                          cleared.error());
     }
     set.add("available=%d", option.NotAvailable == 0);
@@ -335,33 +322,33 @@ int collect(const Call &call, const qbobj_HttpShareOption_t &option, Pairs &set)
 }
 
 // The access of media players is fixed; the word is only checked.
-int collect(const Call &call, const qbobj_DlnaShareOption_t &option, Pairs &set)
+int collect(Call &call, const qbobj_DlnaShareOption_t &option, int32_t, Pairs &set)
 {
     const char *access = nullptr;
-    if (const int rc = read_access(call.env, "Dlna->DefaultAccess", option.DefaultAccess, "ReadOnly", access))
+    if (const int rc = read_access(call, "Dlna->DefaultAccess", option.DefaultAccess, "ReadOnly", access))
         return rc;
     int media_type = 0;
     if (qbobj_validate_media_type(option.MediaType, "All", &media_type) != 0)
-        return raise(call.env, QBOBJ_ERROR_API_ARGS, "Invalid Dlna->MediaType (%s).", option.MediaType);
+        return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid Dlna->MediaType (%s).", option.MediaType);
     set.add("media_type=%d", media_type);
     set.add("available=%d", option.NotAvailable == 0);
     return 0;
 }
 
-int collect(const Call &, const qbobj_DaapShareOption_t &option, Pairs &set)
+int collect(Call &, const qbobj_DaapShareOption_t &option, int32_t, Pairs &set)
 {
     set.add("available=%d", option.NotAvailable == 0);
     return 0;
 }
 
-int collect(const Call &call, const qbobj_RsyncShareOption_t &option, Pairs &set)
+int collect(Call &call, const qbobj_RsyncShareOption_t &option, int32_t, Pairs &set)
 {
     if (const int rc = add_access(call, set, "rsync_access=%Q", "Rsync->DefaultAccess", option.DefaultAccess))
         return rc;
     if (option.PasswordProtection != nullptr) {
         const char *protection = nullptr;
         if (qbobj_validate_enable_disable(option.PasswordProtection, nullptr, &protection) != 0)
-            return raise(call.env, QBOBJ_ERROR_API_ARGS, "Invalid Rsync->PasswordProtection (%s).",
+            return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid Rsync->PasswordProtection (%s).",
                          option.PasswordProtection);
         set.add("passwordprotection=%Q", protection);
     }
@@ -372,68 +359,67 @@ int collect(const Call &call, const qbobj_RsyncShareOption_t &option, Pairs &set
 /* ---- The shape ----------------------------------------------------------------------------------------- */
 
 template <class Option>
-int update_row(const Call &call, const Option &option)
+int update_row(Call &call, const Option &option, int32_t share_id)
 {
-    Pairs set(call.env, Overflow::drop);
-    if (const int rc = collect(call, option, set))
+    Pairs set(call, Overflow::drop);
+    if (const int rc = collect(call, option, share_id, set))
         return rc;
     if (set.empty())
         return 0;
     const char *proto = protocol_of<Option>;
     const Status updated =
-        call.sql().run("UPDATE %s_share_option SET %s WHERE share_id=%d", proto, set.text(), call.share_id);
+        call.run("UPDATE %s_share_option SET %s WHERE share_id=%d", proto, set.text(), share_id);
     if (!updated)
-        return raise(call.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE %s_share_option'. %s", proto,
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE %s_share_option'. %s", proto,
                      updated.error());
     return 0;
 }
 
 template <class Option>
-int modify_option(const Call &call, Option *option)
+int modify_option(Call &call, Option *option, int32_t share_id)
 {
     if (option == nullptr)
         return 0;
     using Tables = Watched<Option>;
     const char *proto = protocol_of<Option>;
     char *error = nullptr;
-    if (qbdb_sql_duplicate_tables(call.call.qbdb(), call.db, Tables::tag, Tables::tables, &error, here().unit,
-                                  here().line) != 0)
-        return raise(call.env, QBOBJ_ERROR_DB_MISC, "Failed to copy the tables of %s. %s", proto, error);
+    if (qbdb_sql_duplicate_tables(call.qbdb(), call.db(), Tables::tag, Tables::tables, &error,
+                                  here().unit.data(), here().line) != 0)
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed to copy the tables of %s. %s", proto, error);
 
-    if (const int rc = ensure_row(call, *option))
+    if (const int rc = ensure_row(call, *option, share_id))
         return rc;
-    if (const int rc = update_row(call, *option))
+    if (const int rc = update_row(call, *option, share_id))
         return rc;
-    if (const int rc = write_lists(call.env, call.db, call.directory, *option, call.share_id))
+    if (const int rc = write_lists(call, *option, share_id))
         return rc;
-    refresh_service<Option>(call.env, call.db);
+    refresh_service<Option>(call);
 
-    if (qbdb_sql_compare_tables2(call.call.qbdb(), call.db, Tables::tag, Tables::tables, &option->Changed,
-                                 &error, here().unit, here().line) != 0)
-        return raise(call.env, QBOBJ_ERROR_DB_MISC, "Failed to compare the tables of %s. %s", proto, error);
-    if (qbdb_sql_delete_tables(call.call.qbdb(), call.db, Tables::tag, Tables::tables, &error, here().unit,
-                               here().line) != 0)
-        return raise(call.env, QBOBJ_ERROR_DB_MISC, "Failed to drop the copies of the tables of %s. %s",
-                     proto, error);
+    if (qbdb_sql_compare_tables2(call.qbdb(), call.db(), Tables::tag, Tables::tables, &option->Changed,
+                                 &error, here().unit.data(), here().line) != 0)
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed to compare the tables of %s. %s", proto, error);
+    if (qbdb_sql_delete_tables(call.qbdb(), call.db(), Tables::tag, Tables::tables, &error,
+                               here().unit.data(), here().line) != 0)
+        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed to drop the copies of the tables of %s. %s", proto,
+                     error);
     return 0;
 }
 
 // In the order given; the first failure ends it.
 template <class... Options>
-int modify_options(const Call &call, Options *...options)
+int modify_options(Call &call, int32_t share_id, Options *...options)
 {
     int rc = 0;
-    static_cast<void>((... || ((rc = modify_option(call, options)) != 0)));
+    static_cast<void>((... || ((rc = modify_option(call, options, share_id)) != 0)));
     return rc;
 }
 
 } // namespace
 
-int modify_protocols(Call &call, const Directory &directory, qbobj_Share_t &share,
-                            int32_t share_id)
+int modify_protocols(Call &call, qbobj_Share_t &share, int32_t share_id)
 {
-    return modify_options({call, directory, share_id}, share.Cifs, share.Afp, share.Nfs, share.Ftp,
-                          share.Http, share.Dlna, share.Daap, share.Rsync);
+    return modify_options(call, share_id, share.Cifs, share.Afp, share.Nfs, share.Ftp, share.Http, share.Dlna,
+                          share.Daap, share.Rsync);
 }
 
 } // namespace qbobj

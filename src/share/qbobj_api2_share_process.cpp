@@ -1,6 +1,6 @@
 // Running processes that work on a share.
 #include "core/call.h"
-#include "share/share.h"
+#include "share/share_reading.h"
 
 namespace qbobj
 {
@@ -23,7 +23,7 @@ int x_qbobj_getShareProcess(Call &call, const char *ShareId, qbobj_Process_t **p
     *procs = nullptr;
     const Table rows = call.table(R"(SELECT PS.pid,PS.blocking,STRFTIME('%%s',PS.ts)
         FROM `process_on_share` PS WHERE PS.share_id=(SELECT S.id FROM `share` S WHERE S.zfs_name=%Q))",
-                                            ShareId);
+                                  ShareId);
     if (!rows)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT process_on_share'. %s",
                      rows.error());
@@ -33,7 +33,7 @@ int x_qbobj_getShareProcess(Call &call, const char *ShareId, qbobj_Process_t **p
 
 int x_qbobj_addShareProcess(Call &call, const char *ShareId, qbobj_Process_t *procs)
 {
-        for (const qbobj_Process_t &process : Chain(procs)) {
+    for (const qbobj_Process_t &process : Chain(procs)) {
         // An unknown share has no row id, which the table refuses.
         const Status status = call.run(R"(INSERT OR REPLACE INTO `process_on_share` (share_id,pid,blocking)
             VALUES((SELECT S.id FROM `share` S WHERE S.zfs_name=%Q),%d,%d))",
@@ -47,7 +47,7 @@ int x_qbobj_addShareProcess(Call &call, const char *ShareId, qbobj_Process_t *pr
 
 int x_qbobj_deleteShareProcess(Call &call, const char *ShareId, qbobj_Process_t *procs)
 {
-        Status status;
+    Status status;
     if (procs == nullptr)
         status = call.run(R"(DELETE FROM `process_on_share`
             WHERE share_id=(SELECT S.id FROM `share` S WHERE S.zfs_name=%Q))",

@@ -19,7 +19,7 @@ Verdict verdict(bool granted)
 Verdict found(const AccessQuestion &question, const char *table, const Number &result)
 {
     if (!result) {
-        raise(question.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT %s'. (%s)", table,
+        raise(question.call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT %s'. (%s)", table,
               result.error());
         return Verdict::failed;
     }
@@ -63,18 +63,18 @@ constexpr auto cifs_columns = std::tuple{&CifsRow::access, &CifsRow::guests};
 
 Default cifs_default(const AccessQuestion &question)
 {
-    const Table rows = Sql(question.env, question.db)
-                           .table("SELECT O.cifs_access,O.cifs_guest_access FROM cifs_share_option O "
-                                  "WHERE O.share_id=%d",
-                                  question.share_id);
+    const Table rows =
+        question.call.table("SELECT O.cifs_access,O.cifs_guest_access FROM cifs_share_option O "
+                            "WHERE O.share_id=%d",
+                            question.share_id);
     Default result;
     if (!rows) {
-        raise(question.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT cifs_share_option'. (%s)",
+        raise(question.call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT cifs_share_option'. (%s)",
               rows.error());
         result.failed = true;
     } else if (!rows.empty()) {
         CifsRow row{};
-        fill(question.env, row, cifs_columns, *rows.begin());
+        fill(question.call, row, cifs_columns, *rows.begin());
         result = {false, true, or_empty(row.access), row.guests != 0};
     }
     return result;
@@ -83,17 +83,18 @@ Default cifs_default(const AccessQuestion &question)
 // Is there an entry for the user, or one for a group of theirs, that satisfies the condition?
 Verdict listed_for_cifs(const AccessQuestion &question, const char *condition)
 {
-    const Sql sql(question.env, question.db);
-    const Verdict user = found(question, "user_acl(cifs)",
-                               call.ask_number("SELECT 1 FROM user_acl A WHERE A.share_id=%d AND A.proto='cifs' "
-                                         "AND A.user_id=%d AND %s",
-                                         question.share_id, question.user_id, condition));
+    const Verdict user =
+        found(question, "user_acl(cifs)",
+              question.call.ask_number("SELECT 1 FROM user_acl A WHERE A.share_id=%d AND A.proto='cifs' "
+                                       "AND A.user_id=%d AND %s",
+                                       question.share_id, question.user_id, condition));
     return otherwise(user, [&] {
         return found(question, "user_acl(cifs)",
-                     call.ask_number(R"(SELECT 1 FROM group_acl A WHERE A.share_id=%d AND A.proto='cifs' AND %s
+                     question.call.ask_number(
+                         R"(SELECT 1 FROM group_acl A WHERE A.share_id=%d AND A.proto='cifs' AND %s
             AND(EXISTS(SELECT * FROM `$user` U WHERE U.id=%d AND U.group_id=A.group_id)
             OR EXISTS(SELECT * FROM `$group_has_user` GU WHERE GU.group_id=A.group_id AND GU.user_id=%d)) LIMIT 1)",
-                               question.share_id, condition, question.user_id, question.user_id));
+                         question.share_id, condition, question.user_id, question.user_id));
     });
 }
 
@@ -101,43 +102,39 @@ Verdict listed_for_cifs(const AccessQuestion &question, const char *condition)
 
 Verdict user_listed_for_http(const AccessQuestion &question)
 {
-    return found(
-        question, "user_acl(http)",
-        Sql(question.env, question.db)
-            .ask_number("SELECT 1 FROM user_acl A WHERE A.share_id=%d AND A.proto='http' AND A.user_id=%d",
-                   question.share_id, question.user_id));
+    return found(question, "user_acl(http)",
+                 question.call.ask_number(
+                     "SELECT 1 FROM user_acl A WHERE A.share_id=%d AND A.proto='http' AND A.user_id=%d",
+                     question.share_id, question.user_id));
 }
 
 // Only listed memberships count here, not the primary group.
 Verdict member_listed_for_http(const AccessQuestion &question)
 {
     return found(question, "group_acl(http)",
-                 Sql(question.env, question.db)
-                     .ask_number(R"(SELECT 1 FROM group_acl A WHERE A.share_id=%d AND A.proto='http'
+                 question.call.ask_number(R"(SELECT 1 FROM group_acl A WHERE A.share_id=%d AND A.proto='http'
             AND EXISTS(SELECT * FROM `$group_has_user` GU WHERE GU.group_id=A.group_id AND GU.user_id=%d))",
-                            question.share_id, question.user_id));
+                                          question.share_id, question.user_id));
 }
 
 Verdict group_listed_for_http(const AccessQuestion &question)
 {
     return found(question, "group_acl(http)",
-                 Sql(question.env, question.db)
-                     .ask_number(R"(SELECT 1 FROM group_acl A WHERE A.share_id=%d AND A.proto='http'
+                 question.call.ask_number(R"(SELECT 1 FROM group_acl A WHERE A.share_id=%d AND A.proto='http'
             AND(EXISTS(SELECT * FROM `$user` U WHERE U.id=%d AND U.group_id=A.group_id)
             OR EXISTS(SELECT * FROM `$group_has_user` GU WHERE GU.group_id=A.group_id AND GU.user_id=%d)) LIMIT 1)",
-                            question.share_id, question.user_id, question.user_id));
+                                          question.share_id, question.user_id, question.user_id));
 }
 
 // Without any access list a share that is on offer is open to everyone.
 Verdict http_lists_empty(const AccessQuestion &question)
 {
-    const Sql sql(question.env, question.db);
-    const Number users = call.ask_number("SELECT COUNT(*) FROM user_acl A WHERE A.share_id=%d AND A.proto='http'",
-                                  question.share_id);
+    const Number users = question.call.ask_number(
+        "SELECT COUNT(*) FROM user_acl A WHERE A.share_id=%d AND A.proto='http'", question.share_id);
     if (!users)
         return found(question, "user_acl(http)", users);
-    const Number groups = call.ask_number("SELECT COUNT(*) FROM group_acl A WHERE A.share_id=%d AND A.proto='http'",
-                                   question.share_id);
+    const Number groups = question.call.ask_number(
+        "SELECT COUNT(*) FROM group_acl A WHERE A.share_id=%d AND A.proto='http'", question.share_id);
     if (!groups)
         return found(question, "group_acl(http)", groups);
     return verdict(users.value == 0 && groups.value == 0);
@@ -145,11 +142,10 @@ Verdict http_lists_empty(const AccessQuestion &question)
 
 Verdict may_read_http(const AccessQuestion &question)
 {
-    const Text access =
-        Sql(question.env, question.db)
-            .text("SELECT O.http_access FROM http_share_option O WHERE O.share_id=%d", question.share_id);
+    const Text access = question.call.ask_text(
+        "SELECT O.http_access FROM http_share_option O WHERE O.share_id=%d", question.share_id);
     if (!access) {
-        raise(question.env, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT http_share_option'. (%s)",
+        raise(question.call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT http_share_option'. (%s)",
               access.error());
         return Verdict::failed;
     }

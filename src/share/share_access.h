@@ -16,7 +16,6 @@ enum class Verdict {
 // A user and a share. A negative user id is a guest.
 struct AccessQuestion {
     Call &call;
-    sqlite3 *db;
     int share_id;
     int user_id;
 

@@ -41,7 +41,7 @@ FailedRead read_list(const ShareReading &reading, Record *&list, const char *tab
     list = nullptr;
     if (!rows)
         return {table, rows.error()};
-    append_rows(reading.env, list, columns, rows);
+    append_rows(reading.call, list, columns, rows);
     return {};
 }
 
@@ -49,10 +49,10 @@ template <class Option>
 FailedRead read_hosts(const ShareReading &reading, int share_id, const char *proto, Option &option)
 {
     return read_list(reading, option.HostAcl, "host,host_acl", host_columns,
-                     reading.sql().table(R"(SELECT H.id,H.name,CASE WHEN HA.write THEN 'ReadWrite'
+                     reading.call.table(R"(SELECT H.id,H.name,CASE WHEN HA.write THEN 'ReadWrite'
         WHEN HA.read THEN 'ReadOnly' ELSE 'Disabled' END,HA.root FROM host H
         INNER JOIN host_acl HA ON HA.host_id=H.id AND HA.share_id=%d AND HA.proto=%Q)",
-                                         share_id, proto));
+                                        share_id, proto));
 }
 
 // Users and groups of the kind that the appliance works with.
@@ -61,19 +61,19 @@ FailedRead read_accounts(const ShareReading &reading, int share_id, const char *
 {
     const FailedRead failed =
         read_list(reading, option.UserAcl, "user,user_acl", user_columns,
-                  reading.sql().table(R"(SELECT U.id,U.uname,CASE WHEN UA.write THEN 'ReadWrite'
+                  reading.call.table(R"(SELECT U.id,U.uname,CASE WHEN UA.write THEN 'ReadWrite'
         WHEN UA.read THEN 'ReadOnly' ELSE 'Disabled' END FROM `$user` U
         INNER JOIN user_acl UA ON UA.user_id=U.id AND UA.share_id=%d AND UA.proto=%Q
         WHERE U.rid IS %sNULL ORDER BY U.uname COLLATE NOCASE)",
-                                      share_id, proto, reading.directory.rid_not()));
+                                     share_id, proto, reading.call.directory().rid_not()));
     if (failed)
         return failed;
     return read_list(reading, option.GroupAcl, "group,group_acl", group_columns,
-                     reading.sql().table(R"(SELECT G.id,G.gname,CASE WHEN GA.write THEN 'ReadWrite'
+                     reading.call.table(R"(SELECT G.id,G.gname,CASE WHEN GA.write THEN 'ReadWrite'
         WHEN GA.read THEN 'ReadOnly' ELSE 'Disabled' END FROM `$group` G
         INNER JOIN group_acl GA ON GA.group_id=G.id AND GA.share_id=%d AND GA.proto=%Q
         WHERE G.rid IS %sNULL ORDER BY G.gname COLLATE NOCASE)",
-                                         share_id, proto, reading.directory.rid_not()));
+                                        share_id, proto, reading.call.directory().rid_not()));
 }
 
 template <class Option>
@@ -88,20 +88,20 @@ FailedRead read_hosts_and_accounts(const ShareReading &reading, int share_id, co
 
 constexpr auto cifs_columns = std::tuple{
     &qbobj_CifsShareOption_t::DefaultAccess,
-    given(&qbobj_CifsShareOption_t::_void_AllowGuestAccess, &qbobj_CifsShareOption_t::AllowGuestAccess),
-    given(&qbobj_CifsShareOption_t::_void_ShareDisplayOption, &qbobj_CifsShareOption_t::ShareDisplayOption),
-    given(&qbobj_CifsShareOption_t::_void_EnableRecycleBin, &qbobj_CifsShareOption_t::EnableRecycleBin),
-    given(&qbobj_CifsShareOption_t::_void_RecycleAgeLimit, &qbobj_CifsShareOption_t::RecycleAgeLimit),
-    given(&qbobj_CifsShareOption_t::_void_RecycleSizeLimit, &qbobj_CifsShareOption_t::RecycleSizeLimit),
-    given(&qbobj_CifsShareOption_t::_void_NewFileFolderPermAutoset,
-          &qbobj_CifsShareOption_t::NewFileFolderPermAutoset),
-    given(&qbobj_CifsShareOption_t::_void_AclChangeRestrictionToggle,
-          &qbobj_CifsShareOption_t::AclChangeRestrictionToggle),
+    given<&qbobj_CifsShareOption_t::_void_AllowGuestAccess, &qbobj_CifsShareOption_t::AllowGuestAccess>,
+    given<&qbobj_CifsShareOption_t::_void_ShareDisplayOption, &qbobj_CifsShareOption_t::ShareDisplayOption>,
+    given<&qbobj_CifsShareOption_t::_void_EnableRecycleBin, &qbobj_CifsShareOption_t::EnableRecycleBin>,
+    given<&qbobj_CifsShareOption_t::_void_RecycleAgeLimit, &qbobj_CifsShareOption_t::RecycleAgeLimit>,
+    given<&qbobj_CifsShareOption_t::_void_RecycleSizeLimit, &qbobj_CifsShareOption_t::RecycleSizeLimit>,
+    given<&qbobj_CifsShareOption_t::_void_NewFileFolderPermAutoset,
+          &qbobj_CifsShareOption_t::NewFileFolderPermAutoset>,
+    given<&qbobj_CifsShareOption_t::_void_AclChangeRestrictionToggle,
+          &qbobj_CifsShareOption_t::AclChangeRestrictionToggle>,
     &qbobj_CifsShareOption_t::FileCreateGroupRights,
     &qbobj_CifsShareOption_t::FileCreateEveryoneRights,
     &qbobj_CifsShareOption_t::FolderCreateGroupRights,
     &qbobj_CifsShareOption_t::FolderCreateEveryoneRights,
-    given(&qbobj_CifsShareOption_t::_void_EnableOplocks, &qbobj_CifsShareOption_t::EnableOplocks),
+    given<&qbobj_CifsShareOption_t::_void_EnableOplocks, &qbobj_CifsShareOption_t::EnableOplocks>,
     negated(&qbobj_CifsShareOption_t::NotAvailable),
     &qbobj_CifsShareOption_t::EnableDFS,
 };
@@ -120,7 +120,7 @@ constexpr auto mode_rights(const char *Option::*group, const char *Option::*ever
 
 constexpr auto afp_columns = std::tuple{
     &qbobj_AfpShareOption_t::DefaultAccess,
-    given(&qbobj_AfpShareOption_t::_void_AllowGuestAccess, &qbobj_AfpShareOption_t::AllowGuestAccess),
+    given<&qbobj_AfpShareOption_t::_void_AllowGuestAccess, &qbobj_AfpShareOption_t::AllowGuestAccess>,
     mode_rights(&qbobj_AfpShareOption_t::FileCreateGroupRights,
                 &qbobj_AfpShareOption_t::FileCreateEveryoneRights),
     mode_rights(&qbobj_AfpShareOption_t::FolderCreateGroupRights,
@@ -156,8 +156,8 @@ constexpr auto umask_rights(const char *Option::*group, const char *Option::*eve
 
 constexpr auto ftp_columns = std::tuple{
     &qbobj_FtpShareOption_t::DefaultAccess,
-    given(&qbobj_FtpShareOption_t::_void_NewFileFolderPermAutoset,
-          &qbobj_FtpShareOption_t::NewFileFolderPermAutoset),
+    given<&qbobj_FtpShareOption_t::_void_NewFileFolderPermAutoset,
+          &qbobj_FtpShareOption_t::NewFileFolderPermAutoset>,
     umask_rights(&qbobj_FtpShareOption_t::FileCreateGroupRights,
                  &qbobj_FtpShareOption_t::FileCreateEveryoneRights),
     umask_rights(&qbobj_FtpShareOption_t::FolderCreateGroupRights,
@@ -184,7 +184,7 @@ constexpr auto rsync_columns = std::tuple{
 constexpr auto http_columns = std::tuple{
     &qbobj_HttpShareOption_t::DefaultAccess,
     negated(&qbobj_HttpShareOption_t::NotAvailable),
-    given(&qbobj_HttpShareOption_t::_void_EnableWebDav, &qbobj_HttpShareOption_t::EnableWebDav),
+    given<&qbobj_HttpShareOption_t::_void_EnableWebDav, &qbobj_HttpShareOption_t::EnableWebDav>,
 };
 
 constexpr auto zvol_columns = std::tuple{
@@ -204,8 +204,8 @@ FailedRead read_option(const ShareReading &reading, Option *&option, const char 
     if (!rows)
         return {table, rows.error()};
     if (!rows.empty()) {
-        option = create<Option>(reading.env);
-        fill(reading.env, *option, columns, *rows.begin());
+        option = create<Option>(reading.call.pool());
+        fill(reading.call, *option, columns, *rows.begin());
     }
     return {};
 }
@@ -214,7 +214,7 @@ FailedRead read_cifs(const ShareReading &reading, int share_id, qbobj_Share_t &s
 {
     FailedRead failed =
         read_option(reading, share.Cifs, "cifs_share_option", cifs_columns,
-                    reading.sql().table(R"(SELECT CASE WHEN CIFS.cifs_access='writeable' THEN 'ReadWrite'
+                    reading.call.table(R"(SELECT CASE WHEN CIFS.cifs_access='writeable' THEN 'ReadWrite'
         WHEN CIFS.cifs_access='readonly' THEN 'ReadOnly' ELSE 'Disabled' END,
         CIFS.cifs_guest_access,CIFS.cifs_hide_share,CIFS.cifs_recycle,CIFS.cifs_recycle_age_limit,
         CIFS.cifs_recycle_mb_limit,CIFS.cifs_enable_masks,CIFS.cifs_enable_forced_minimum,
@@ -227,27 +227,27 @@ FailedRead read_cifs(const ShareReading &reading, int share_id, qbobj_Share_t &s
         CASE WHEN CIFS.cifs_everyone_directory_mask&2=2 THEN 'ReadWrite'
         WHEN CIFS.cifs_everyone_directory_mask&4=4 THEN 'ReadOnly' ELSE 'Disabled' END,
         CIFS.oplocks,CIFS.available,CIFS.cifs_enabledfs FROM cifs_share_option CIFS WHERE share_id=%d)",
-                                        share_id));
+                                       share_id));
     if (failed || share.Cifs == nullptr)
         return failed;
     failed = read_hosts_and_accounts(reading, share_id, "cifs", *share.Cifs);
     if (failed)
         return failed;
     return read_list(reading, share.Cifs->DfolderAcl, "cifs_dfs_option", dfolder_columns,
-                     reading.sql().table("SELECT D.folder,D.address,D.remote_share FROM cifs_dfs_option D "
-                                         "WHERE  D.share_id=%d",
-                                         share_id));
+                     reading.call.table("SELECT D.folder,D.address,D.remote_share FROM cifs_dfs_option D "
+                                        "WHERE  D.share_id=%d",
+                                        share_id));
 }
 
 FailedRead read_afp(const ShareReading &reading, int share_id, qbobj_Share_t &share)
 {
     const FailedRead failed =
         read_option(reading, share.Afp, "afp_share_option", afp_columns,
-                    reading.sql().table(R"(SELECT CASE WHEN AFP.afp_access='writeable' THEN 'ReadWrite'
+                    reading.call.table(R"(SELECT CASE WHEN AFP.afp_access='writeable' THEN 'ReadWrite'
         WHEN AFP.afp_access='readonly' THEN 'ReadOnly' ELSE 'Disabled' END,
         AFP.afp_guest_access,AFP.afp_fperm,AFP.afp_dperm,AFP.available
         FROM afp_share_option AFP WHERE share_id=%d)",
-                                        share_id));
+                                       share_id));
     if (failed || share.Afp == nullptr)
         return failed;
     return read_hosts_and_accounts(reading, share_id, "afp", *share.Afp);
@@ -257,10 +257,10 @@ FailedRead read_nfs(const ShareReading &reading, int share_id, qbobj_Share_t &sh
 {
     const FailedRead failed =
         read_option(reading, share.Nfs, "nfs_share_option", nfs_columns,
-                    reading.sql().table(R"(SELECT CASE WHEN NFS.nfs_access='writeable' THEN 'ReadWrite'
+                    reading.call.table(R"(SELECT CASE WHEN NFS.nfs_access='writeable' THEN 'ReadWrite'
         WHEN NFS.nfs_access='readonly' THEN 'ReadOnly' ELSE 'Disabled' END,
         NFS.available,NFS.nfs_sync FROM nfs_share_option NFS WHERE share_id=%d)",
-                                        share_id));
+                                       share_id));
     if (failed || share.Nfs == nullptr)
         return failed;
     return read_hosts(reading, share_id, "nfs", *share.Nfs);
@@ -270,11 +270,11 @@ FailedRead read_ftp(const ShareReading &reading, int share_id, qbobj_Share_t &sh
 {
     FailedRead failed =
         read_option(reading, share.Ftp, "ftp_share_option", ftp_columns,
-                    reading.sql().table(R"(SELECT CASE WHEN FTP.ftp_access='writeable' THEN 'ReadWrite'
+                    reading.call.table(R"(SELECT CASE WHEN FTP.ftp_access='writeable' THEN 'ReadWrite'
         WHEN FTP.ftp_access='readonly' THEN 'ReadOnly' ELSE 'Disabled' END,
         FTP.ftp_mask,FTP.ftp_create_mask,FTP.ftp_directory_mask,FTP.available
         FROM ftp_share_option FTP WHERE share_id=%d)",
-                                        share_id));
+                                       share_id));
     if (failed || share.Ftp == nullptr)
         return failed;
     failed = read_hosts(reading, share_id, "ftp", *share.Ftp);
@@ -286,47 +286,47 @@ FailedRead read_ftp(const ShareReading &reading, int share_id, qbobj_Share_t &sh
 FailedRead read_dlna(const ShareReading &reading, int share_id, qbobj_Share_t &share)
 {
     return read_option(reading, share.Dlna, "dlna_share_option", dlna_columns,
-                       reading.sql().table(R"(SELECT CASE WHEN DLNA.access='readonly' THEN 'ReadOnly'
+                       reading.call.table(R"(SELECT CASE WHEN DLNA.access='readonly' THEN 'ReadOnly'
         ELSE 'Disabled' END,DLNA.media_type,DLNA.available
         FROM dlna_share_option DLNA WHERE DLNA.share_id=%d AND DLNA.access='readonly')",
-                                           share_id));
+                                          share_id));
 }
 
 FailedRead read_daap(const ShareReading &reading, int share_id, qbobj_Share_t &share)
 {
     return read_option(
         reading, share.Daap, "daap_share_option", daap_columns,
-        reading.sql().table("SELECT DAAP.available FROM daap_share_option DAAP WHERE DAAP.share_id=%d",
-                            share_id));
+        reading.call.table("SELECT DAAP.available FROM daap_share_option DAAP WHERE DAAP.share_id=%d",
+                           share_id));
 }
 
 FailedRead read_rsync(const ShareReading &reading, int share_id, qbobj_Share_t &share)
 {
     FailedRead failed =
         read_option(reading, share.Rsync, "rsync_share_option", rsync_columns,
-                    reading.sql().table(R"(SELECT CASE WHEN RSYNC.rsync_access='readonly' THEN 'ReadOnly'
+                    reading.call.table(R"(SELECT CASE WHEN RSYNC.rsync_access='readonly' THEN 'ReadOnly'
         ELSE 'ReadWrite' END,CASE WHEN RSYNC.passwordprotection='enabled' THEN 'Enabled'
         ELSE 'Disabled' END,RSYNC.available FROM rsync_share_option RSYNC WHERE RSYNC.share_id=%d)",
-                                        share_id));
+                                       share_id));
     if (failed || share.Rsync == nullptr)
         return failed;
     failed = read_hosts(reading, share_id, "rsync", *share.Rsync);
     if (failed)
         return failed;
     return read_list(reading, share.Rsync->UserPasswordAcl, "rsync_user_password_acl", login_columns,
-                     reading.sql().table("SELECT UP.user,UP.password FROM rsync_user_password_acl UP "
-                                         "WHERE UP.share_id=%d",
-                                         share_id));
+                     reading.call.table("SELECT UP.user,UP.password FROM rsync_user_password_acl UP "
+                                        "WHERE UP.share_id=%d",
+                                        share_id));
 }
 
 FailedRead read_http(const ShareReading &reading, int share_id, qbobj_Share_t &share)
 {
     const FailedRead failed =
         read_option(reading, share.Http, "http_share_option", http_columns,
-                    reading.sql().table(R"(SELECT CASE WHEN HTTP.http_access='writeable' THEN 'ReadWrite'
+                    reading.call.table(R"(SELECT CASE WHEN HTTP.http_access='writeable' THEN 'ReadWrite'
         WHEN HTTP.http_access='readonly' THEN 'ReadOnly' ELSE 'Disabled' END,
         HTTP.available,HTTP.http_webdav FROM http_share_option HTTP WHERE share_id=%d)",
-                                        share_id));
+                                       share_id));
     if (failed || share.Http == nullptr)
         return failed;
     return read_hosts_and_accounts(reading, share_id, "http", *share.Http);
@@ -336,15 +336,15 @@ FailedRead read_zvol(const ShareReading &reading, int share_id, qbobj_Share_t &s
 {
     const FailedRead failed =
         read_option(reading, share.Zvol, "zvol_share_option", zvol_columns,
-                    reading.sql().table(R"(SELECT ZVOL.kb_size,ZVOL.is_sparse,V.lv_name||'/'||S.name
+                    reading.call.table(R"(SELECT ZVOL.kb_size,ZVOL.is_sparse,V.lv_name||'/'||S.name
         FROM zvol_share_option ZVOL INNER JOIN share S ON S.id=ZVOL.share_id
         INNER JOIN _volume V ON V.id=S.volume_id WHERE share_id=%d)",
-                                        share_id));
+                                       share_id));
     if (failed || share.Zvol == nullptr)
         return failed;
     unsigned long used_bytes = 0;
-    if (qbdb_fs_get_attr_scanf(reading.call.qbdb(), share.Zvol->ZfsName, "usedbydataset", "%lu", &used_bytes) ==
-        0)
+    if (qbdb_fs_get_attr_scanf(reading.call.qbdb(), share.Zvol->ZfsName, "usedbydataset", "%lu",
+                               &used_bytes) == 0)
         share.Zvol->UsedKB = used_bytes >> 10;
     return {};
 }

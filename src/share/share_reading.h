@@ -12,11 +12,7 @@ namespace qbobj
 // The call, and the answers that cannot change while it reads shares.
 struct ShareReading {
     Call &call;
-    sqlite3 *db;
-    Directory directory;
     bool ftp_anonymous = false; // FTP knows no users and groups
-
-    Sql sql() const { return {call}; }
 };
 
 // The table that could not be read, as messages name it, with the database's message.
@@ -37,22 +33,20 @@ constexpr const char *access_word(int bits)
     return (bits & may_read) != 0 ? "ReadOnly" : "Disabled";
 }
 
-// A column of a record's part, which is made when there is none yet.
-template <class Record, class Part, class Column>
-constexpr auto part(Part *Record::*member, Column column)
-{
-    return [member, column](const qbobj_env_t &env, Record &record, const char *cell) {
-        if (record.*member == nullptr)
-            record.*member = create<Part>(call.pool());
-        fill_column(call, *(record.*member), column, cell);
-    };
-}
-
 // Several columns of a record's part.
 template <class Record, class Part, class... Columns>
 constexpr auto parts(Part *Record::*member, Columns... columns)
 {
-    return std::make_tuple(part(member, columns)...);
+    return std::make_tuple(of(member, columns)...);
+}
+
+// Appends one record a row to the list.
+template <class Record, class... Columns>
+void append_rows(Call &call, Record *&list, const std::tuple<Columns...> &columns, const Table &rows)
+{
+    Tail<Record> tail(list);
+    for (const Row row : rows)
+        fill(call, tail.append(call.pool()), columns, row);
 }
 
 inline constexpr auto used_by_columns = std::tuple{&qbobj_UsedBy_t::AppName, &qbobj_UsedBy_t::AppData};

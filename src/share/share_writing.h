@@ -42,13 +42,12 @@ template <class Option>
 void refresh_service(Call &call)
 {
     if constexpr (is_refreshed<Option>)
-        qbdb_service_update_setting_by_share(call.qbdb(), db, protocol_of<Option>);
+        qbdb_service_update_setting_by_share(call.qbdb(), call.db(), protocol_of<Option>);
 }
 
 // Replaces every list that the protocol has by the record's; a null list becomes empty.
 template <class Option>
-int write_lists(Call &call, const Directory &directory, const Option &option,
-                int32_t share_id)
+int write_lists(Call &call, const Option &option, int32_t share_id)
 {
     const char *proto = protocol_of<Option>;
     int rc = 0;
@@ -56,12 +55,12 @@ int write_lists(Call &call, const Directory &directory, const Option &option,
         rc = qbobj_api2_addHostAcl(call, option.HostAcl, share_id, proto);
     if constexpr (requires { option.UserAcl; })
         rc = rc != 0 ? rc
-                     : qbobj_api2_addUserAcl(call, option.UserAcl, share_id, proto, directory.ads,
-                                             directory.no_sync);
+                     : qbobj_api2_addUserAcl(call, option.UserAcl, share_id, proto, call.directory().ads,
+                                             call.directory().no_sync);
     if constexpr (requires { option.GroupAcl; })
         rc = rc != 0 ? rc
-                     : qbobj_api2_addGroupAcl(call, option.GroupAcl, share_id, proto, directory.ads,
-                                              directory.no_sync);
+                     : qbobj_api2_addGroupAcl(call, option.GroupAcl, share_id, proto, call.directory().ads,
+                                              call.directory().no_sync);
     if constexpr (requires { option.DfolderAcl; })
         rc = rc != 0 ? rc : qbobj_api2_addDfolderAcl(call, option.DfolderAcl, share_id);
     if constexpr (requires { option.UserPasswordAcl; })
@@ -70,8 +69,7 @@ int write_lists(Call &call, const Directory &directory, const Option &option,
 }
 
 // Applies every option record that the share carries; sets their `Changed`.
-int modify_protocols(Call &call, const Directory &directory, qbobj_Share_t &share,
-                     int32_t share_id);
+int modify_protocols(Call &call, qbobj_Share_t &share, int32_t share_id);
 
 // Rights of new files and folders: permission bits, or the bits of a umask.
 struct Rights {
@@ -93,8 +91,8 @@ using RightNames = std::array<const char *, 4>;
 namespace
 {
 
-inline int read_right(Call &call, RightValidator validate, const char *field, const char *word,
-                      int is_dir, int &bits)
+inline int read_right(Call &call, RightValidator validate, const char *field, const char *word, int is_dir,
+                      int &bits)
 {
     if (validate(word, "ReadWrite", &bits, is_dir) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid %s (%s).", field, word);
@@ -103,8 +101,8 @@ inline int read_right(Call &call, RightValidator validate, const char *field, co
 
 // A missing right counts as "ReadWrite".
 template <class Option>
-int read_rights(Call &call, const Option &option, RightValidator validate,
-                const RightNames &names, Rights &rights)
+int read_rights(Call &call, const Option &option, RightValidator validate, const RightNames &names,
+                Rights &rights)
 {
     const auto [file_group, file_everyone, folder_group, folder_everyone] = names;
     if (const int rc =
@@ -148,8 +146,8 @@ inline int check_share_name(Call &call, const char *name)
 inline int check_sync(Call &call, const char *sync)
 {
     if (qbobj_validate_string(sync, 0, "standard", "always", "disabled", nullptr) != 0)
-        return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid Sync (%s). One of 'standard', 'always', 'disabled'.",
-                     sync);
+        return raise(call, QBOBJ_ERROR_API_ARGS,
+                     "Invalid Sync (%s). One of 'standard', 'always', 'disabled'.", sync);
     return 0;
 }
 
