@@ -44,9 +44,6 @@ int run_framed(const FramedOperation &operation, const Caller &caller, std::span
                BoundWorker worker) noexcept;
 
 template <class Type>
-concept RecordResult = std::is_pointer_v<Type> && RecordArgument<std::remove_pointer_t<Type>>;
-
-template <class Type>
 DumpedRecord dump_of(Type argument, Direction direction)
 {
     const bool is_given = direction != Direction::out;

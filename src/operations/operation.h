@@ -7,6 +7,7 @@
 
 #include "core/schema_of.h"
 
+#include <libxml/tree.h>
 #include <qbobj.h>
 
 #include <array>
@@ -117,11 +118,51 @@ concept RecordArgument = requires(Type record)
 {
     schema_of(record);
 };
+template <class Type>
+concept RecordResult = std::is_pointer_v<Type> && RecordArgument<std::remove_pointer_t<Type>>;
+
+// The shape of an argument, which follows from its type.
+enum class Shape {
+    number,
+    text,
+    record,        // a record or list of the caller's
+    record_result, // a record or list that the operation makes
+    number_result,
+    text_result,
+    text_array,  // texts in an array of the caller's
+    tree_result, // a tree of libxml2, which the caller frees
+    attributes   // of a folder
+};
+
+template <class Type>
+constexpr Shape shape_of(const Argument &argument)
+{
+    if constexpr (RecordArgument<Type>)
+        return Shape::record;
+    else if constexpr (RecordResult<Type>)
+        return Shape::record_result;
+    else if constexpr (std::is_same_v<Type, qbobj_folder_attribute_t *>)
+        return Shape::attributes;
+    else if constexpr (std::is_same_v<Type, xmlNodePtr *>)
+        return Shape::tree_result;
+    else if constexpr (std::is_same_v<Type, const char *>)
+        return Shape::text;
+    else if constexpr (std::is_same_v<Type, char **> || std::is_same_v<Type, const char **>)
+        return argument.count.empty() ? Shape::text_result : Shape::text_array;
+    else if constexpr (std::is_integral_v<Type>)
+        return Shape::number;
+    else {
+        static_assert(std::is_integral_v<std::remove_pointer_t<Type>>,
+                      "an argument of this type has no shape");
+        return Shape::number_result;
+    }
+}
 
 /* ---- The entry ----------------------------------------------------------------------------------------- */
 
 template <auto Function>
 struct Operation {
+    static constexpr auto function = Function;
     static constexpr std::size_t arity = Signature<decltype(Function)>::arity;
     template <std::size_t Index>
     using Parameter = typename Signature<decltype(Function)>::template Parameter<Index>;

@@ -14,7 +14,7 @@ TEST(Scenarios, CoverEveryOperation)
     for (const Scenario &scenario : scenarios())
         covered.insert(scenario.operation);
     for (const qbobj_json::Operation &operation : qbobj_json::operations())
-        EXPECT_TRUE(covered.contains(operation.name)) << operation.name << " needs a scenario";
+        EXPECT_TRUE(covered.contains(operation.name())) << operation.name() << " needs a scenario";
 }
 
 class EachScenario : public ::testing::TestWithParam<Scenario>
@@ -26,7 +26,7 @@ TEST_P(EachScenario, EndsAsItSays)
     Appliance office;
     furnish(office);
     const qbobj_json::Operation &operation = *qbobj_json::find_operation(GetParam().operation);
-    const qbobj_json::Outcome outcome = call(office, operation.name, GetParam().input);
+    const qbobj_json::Outcome outcome = call(office, operation.name(), GetParam().input);
     EXPECT_EQ(GetParam().fails, operation.failed(outcome.result))
         << outcome.result << " " << ::testing::PrintToString(outcome.error);
     EXPECT_TRUE(office.rows("PRAGMA foreign_key_check").empty());

@@ -101,7 +101,7 @@ TEST_P(FaultSweep, FailedStatementIsReportedAndLeavesNothing)
         std::string statement;
         {
             const FailingStatement failing(office->db, n);
-            outcome = call(*office, operation.name, GetParam().input);
+            outcome = call(*office, operation.name(), GetParam().input);
             statement = failing.failed();
         }
         if (statement.empty())
@@ -112,12 +112,12 @@ TEST_P(FaultSweep, FailedStatementIsReportedAndLeavesNothing)
             ASSERT_EQ(before, office->content());
             continue;
         }
-        EXPECT_TRUE(may_survive(operation.name, statement)) << "the failure was not reported";
+        EXPECT_TRUE(may_survive(operation.name(), statement)) << "the failure was not reported";
         office = std::make_unique<Appliance>();
         furnish(*office);
         before = office->content();
     }
-    EXPECT_EQ(run_no_statement.contains(operation.name), n == 1) << "statements run: " << n - 1;
+    EXPECT_EQ(run_no_statement.contains(operation.name()), n == 1) << "statements run: " << n - 1;
     EXPECT_LT(n, more_than_any_call_needs);
 }
 

@@ -46,9 +46,9 @@ void find_strings(const Json &json, const Json::json_pointer &at, std::vector<Js
 Json with_all_strings(const qbobj_json::Operation &operation, const Json &given)
 {
     Json input = qbobj_json::arrange_inputs(operation, given);
-    for (std::size_t i = 0; i < operation.arguments.size(); ++i) {
-        const qbobj_spec_t *spec = operation.arguments[i].spec;
-        if (!operation.arguments[i].is_input() || spec == nullptr)
+    for (std::size_t i = 0; i < operation.arguments().size(); ++i) {
+        const qbobj_spec_t *spec = operation.arguments()[i].spec;
+        if (!operation.arguments()[i].is_input() || spec == nullptr)
             continue;
         Json &record = input[i].is_array() && !input[i].empty() ? input[i].front() : input[i];
         if (record.is_null())
@@ -97,7 +97,7 @@ TEST_P(HostileSweep, StringsAreNeverSql)
 
     for (const Json::json_pointer &at : strings)
         for (const Json &hostile : hostile_values()) {
-            if (hostile.is_null() && is_settings_operation(operation.name))
+            if (hostile.is_null() && is_settings_operation(operation.name()))
                 continue; // a null key ends the process; a null registry value is refused by a statement that
                           // is no SQL
             SCOPED_TRACE(at.to_string() + " = " +

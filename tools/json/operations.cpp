@@ -1,344 +1,252 @@
-// The table of operations. An entry names an exported function and its arguments; all else follows from the
-// function's type.
+// Operations called with JSON: each argument is made from JSON, passed, and shown afterwards, as its type says.
 #include "json/operations.h"
 
-#include <array>
-#include <climits>
-#include <cstring>
+#include "operations/all.h"
+
+#include <limits>
+#include <memory>
 #include <tuple>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 namespace qbobj_json
 {
 namespace
 {
 
-// The schema that a pointer to a record type leads to.
-#define QBOBJ_SPEC_OF(Type)                                                                                  \
-    [[maybe_unused]] constexpr const qbobj_spec_t *spec_of(const qbobj_##Type##_t *)                         \
-    {                                                                                                        \
-        return spec_##Type;                                                                                  \
-    }
-QBOBJ_RECORD_TYPES(QBOBJ_SPEC_OF)
-#undef QBOBJ_SPEC_OF
+using qbobj::Direction;
+using qbobj::Shape;
+
+// What every argument is made from.
+struct Given {
+    const Argument &argument;
+    const Json &json;
+    const Connection &connection;
+
+    apr_pool_t *pool() const { return connection.qbdb->pool; }
+    std::string name() const { return std::string(argument.name); }
+};
+
+Json shown(const char *text)
+{
+    return text == nullptr ? Json(nullptr) : Json(text);
+}
 
 // How one argument is made from JSON, passed, and shown afterwards.
 template <class T>
 struct Slot;
 
-template <>
-struct Slot<int> {
-    static constexpr ArgumentKind kind = ArgumentKind::integer;
-    static constexpr const qbobj_spec_t *spec = nullptr;
-    int value;
-    Slot(const Argument &argument, const Json &json, apr_pool_t *)
-        : value(json.is_null() ? 0 : static_cast<int>(to_integer(json, INT_MIN, INT_MAX, argument.name)))
+template <std::integral Number>
+struct Slot<Number> {
+    Number value = 0;
+    explicit Slot(const Given &given)
     {
+        if (given.json.is_null())
+            return;
+        if constexpr (std::is_unsigned_v<Number>)
+            value = static_cast<Number>(to_unsigned(given.json, given.name()));
+        else
+            value = static_cast<Number>(to_integer(given.json, std::numeric_limits<Number>::min(),
+                                                   std::numeric_limits<Number>::max(), given.name()));
     }
-    int pass() { return value; }
+    Number pass() { return value; }
     Json show() const { return value; }
 };
 
-template <>
-struct Slot<uint64_t> {
-    static constexpr ArgumentKind kind = ArgumentKind::size;
-    static constexpr const qbobj_spec_t *spec = nullptr;
-    uint64_t value;
-    Slot(const Argument &argument, const Json &json, apr_pool_t *)
-        : value(json.is_null() ? 0 : to_unsigned(json, argument.name))
-    {
-    }
-    uint64_t pass() { return value; }
+template <std::integral Number>
+struct Slot<Number *> {
+    Number value = 0;
+    explicit Slot(const Given &) {}
+    Number *pass() { return &value; }
     Json show() const { return value; }
 };
 
 template <>
 struct Slot<const char *> {
-    static constexpr ArgumentKind kind = ArgumentKind::text;
-    static constexpr const qbobj_spec_t *spec = nullptr;
     const char *value;
-    Slot(const Argument &argument, const Json &json, apr_pool_t *pool)
-        : value(to_text(json, pool, argument.name))
-    {
-    }
+    explicit Slot(const Given &given) : value(to_text(given.json, given.pool(), given.name())) {}
     const char *pass() { return value; }
-    Json show() const { return value == nullptr ? Json(nullptr) : Json(value); }
+    Json show() const { return shown(value); }
 };
 
-template <class Record>
-struct Slot<Record *> {
-    static constexpr ArgumentKind kind = ArgumentKind::record;
-    static constexpr const qbobj_spec_t *spec = spec_of(static_cast<const Record *>(nullptr));
-    Record *value;
-    Slot(const Argument &argument, const Json &json, apr_pool_t *pool)
-        : value(static_cast<Record *>(json.is_null() && !argument.optional
-                                          ? empty_record(spec, pool)
-                                          : from_json(spec, json, pool, argument.name)))
+template <qbobj::RecordArgument Pointer>
+struct Slot<Pointer> {
+    static constexpr const qbobj_spec_t *spec = qbobj::schema_of(Pointer{});
+    Pointer value;
+    explicit Slot(const Given &given)
+        : value(static_cast<Pointer>(given.json.is_null() && !given.argument.optional
+                                         ? empty_record(spec, given.pool())
+                                         : from_json(spec, given.json, given.pool(), given.name())))
     {
     }
-    Record *pass() { return value; }
+    Pointer pass() { return value; }
     Json show() const { return to_json(spec, value); }
 };
 
 template <class Record>
+requires qbobj::RecordResult<Record **>
 struct Slot<Record **> {
-    static constexpr ArgumentKind kind = ArgumentKind::record_result;
-    static constexpr const qbobj_spec_t *spec = spec_of(static_cast<const Record *>(nullptr));
     Record *value = nullptr;
-    Slot(const Argument &, const Json &, apr_pool_t *) {}
+    explicit Slot(const Given &) {}
     Record **pass() { return &value; }
-    Json show() const { return to_json(spec, value); }
+    Json show() const { return to_json(qbobj::schema_of(value), value); }
 };
 
+// Room for the texts of an array: as many as the operation that lists them returns now, and some for those that others
+// add before the call.
+std::size_t room_for(const Given &given)
+{
+    const Operation &lister = *find_operation(given.argument.size_of);
+    const Outcome listed = lister.call(lister, given.connection, arrange_inputs(lister, nullptr));
+    if (lister.failed(listed.result))
+        throw BadInput("cannot count the elements of '" + given.name() + "'");
+    const Json collection = listed.value();
+    const std::size_t length =
+        collection.empty() || !collection.front().is_array() ? 0 : collection.front().size();
+    return 2 * length + 1000;
+}
+
+// One text, or an array of the caller's, which another argument counts.
 template <class Text>
-struct TextResult {
-    static constexpr ArgumentKind kind = ArgumentKind::text_result;
-    static constexpr const qbobj_spec_t *spec = nullptr;
-    Text value = nullptr;
-    TextResult(const Argument &, const Json &, apr_pool_t *) {}
-    Text *pass() { return &value; }
-    Json show() const { return value == nullptr ? Json(nullptr) : Json(value); }
+struct TextSlot {
+    std::vector<Text> values;
+    explicit TextSlot(const Given &given) : values(given.argument.count.empty() ? 1 : room_for(given)) {}
+    Text *pass() { return values.data(); }
+    Json show() const { return shown(values.front()); }
+    Json show_array(std::size_t count) const
+    {
+        Json texts = Json::array();
+        for (std::size_t i = 0; i < count && i < values.size(); ++i)
+            texts.push_back(shown(values[i]));
+        return texts;
+    }
 };
 template <>
-struct Slot<char **> : TextResult<char *> {
-    using TextResult::TextResult;
+struct Slot<char **> : TextSlot<char *> {
+    using TextSlot::TextSlot;
 };
 template <>
-struct Slot<const char **> : TextResult<const char *> {
-    using TextResult::TextResult;
+struct Slot<const char **> : TextSlot<const char *> {
+    using TextSlot::TextSlot;
+};
+
+struct FreeNode {
+    void operator()(xmlNode *node) const { xmlFreeNode(node); }
+};
+struct FreeBuffer {
+    void operator()(xmlBuffer *buffer) const { xmlBufferFree(buffer); }
 };
 
 template <>
-struct Slot<int *> {
-    static constexpr ArgumentKind kind = ArgumentKind::integer_result;
-    static constexpr const qbobj_spec_t *spec = nullptr;
-    int value = 0;
-    Slot(const Argument &, const Json &, apr_pool_t *) {}
-    int *pass() { return &value; }
-    Json show() const { return value; }
+struct Slot<xmlNodePtr *> {
+    xmlNodePtr value = nullptr;
+    explicit Slot(const Given &) {}
+    xmlNodePtr *pass() { return &value; }
+    // The tree, which is the caller's, as its text.
+    Json show() const
+    {
+        const std::unique_ptr<xmlNode, FreeNode> node(value);
+        const std::unique_ptr<xmlBuffer, FreeBuffer> text(xmlBufferCreate());
+        if (node == nullptr || text == nullptr || xmlNodeDump(text.get(), nullptr, node.get(), 0, 1) < 0)
+            return nullptr;
+        return reinterpret_cast<const char *>(xmlBufferContent(text.get()));
+    }
 };
 
 template <>
 struct Slot<qbobj_folder_attribute_t *> {
-    static constexpr ArgumentKind kind = ArgumentKind::folder_result;
-    static constexpr const qbobj_spec_t *spec = nullptr;
     qbobj_folder_attribute_t value{};
-    Slot(const Argument &, const Json &, apr_pool_t *) {}
+    explicit Slot(const Given &) {}
     qbobj_folder_attribute_t *pass() { return &value; }
     Json show() const
     {
         return {{"cifs_flags", value.cifs_flags},
                 {"dlna_flags", value.dlna_flags},
-                {"comment", value.comment == nullptr ? Json(nullptr) : Json(value.comment)},
+                {"comment", shown(value.comment)},
                 {"is_homeshare", value.is_homeshare},
                 {"is_subfolder", value.is_subfolder}};
     }
 };
 
-// The types between the connection and the error record.
-template <class Function>
-struct Signature;
-template <class... Parameters>
-struct Signature<int (*)(qbdb_handle_t *, sqlite3 *, Parameters...)> {
-    static constexpr std::size_t arity = sizeof...(Parameters) - 1;
-    template <std::size_t Index>
-    using Parameter = std::tuple_element_t<Index, std::tuple<Parameters...>>;
-};
-
-template <auto Function, std::size_t... Index>
+template <class Entry, std::size_t... Index>
 Outcome call_function(const Operation &operation, const Connection &connection, const Json &inputs,
                       std::index_sequence<Index...>)
 {
-    using Types = Signature<decltype(Function)>;
+    const std::span<const Argument> arguments = operation.arguments();
     // Braces keep the order of evaluation, so that the first bad argument is the one that is named.
-    std::tuple<Slot<typename Types::template Parameter<Index>>...> slots{
-        Slot<typename Types::template Parameter<Index>>(operation.arguments[Index], inputs.at(Index),
-                                                        connection.qbdb->pool)...};
+    std::tuple<Slot<typename Entry::template Parameter<Index>>...> slots{
+        Slot<typename Entry::template Parameter<Index>>(
+            Given{arguments[Index], inputs.at(Index), connection})...};
     Outcome outcome;
     outcome.result =
-        Function(connection.qbdb, connection.db, std::get<Index>(slots).pass()..., &outcome.error);
-    if (operation.result == ResultKind::identifier)
+        Entry::function(connection.qbdb, connection.db, std::get<Index>(slots).pass()..., &outcome.error);
+    if (operation.entry->identifies())
         outcome.outputs["id"] = outcome.result;
-    if (operation.result == ResultKind::answer)
+    if (operation.entry->result == qbobj::ResultKind::answer)
         outcome.outputs["answer"] = outcome.result == 0;
-    const auto show = [&](const Argument &argument, const auto &slot) {
-        if (argument.is_output())
-            outcome.outputs[argument.name] = slot.show();
+
+    std::string_view counted;
+    [[maybe_unused]] const auto count_of = [&](std::string_view name) {
+        Json count = 0;
+        ((arguments[Index].name == name ? void(count = std::get<Index>(slots).show()) : void()), ...);
+        return count.get<std::size_t>();
     };
-    (show(operation.arguments[Index], std::get<Index>(slots)), ...);
+    const auto show = [&](const Argument &argument, const auto &slot) {
+        if (!argument.is_output() || argument.name == counted)
+            return;
+        Json &output = outcome.outputs[std::string(argument.name)];
+        if constexpr (requires { slot.show_array(0); }) {
+            if (argument.shape == Shape::text_array) {
+                counted = argument.count;
+                output = slot.show_array(operation.failed(outcome.result) ? 0 : count_of(argument.count));
+                return;
+            }
+        }
+        output = slot.show();
+    };
+    (show(arguments[Index], std::get<Index>(slots)), ...);
     return outcome;
 }
 
-template <auto Function>
+template <class Entry>
 Outcome call(const Operation &operation, const Connection &connection, const Json &inputs)
 {
-    return call_function<Function>(operation, connection, inputs,
-                                   std::make_index_sequence<Signature<decltype(Function)>::arity>());
+    return call_function<Entry>(operation, connection, inputs, std::make_index_sequence<Entry::arity>());
 }
 
-// An argument's name ending in '?' may be left out.
-template <auto Function, std::size_t... Index>
-std::vector<Argument> describe(const std::array<const char *, sizeof...(Index)> &names,
-                               std::index_sequence<Index...>)
+template <class... Entries>
+std::vector<Operation> make_table(const std::tuple<Entries...> &)
 {
-    using Types = Signature<decltype(Function)>;
-    std::vector<Argument> arguments;
-    const auto add = [&](const char *name, ArgumentKind kind, const qbobj_spec_t *spec) {
-        const std::size_t length = std::strlen(name);
-        const bool optional = name[length - 1] == '?';
-        arguments.push_back({std::string(name, optional ? length - 1 : length), optional, kind, spec});
-    };
-    (add(names[Index], Slot<typename Types::template Parameter<Index>>::kind,
-         Slot<typename Types::template Parameter<Index>>::spec),
-     ...);
-    return arguments;
-}
-
-template <auto Function, class... Names>
-Operation operation(const char *name, Names... names)
-{
-    static_assert(sizeof...(Names) == Signature<decltype(Function)>::arity, "name every argument");
-    return {name,
-            describe<Function>(std::array<const char *, sizeof...(Names)>{names...},
-                               std::make_index_sequence<sizeof...(Names)>()),
-            ResultKind::code, call<Function>};
-}
-
-template <auto Function, class... Names>
-Operation lookup(const char *name, Names... names)
-{
-    Operation entry = operation<Function>(name, names...);
-    entry.result = ResultKind::identifier;
-    return entry;
-}
-
-template <auto Function, class... Names>
-Operation question(const char *name, Names... names)
-{
-    Operation entry = operation<Function>(name, names...);
-    entry.result = ResultKind::answer;
-    return entry;
-}
-
-std::vector<Operation> make_table()
-{
-    return {
-        operation<getServiceEntry>("getServiceEntry", "key", "val"),
-        operation<setServiceEntry>("setServiceEntry", "key", "val?"),
-        operation<getRegistryEntry>("getRegistryEntry", "key", "val"),
-        operation<setRegistryEntry>("setRegistryEntry", "key", "val?"),
-        operation<getFolderAttribute>("getFolderAttribute", "path", "attr"),
-
-        operation<qbobj_getShareCollection>("getShareCollection", "collection"),
-        operation<qbobj_getSimpleShareCollection>("getSimpleShareCollection", "collection"),
-        operation<qbobj_getShareAndZvolCollection>("getShareAndZvolCollection", "collection"),
-        operation<qbobj_getAccessibleShareCollection>("getAccessibleShareCollection", "collection",
-                                                      "UserName?", "ProtocolName"),
-        operation<qbobj_getShare>("getShare", "share"),
-        operation<qbobj_queryShare>("queryShare", "VolumeId?", "ShareNameLike?", "ShareId?", "shares"),
-        lookup<qbobj_getShareId>("getShareId", "share_name"),
-        operation<qbobj_getShareAccess>("getShareAccess", "ShareName", "UserName", "Access"),
-        operation<qbobj_getPathAccess>("getPathAccess", "Path", "UserName", "Access"),
-        operation<qbobj_getShareSnapshotSchedule>("getShareSnapshotSchedule", "share_name",
-                                                  "snapshot_schedule"),
-        operation<qbobj_getShareProcess>("getShareProcess", "ShareId", "procs"),
-        operation<qbobj_addShareProcess>("addShareProcess", "ShareId", "procs?"),
-        operation<qbobj_deleteShareProcess>("deleteShareProcess", "ShareId", "procs?"),
-        operation<qbobj_getUsedByOn>("getUsedByOn", "ZfsName", "usedby"),
-        operation<qbobj_addShareUsedBy>("addShareUsedBy", "ShareId", "usedby"),
-        operation<qbobj_deleteShareUsedBy>("deleteShareUsedBy", "ShareId", "usedby"),
-        operation<qbobj_modifyShareUsedBy>("modifyShareUsedBy", "usedby?", "ShareId?", "share_id?"),
-        operation<qbobj_modifyShareUsedByExclusive>("modifyShareUsedByExclusive", "usedby", "ShareId?"),
-        operation<qbobj_addShare>("addShare", "share"),
-        operation<qbobj_modifyShare>("modifyShare", "share", "modifyOneShare?"),
-        operation<qbobj_modifyShareVisibleSnapFolder>("modifyShareVisibleSnapFolder", "ZfsName",
-                                                      "VisibleSnapFolder?"),
-        operation<qbobj_modifyZvol>("modifyZvol", "ZfsName", "ShareName", "Comment?", "SizeKB", "IsSparse"),
-        operation<qbobj_deleteShare>("deleteShare", "share"),
-        operation<qbobj_deleteZvol>("deleteZvol", "ZfsName"),
-        operation<qbobj_deleteShareOnVolume>("deleteShareOnVolume", "VolumeId"),
-        operation<qbobj_preMigrateShare>("preMigrateShare", "ShareId", "VolumeId"),
-        operation<qbobj_postMigrateShare>("postMigrateShare", "ShareId", "Commit", "NewPath"),
-        operation<qbobj_copyShare>("copyShare", "VolumeName", "ShareName", "SnapshotName?", "NewShareName"),
-
-        operation<qbobj_getSecurity>("getSecurity", "o"),
-        operation<qbobj_setSecurity>("setSecurity", "o"),
-        operation<qbobj_getSecurityAdsProgress>("getSecurityAdsProgress", "o"),
-        operation<qbobj_getUserCollection>("getUserCollection", "collection", "query?", "encrypt_flag?"),
-        operation<qbobj_getUser>("getUser", "user"),
-        operation<qbobj_getSystemUser>("getSystemUser", "user"),
-        operation<qbobj_getCloudUser>("getCloudUser", "user"),
-        operation<qbobj_getUserInGroupName>("getUserInGroupName", "gname", "primaryOnly?", "user"),
-        operation<qbobj_getUID>("getUID", "uname?", "uid"),
-        operation<qbobj_getUserName>("getUserName", "uid", "uname"),
-        lookup<qbobj_getPosixUID>("getPosixUID", "uname?"),
-        lookup<qbobj_getPosixUIDbyUID>("getPosixUIDbyUID", "uid"),
-        operation<qbobj_getPosixUIDGID>("getPosixUIDGID", "uname?", "uid", "gid"),
-        operation<qbobj_getGroupCollection>("getGroupCollection", "collection", "query?"),
-        operation<qbobj_getGroup>("getGroup", "group"),
-        operation<qbobj_getSystemGroup>("getSystemGroup", "group"),
-        operation<qbobj_getGID>("getGID", "gname?", "gid"),
-        operation<qbobj_getGroupName>("getGroupName", "gid", "gname"),
-        operation<qbobj_getPrimaryGID>("getPrimaryGID", "uname?", "gid"),
-        lookup<qbobj_getPosixGID>("getPosixGID", "gname?"),
-        lookup<qbobj_getPosixGIDbyGID>("getPosixGIDbyGID", "gid"),
-        question<qbobj_isMemberOfGroup>("isMemberOfGroup", "uname", "gname"),
-        operation<qbobj_addGroup>("addGroup", "group"),
-        operation<qbobj_deleteGroup>("deleteGroup", "group"),
-        operation<qbobj_modifyGroup>("modifyGroup", "group"),
-        operation<qbobj_addUser>("addUser", "user"),
-        operation<qbobj_addUserList>("addUserList", "user"),
-        operation<qbobj_checkUserList>("checkUserList", "user_collection", "group_collection",
-                                       "user_collection_bak", "group_collection_bak"),
-        operation<qbobj_modifyUser>("modifyUser", "user"),
-        operation<qbobj_setPrimaryGroupByName>("setPrimaryGroupByName", "UserName", "GroupName"),
-        operation<qbobj_disableEnableLocalUserByName>("disableEnableLocalUserByName", "Enable", "UserName?"),
-        operation<qbobj_modifyUserVisibleSnapFolder>("modifyUserVisibleSnapFolder", "UserId",
-                                                     "VisibleSnapFolder?"),
-        operation<qbobj_deleteUser>("deleteUser", "user"),
-        operation<qbobj_deleteUserByName>("deleteUserByName", "user"),
-        operation<qbobj_getAdminPassword>("getAdminPassword", "passwd"),
-        operation<qbobj_setAdminPassword>("setAdminPassword", "passwd"),
-        operation<qbobj_setUserPassword>("setUserPassword", "passwd"),
-        operation<qbobj_setMyPassword>("setMyPassword", "passwd"),
-        operation<qbobj_getAccountDefault>("getAccountDefault", "account_default"),
-        operation<qbobj_setAccountDefault>("setAccountDefault", "account_default"),
-    };
+    return {Operation{qbobj::find_operation(Entries::name()), call<Entries>}...};
 }
 
 } // namespace
 
-bool Operation::writes() const
-{
-    return !name.starts_with("get") && !name.starts_with("query") && !name.starts_with("check") &&
-           !name.starts_with("is");
-}
-
 std::span<const Operation> operations()
 {
-    static const std::vector<Operation> table = make_table();
+    static const std::vector<Operation> table = make_table(qbobj::all_operations);
     return table;
 }
 
-const Operation *find_operation(const std::string &name)
+const Operation *find_operation(std::string_view name)
 {
-    for (const Operation &entry : operations())
-        if (entry.name == name)
-            return &entry;
+    for (const Operation &operation : operations())
+        if (operation.entry->name == name)
+            return &operation;
     return nullptr;
 }
 
 Json arrange_inputs(const Operation &operation, const Json &given)
 {
-    const auto find = [&](const std::string &name) -> const Argument * {
-        for (const Argument &argument : operation.arguments)
+    const auto find = [&](std::string_view name) -> const Argument * {
+        for (const Argument &argument : operation.arguments())
             if (argument.is_input() && argument.name == name)
                 return &argument;
         return nullptr;
     };
     std::vector<const Argument *> inputs;
-    for (const Argument &argument : operation.arguments)
+    for (const Argument &argument : operation.arguments())
         if (argument.is_input())
             inputs.push_back(&argument);
 
@@ -348,24 +256,24 @@ Json arrange_inputs(const Operation &operation, const Json &given)
         for (const auto &[name, value] : given.items())
             by_name = by_name && find(name) != nullptr;
     if (!by_name && !given.is_null() && inputs.size() != 1)
-        throw BadInput(operation.name + " takes an object of its arguments by name");
+        throw BadInput(operation.name() + " takes an object of its arguments by name");
 
     const Json named = by_name ? given : Json::object();
     for (const auto &[name, value] : named.items())
         if (find(name) == nullptr)
-            throw BadInput(operation.name + " has no argument '" + name + "'");
+            throw BadInput(operation.name() + " has no argument '" + name + "'");
 
     Json arranged = Json::array();
-    for (const Argument &argument : operation.arguments) {
+    for (const Argument &argument : operation.arguments()) {
         Json value = nullptr;
         if (argument.is_input() && !by_name && !given.is_null())
             value = given;
         else if (named.contains(argument.name))
-            value = named[argument.name];
-        // What only reads may be given an empty record to fill.
-        const bool fills = argument.kind == ArgumentKind::record && !operation.writes();
-        if (argument.is_input() && value.is_null() && !argument.optional && !fills)
-            throw BadInput(operation.name + ": the argument '" + argument.name + "' is missing");
+            value = named[std::string(argument.name)];
+        const bool may_be_empty = argument.optional || argument.direction == Direction::append;
+        if (argument.is_input() && value.is_null() && !may_be_empty)
+            throw BadInput(operation.name() + ": the argument '" + std::string(argument.name) +
+                           "' is missing");
         arranged.push_back(value);
     }
     return arranged;
