@@ -138,7 +138,7 @@ const std::vector<Scenario> &scenarios()
              "TimeMachineQuota": {"Enabled": 1, "CapacityMB": 100}},
             {"UserName": "fay"}])")},
         {"addUserList", Json::parse(R"([{"UserName": "gus", "GroupName": "staff"}, {"UserName": "hal"}])")},
-        {"checkUserList", nullptr},
+        {"checkUserList", Json::parse(R"({"user_collection_bak": {}, "group_collection_bak": {}})")},
         {"modifyUser",
          Json::parse(R"({"UserId": 100, "UserName": "anna", "Password": "new", "Email": "anna@office.example",
             "GroupName": "board", "UserQuota": [{"ShareId": "data/docs", "HardMB": 100},

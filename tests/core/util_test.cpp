@@ -1,5 +1,5 @@
 // The small helpers that workers share.
-#include "frame/qbobj_util.h"
+#include "core/qbobj_util.h"
 
 #include "../validate/pool_env.h"
 

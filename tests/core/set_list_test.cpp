@@ -1,6 +1,8 @@
 // The SET list of a partial update: what fits, and what becomes of a pair that does not.
+#include "core/set_list.h"
 #include "database.h"
-#include "frame/set_list.h"
+
+#include <qbobj.h>
 
 #include <string>
 
@@ -12,10 +14,10 @@ namespace
 class SetLists : public qbobj_test::Database
 {
   protected:
-    qbobj_env_t *env()
+    const qbobj_env_t &env()
     {
         env_ = {qbdb, &err};
-        return &env_;
+        return env_;
     }
 
   private:
@@ -85,6 +87,24 @@ TEST_F(SetLists, APairThatMayBeDroppedIsWarnedOfAndLaterOnesStillCount)
     quiet.add("b=%Q", value_of_pair(512).c_str());
     EXPECT_TRUE(quiet.empty());
     EXPECT_EQ(text, log());
+}
+
+TEST_F(SetLists, ATableOfChangesAddsWhatTheRecordCarries)
+{
+    constexpr std::tuple changes{
+        change<&qbobj_Share_t::Comment>("comment=%Q"),
+        change<&qbobj_Share_t::_void_QuotaMB, &qbobj_Share_t::QuotaMB>("mb_quota=%llu"),
+        change<&qbobj_Share_t::Sync>("sync=%Q")};
+    auto share = qbobj_test::cleared(qbobj_clear_Share);
+    SetList<512> nothing(env(), Overflow::refuse);
+    nothing.add_given(share, changes);
+    EXPECT_TRUE(nothing.empty());
+    share.Sync = "always";
+    share.QuotaMB = 5;
+    share._void_QuotaMB = 0;
+    SetList<512> set(env(), Overflow::refuse);
+    set.add_given(share, changes);
+    EXPECT_STREQ("mb_quota=5,sync='always'", set.text());
 }
 
 TEST_F(SetLists, ARefusedUpdateNamesTheFirstColumnThatDidNotFit)
