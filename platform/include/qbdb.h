@@ -9,7 +9,8 @@
  * Rules that hold everywhere:
  * - Text results and error texts live in the handle's pool until its owner clears it.
  * - Result tables have the shape of sqlite3_get_table() and are released with sqlite3_free_table().
- * - A statement operation returns 0 or SQLite's result code (19 is a constraint), logs a failed statement at
+ * - A statement operation returns 0 or SQLite's result code (19 is a constraint; qbdb_sql_begin() returns it
+ *   with a minus sign), logs a failed statement at
  *   QBDB_LOG_ERROR with the caller's unit name and line, and stores the database's text in `*errmsg` when
  *   `errmsg` is not null (`*errmsg` is never null after a failure and is null after a success).
  * - Statement formats are SQLite's printf formats: %d %u %lld %llu %ld %lu %f for numbers, %Q for a quoted
@@ -75,7 +76,8 @@ typedef struct _qbdb_handle {
 /* ---- Transactions -------------------------------------------------------------------------------------- */
 
 /** Begins a transaction: BEGIN IMMEDIATE, or a deferred one when the handle is read only. A busy database is
- *  waited for. Returns 0 or SQLite's result code. */
+ *  waited for. Returns 0 or SQLite's result code with a minus sign (-5: busy): look-ups of identifiers hand
+ *  this value to their caller. */
 int qbdb_sql_begin(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char *file, int line);
 
 /** Commits. When the commit fails the transaction is rolled back, so that nothing of it stays. */

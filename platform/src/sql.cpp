@@ -69,7 +69,8 @@ int read_cell(const Call &call, int *found, const char *format, va_list argument
 int qbdb_sql_begin(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char *file, int line)
 {
     const Call call{qbdb, db, errmsg, file, line};
-    return guarded(call, [&] {
+    // Look-ups hand a failed begin's value on, and a positive one would read as an id.
+    return -guarded(call, [&] {
         const int rc = execute(call, qbdb->readonly ? "BEGIN" : "BEGIN IMMEDIATE");
         if (qbdb_sysinfo *state = call.state(); state && rc == SQLITE_OK)
             state->in_transaction = true;

@@ -172,13 +172,13 @@ TEST_F(Frame, ABeginThatFailsIsReturnedAndNothingElseIsDone)
             return 0;
         };
         qbobj_SystemUser_t user{};
-        EXPECT_EQ(SQLITE_BUSY, look_up ? framed_lookup(thing(), worker, dumped(&user))
+        EXPECT_EQ(-SQLITE_BUSY, look_up ? framed_lookup(thing(), worker, dumped(&user))
                                        : framed(thing(), worker, dumped(&user)));
         EXPECT_FALSE(called);
         EXPECT_EQ(QBOBJ_ERROR_OK, err.ec);
         const Lines lines = logged();
         EXPECT_EQ("INFO qbobj_api2 >>>> qbobj_getThing()", lines.front());
-        EXPECT_EQ("INFO qbobj_api2 <<<< qbobj_getThing() ==> rc=5 (0ms)", lines.back());
+        EXPECT_EQ("INFO qbobj_api2 <<<< qbobj_getThing() ==> rc=-5 (0ms)", lines.back());
         for (const std::string &line : lines)
             EXPECT_NE(0U, line.find("DEBUG")) << line;
     }

@@ -25,7 +25,7 @@ TEST_F(Transactions, WaitForABusyDatabaseUpToTheTimeout)
     Session impatient(file, options);
     ASSERT_EQ(0, session->begin());
     const auto begun = steady_clock::now();
-    EXPECT_EQ(SQLITE_BUSY, impatient.begin());
+    EXPECT_EQ(-SQLITE_BUSY, impatient.begin());
     EXPECT_STREQ("database is locked", impatient.error);
     EXPECT_GE(steady_clock::now() - begun, milliseconds(55));
     EXPECT_LT(steady_clock::now() - begun, seconds(3));
