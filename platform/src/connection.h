@@ -6,6 +6,7 @@
 #include "statement.h"
 #include "statement_format.h"
 #include "table_copies.h"
+#include "transaction.h"
 
 #include <chrono>
 #include <cstdint>
@@ -77,10 +78,10 @@ struct qbdb_sysinfo {
     qbdb::BusyWait busy;
     qbdb::TableCopies copies;
     qbdb::Connection db;
-    qbdb::StatementCache statements; // finalized before the connection is closed
+    qbdb::StatementCache statements; // finalized before the connection is closed, as the transaction's
+    qbdb::Transaction transaction;
     qbdb::Scratch scratch;
     std::vector<std::string> journal; // lines for the handle's journal once the transaction is committed
-    bool in_transaction = false;      // qbdb_sql_begin() succeeded, and neither commit nor rollback came yet
 };
 
 namespace qbdb

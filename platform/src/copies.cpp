@@ -42,7 +42,7 @@ int copy_now(const Call &call, const char *table, const std::string &copy)
 int copy_later(const Call &call, const char *table, const std::string &copy)
 {
     qbdb_sysinfo *const state = call.state();
-    if (!state || !state->in_transaction || !state->copies.available() || sqlite3_get_autocommit(call.db))
+    if (!state || !state->transaction.open || !state->copies.available() || sqlite3_get_autocommit(call.db))
         return copy_now(call, table, copy);
     if (const int rc = check_names(call, table, copy); rc != SQLITE_OK)
         return rc;
@@ -87,7 +87,7 @@ int compare(const Call &call, const char *table, const std::string &copy, bool &
     const RowBag *const changes = state ? state->copies.changes(copy) : nullptr;
     if (!changes)
         return compare_rows(call, table, copy, "1", differ);
-    if (state->in_transaction && sqlite3_get_autocommit(call.db))
+    if (state->transaction.open && sqlite3_get_autocommit(call.db))
         return call.fail(SQLITE_ABORT, "the transaction was rolled back", site);
     if (!state->copies.reliable())
         throw std::bad_alloc();

@@ -25,6 +25,21 @@ int Call::result(int rc, const char *subject) const
     return fail(rc, known ? sqlite3_errmsg(db) : sqlite3_errstr(rc), subject);
 }
 
+namespace
+{
+
+// Why no statement may run now, or null.
+const char *transaction_problem(const qbdb_sysinfo &state)
+{
+    if (state.transaction.left_over)
+        return "the last transaction could not be ended";
+    return state.transaction.open && sqlite3_get_autocommit(state.db.get())
+               ? "the transaction was rolled back"
+               : nullptr;
+}
+
+} // namespace
+
 Execution::Execution(const Call &call)
     : call_(call), state_(call.state()), scratch_(state_ ? state_->scratch : local_scratch_)
 {
@@ -44,8 +59,8 @@ Execution::~Execution()
 int Execution::start(const char *format, va_list arguments)
 {
     format_text_ = format;
-    if (state_ && state_->in_transaction && sqlite3_get_autocommit(call_.db))
-        return call_.fail(SQLITE_ABORT, "the transaction was rolled back", format);
+    if (const char *problem = state_ ? transaction_problem(*state_) : nullptr)
+        return call_.fail(SQLITE_ABORT, problem, format);
     int rc = run(arguments);
     // A statement may name a copy that is not made yet.
     while ((rc & 0xff) == SQLITE_ERROR && !problem_ && state_) {

@@ -106,6 +106,8 @@ Problem connect(const std::string &path, const qbdb_options_t &options, qbdb_sys
     rc = configure(opened, options, facts);
     if (rc == SQLITE_OK && version < schema_version())
         rc = migrate(opened);
+    if (rc == SQLITE_OK)
+        rc = state.transaction.prepare_all(opened);
     if (rc != SQLITE_OK)
         return damaged(path, rc, opened);
     state.copies.attach(opened);

@@ -173,7 +173,7 @@ TEST_F(Frame, ABeginThatFailsIsReturnedAndNothingElseIsDone)
         };
         qbobj_SystemUser_t user{};
         EXPECT_EQ(-SQLITE_BUSY, look_up ? framed_lookup(thing(), worker, dumped(&user))
-                                       : framed(thing(), worker, dumped(&user)));
+                                        : framed(thing(), worker, dumped(&user)));
         EXPECT_FALSE(called);
         EXPECT_EQ(QBOBJ_ERROR_OK, err.ec);
         const Lines lines = logged();

@@ -2,6 +2,7 @@
 #include "platform.h"
 
 #include <chrono>
+#include <cstring>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -112,6 +113,37 @@ TEST_F(Transactions, LeaveNothingOfAFailedCommit)
     EXPECT_EQ(0, session->begin());
     EXPECT_EQ(0, session->rollback());
     EXPECT_EQ(0, session->rollback()) << "without a transaction there is nothing to do";
+}
+
+// Interrupts the next ROLLBACK of the connection.
+int interrupt_rollback(unsigned, void *db, void *, void *text)
+{
+    if (std::strcmp(static_cast<const char *>(text), "ROLLBACK") == 0) {
+        sqlite3_interrupt(static_cast<sqlite3 *>(db));
+        sqlite3_trace_v2(static_cast<sqlite3 *>(db), 0, nullptr, nullptr);
+    }
+    return 0;
+}
+
+TEST_F(Transactions, AreEndedByTheNextOneWhenTheirRollbackFailed)
+{
+    options.busy_timeout_ms = 1;
+    session->exec("CREATE TABLE child(p REFERENCES u(id) DEFERRABLE INITIALLY DEFERRED)");
+    Session other(file, options);
+    for (const bool commit : {false, true}) {
+        ASSERT_EQ(0, session->begin());
+        ASSERT_EQ(0, session->exec("INSERT INTO child VALUES(77)"));
+        sqlite3_trace_v2(session->db, SQLITE_TRACE_STMT, interrupt_rollback, session->db);
+        EXPECT_EQ(commit ? SQLITE_CONSTRAINT : SQLITE_INTERRUPT,
+                  commit ? session->commit() : session->rollback());
+        EXPECT_EQ(SQLITE_ABORT, session->exec("INSERT INTO t VALUES(1,1,1)")) << "it would be lost";
+        EXPECT_EQ(-SQLITE_BUSY, other.begin());
+        EXPECT_EQ(0, session->begin()) << session->error;
+        EXPECT_EQ("0", session->one("SELECT count(*) FROM child"));
+        EXPECT_EQ(0, session->rollback());
+        EXPECT_EQ(0, other.begin());
+        EXPECT_EQ(0, other.rollback());
+    }
 }
 
 TEST_F(Transactions, OfTheCallersOwnStayTheCallers)
