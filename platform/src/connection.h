@@ -75,6 +75,7 @@ using Connection = std::unique_ptr<sqlite3, CloseConnection>;
 struct qbdb_sysinfo {
     qbdb_handle_t handle{};
     std::string root; // the handle's, when it was given
+    bool commit_decides = false;
     qbdb::BusyWait busy;
     qbdb::TableCopies copies;
     qbdb::Connection db;

@@ -8,6 +8,8 @@ namespace qbdb
 
 int Call::fail(int rc, const char *text, const char *subject) const
 {
+    if (qbdb_sysinfo *own = state())
+        own->transaction.failed(db, rc & 0xff, text);
     // The text may stand in the connection, where the next call overwrites it.
     char *const copy = apr_pstrdup(qbdb->pool, text);
     if (errmsg)
@@ -24,21 +26,6 @@ int Call::result(int rc, const char *subject) const
     const bool known = (sqlite3_errcode(db) & 0xff) == (rc & 0xff);
     return fail(rc, known ? sqlite3_errmsg(db) : sqlite3_errstr(rc), subject);
 }
-
-namespace
-{
-
-// Why no statement may run now, or null.
-const char *transaction_problem(const qbdb_sysinfo &state)
-{
-    if (state.transaction.left_over)
-        return "the last transaction could not be ended";
-    return state.transaction.open && sqlite3_get_autocommit(state.db.get())
-               ? "the transaction was rolled back"
-               : nullptr;
-}
-
-} // namespace
 
 Execution::Execution(const Call &call)
     : call_(call), state_(call.state()), scratch_(state_ ? state_->scratch : local_scratch_)
@@ -59,7 +46,7 @@ Execution::~Execution()
 int Execution::start(const char *format, va_list arguments)
 {
     format_text_ = format;
-    if (const char *problem = state_ ? transaction_problem(*state_) : nullptr)
+    if (const char *problem = state_ ? state_->transaction.problem(call_.db) : nullptr)
         return call_.fail(SQLITE_ABORT, problem, format);
     int rc = run(arguments);
     // A statement may name a copy that is not made yet.

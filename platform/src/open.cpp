@@ -152,6 +152,7 @@ Problem open_database(const std::string &path, const qbdb_options_t &options, qb
     if (Problem problem = connect(path, options, *state))
         return problem;
     state->root = options.root ? options.root : "/";
+    state->commit_decides = options.commit_decides != 0;
     qbdb_handle_t &handle = state->handle;
     handle.log = options.log;
     handle.loglvl = options.loglvl;

@@ -1,4 +1,5 @@
 // Transactions: waiting, losing, failing; and the journal that follows them.
+#include "failing_storage.h"
 #include "platform.h"
 
 #include <chrono>
@@ -80,6 +81,90 @@ TEST_F(Transactions, ReadBesideAWriterWhenReadOnly)
     EXPECT_EQ(SQLITE_READONLY, reader.exec("DELETE FROM t"));
     EXPECT_EQ(0, reader.commit());
     EXPECT_EQ(0, session->commit());
+}
+
+TEST_F(Transactions, ReadBesideAWriterWhenAnnounced)
+{
+    options.busy_timeout_ms = 1;
+    Session reader(file, options);
+    session->exec("INSERT INTO t VALUES(1,1,1)");
+    ASSERT_EQ(0, session->begin());
+    qbdb_announce(reader.qbdb, "getThings", 1);
+    EXPECT_EQ(0, reader.begin()) << reader.error;
+    EXPECT_EQ("1", reader.one("SELECT count(*) FROM t"));
+    EXPECT_EQ(0, session->exec("INSERT INTO t VALUES(2,2,2)"));
+    EXPECT_EQ(0, session->commit()) << "the reader holds nobody up";
+    EXPECT_EQ("1", reader.one("SELECT count(*) FROM t")) << "and sees what it saw first";
+    EXPECT_EQ(0, reader.commit());
+
+    ASSERT_EQ(0, session->begin());
+    EXPECT_EQ(-SQLITE_BUSY, reader.begin()) << "an announcement is good for one transaction";
+    qbdb_announce(reader.qbdb, "setThings", 0);
+    EXPECT_EQ(-SQLITE_BUSY, reader.begin());
+    EXPECT_NE(std::string::npos, log().find("BEGIN IMMEDIATE of setThings\n")) << log();
+    EXPECT_EQ(0, session->rollback());
+}
+
+TEST_F(Transactions, DoNotWriteAFileThatWasMigratedMeanwhile)
+{
+    Session other(file);
+    const std::string version = session->one("PRAGMA user_version");
+    for (int round = 0; round < 2; round++) {
+        ASSERT_EQ(0, session->begin());
+        ASSERT_EQ(0, session->commit());
+        other.exec("PRAGMA user_version=99");
+        EXPECT_EQ(-SQLITE_SCHEMA, session->begin());
+        EXPECT_EQ("another program has brought the database to schema 99 (this is " + version + ")",
+                  session->error);
+        qbdb_announce(session->qbdb, "getThings", 1);
+        EXPECT_EQ(0, session->begin());
+        EXPECT_EQ(0, session->commit());
+        other.exec(("PRAGMA user_version=" + version).c_str());
+    }
+}
+
+TEST_F(Transactions, TellWhatBecameOfThem)
+{
+    using Storage = qbobj_test::FailingStorage;
+    const Storage storage;
+    const auto outcome = [&] {
+        const char *text = nullptr;
+        const int code = qbdb_last_commit(session->qbdb, &text);
+        return std::to_string(code) + " " + text;
+    };
+    options.relaxed_durability = 0;
+    for (const int decides : {0, 1}) {
+        options.commit_decides = decides;
+        session = std::make_unique<Session>(file, options);
+        session->exec("INSERT OR IGNORE INTO u VALUES(1,'x')");
+        const std::string before = count();
+        EXPECT_EQ(decides, qbdb_commit_decides(session->qbdb));
+        const struct {
+            Storage::Step step;
+            int code;
+            const char *outcome;
+        } cases[] = {{Storage::Step::write, SQLITE_FULL, "13 database or disk is full"},
+                     {Storage::Step::write, SQLITE_IOERR_WRITE, "10 disk I/O error"},
+                     {Storage::Step::sync, SQLITE_IOERR_FSYNC, "10 disk I/O error"}};
+        for (const auto &c : cases) {
+            ASSERT_EQ(0, session->begin());
+            ASSERT_EQ(0, session->exec("INSERT INTO t VALUES(1,1,1)"));
+            const Storage::Failure failure(c.step, 1, c.code);
+            EXPECT_EQ(c.code & 0xff, session->commit());
+            EXPECT_EQ(c.outcome, outcome());
+        }
+        EXPECT_EQ(0, session->begin());
+        EXPECT_EQ("0 ", outcome());
+        EXPECT_EQ(SQLITE_CONSTRAINT, session->exec("INSERT OR ROLLBACK INTO u VALUES(1,'y')"));
+        EXPECT_EQ(SQLITE_ABORT, session->exec("DELETE FROM t"));
+        EXPECT_EQ(0, session->rollback());
+        EXPECT_EQ("19 UNIQUE constraint failed: u.id", outcome()) << "the cause, not what followed";
+        EXPECT_EQ(0, session->begin());
+        EXPECT_EQ(SQLITE_CONSTRAINT, session->exec("INSERT INTO u VALUES(1,'y')"));
+        EXPECT_EQ(0, session->rollback());
+        EXPECT_EQ("0 ", outcome()) << "its caller wanted it so";
+        EXPECT_EQ(before, count());
+    }
 }
 
 TEST_F(Transactions, RefuseStatementsOnceLost)
