@@ -29,6 +29,7 @@ TEST_F(Transactions, WaitForABusyDatabaseUpToTheTimeout)
     const auto begun = steady_clock::now();
     EXPECT_EQ(-SQLITE_BUSY, impatient.begin());
     EXPECT_STREQ("database is locked", impatient.error);
+    EXPECT_EQ(SQLITE_BUSY, qbdb_last_commit(impatient.qbdb, nullptr));
     EXPECT_GE(steady_clock::now() - begun, milliseconds(55));
     EXPECT_LT(steady_clock::now() - begun, seconds(3));
 
@@ -114,8 +115,9 @@ TEST_F(Transactions, DoNotWriteAFileThatWasMigratedMeanwhile)
         ASSERT_EQ(0, session->commit());
         other.exec("PRAGMA user_version=99");
         EXPECT_EQ(-SQLITE_SCHEMA, session->begin());
-        EXPECT_EQ("another program has brought the database to schema 99 (this is " + version + ")",
-                  session->error);
+        EXPECT_STREQ(
+            ("another program has brought the database to schema 99 (this is " + version + ")").c_str(),
+            session->error);
         qbdb_announce(session->qbdb, "getThings", 1);
         EXPECT_EQ(0, session->begin());
         EXPECT_EQ(0, session->commit());
@@ -193,6 +195,7 @@ TEST_F(Transactions, LeaveNothingOfAFailedCommit)
     ASSERT_EQ(0, session->exec("INSERT INTO child VALUES(77)"));
     EXPECT_EQ(SQLITE_CONSTRAINT, session->commit());
     EXPECT_STREQ("FOREIGN KEY constraint failed", session->error);
+    EXPECT_EQ(SQLITE_CONSTRAINT, qbdb_last_commit(session->qbdb, nullptr));
     EXPECT_NE(0, sqlite3_get_autocommit(session->db));
     EXPECT_EQ("0", count());
     EXPECT_EQ(0, session->begin());
