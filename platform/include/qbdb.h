@@ -8,7 +8,8 @@
  * the embedded default alone.
  *
  * Rules that hold everywhere:
- * - Text results and error texts live in the handle's pool until its owner clears it.
+ * - Text results and error texts live in the handle's pool until its owner clears it. The pool has no abort
+ *   function: without memory an operation fails with 7, and one that returns a text with null.
  * - Result tables have the shape of sqlite3_get_table() and are released with sqlite3_free_table().
  * - A statement operation returns 0 or SQLite's result code (19 is a constraint; qbdb_sql_begin() returns it
  *   with a minus sign), logs a failed statement at

@@ -1,9 +1,8 @@
 // Copying tables and comparing them with their copies.
+#include "common/pool.h"
 #include "execution.h"
 
-#include <apr_pools.h>
-#include <apr_strings.h>
-
+#include <algorithm>
 #include <new>
 
 using namespace qbdb;
@@ -136,14 +135,16 @@ int qbdb_sql_compare_tables(qbdb_handle_t *qbdb, sqlite3 *db, const char *tag, c
             bool differ = false;
             const int compared = compare(call, table, copy, differ);
             if (compared == SQLITE_OK && differ)
-                names.push_back(apr_pstrdup(qbdb->pool, table));
+                names.push_back(qb::copy_text(qbdb->pool, table));
             return compared;
         });
         if (rc != SQLITE_OK)
             return rc;
         names.push_back(nullptr);
-        *changed = static_cast<const char **>(
-            apr_pmemdup(qbdb->pool, names.data(), names.size() * sizeof(const char *)));
+        auto **const list =
+            static_cast<const char **>(qb::allocate(qbdb->pool, names.size() * sizeof(const char *)));
+        std::copy(names.begin(), names.end(), list);
+        *changed = list;
         return SQLITE_OK;
     });
 }

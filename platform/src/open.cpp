@@ -126,6 +126,7 @@ class HandlePool
             apr_terminate();
             throw std::bad_alloc();
         }
+        apr_pool_abort_set(nullptr, pool_); // want of memory is an answer, not the end
     }
     ~HandlePool()
     {

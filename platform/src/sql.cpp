@@ -1,8 +1,7 @@
 // The statement operations of the platform interface.
+#include "common/pool.h"
 #include "execution.h"
 #include "result_table.h"
-
-#include <apr_strings.h>
 
 using namespace qbdb;
 
@@ -110,9 +109,8 @@ int qbdb_sql_get_scaler_mprintf(qbdb_handle_t *qbdb, sqlite3 *db, char **value, 
     va_start(arguments, format);
     const int rc = guarded(call, [&] {
         return read_cell(call, found, format, arguments, [&](sqlite3_stmt *row) {
-            const char *text = reinterpret_cast<const char *>(sqlite3_column_text(row, 0));
-            const auto size = static_cast<std::size_t>(sqlite3_column_bytes(row, 0));
-            *value = text ? apr_pstrmemdup(qbdb->pool, text, size) : nullptr;
+            const std::string_view text = cell_text(row, 0);
+            *value = text.data() ? qb::copy_text(qbdb->pool, text) : nullptr;
         });
     });
     va_end(arguments);
