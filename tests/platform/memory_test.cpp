@@ -90,16 +90,21 @@ bool live(const std::string &file, const Plan &opened)
     const char **list = nullptr;
     int found = 0;
     int32_t number = 0;
+    const auto is_there = [](const char *cell) {
+        EXPECT_NE(nullptr, cell) << "a value that could not be read is not a NULL";
+        return cell != nullptr;
+    };
     const auto steps = [&] {
         return qbdb_sql_duplicate_tables(qbdb, db, "old_", tables, &error, unit, 1) == 0 &&
                qbdb_sql_exec_mprintf(qbdb, db, &error, unit, 1, "INSERT INTO t VALUES(%d,%Q,'%q')", 7,
                                      "a text that is longer than what is kept on the spot", "y") == 0 &&
                qbdb_sql_exec_mprintf(qbdb, db, &error, unit, 1, "UPDATE t SET %s", "b=b||b") == 0 &&
+               qbdb_sql_exec_mprintf(qbdb, db, &error, unit, 1, "UPDATE u SET id=1") == SQLITE_CONSTRAINT &&
                qbdb_sql_get_table_mprintf(qbdb, db, &table, nullptr, nullptr, &error, unit, 1,
                                           "SELECT * FROM t LEFT JOIN %sold_u", "") == 0 &&
-               qbdb_sql_get_scaler_mprintf(qbdb, db, &text, &found, &error, unit, 1, "SELECT b FROM t") ==
+               qbdb_sql_get_scaler_mprintf(qbdb, db, &text, &found, &error, unit, 1, "SELECT a FROM t") ==
                    0 &&
-               text &&
+               is_there(text) &&
                qbdb_sql_get_int32_mprintf(qbdb, db, &number, &found, &error, unit, 1,
                                           "SELECT a FROM t WHERE rowid=%d", 1) == 0 &&
                number == 7 &&
@@ -138,6 +143,7 @@ bool survives(const std::string &file, Session &beside, const Plan &failing, boo
 TEST_F(Memory, RunsOutWithoutACrashALeakOrALock)
 {
     ASSERT_TRUE(watches_sqlite);
+    session->exec("INSERT INTO u VALUES(1,'one'),(2,'two')");
     for (const Kind kind : {Kind::sqlite, Kind::pool, Kind::heap})
         for (const bool lasting : {false, true})
             for (const bool from_opening : {false, true}) {
