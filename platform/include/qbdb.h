@@ -19,7 +19,9 @@
  *   value (NULL when the pointer is null), %q for text inside quotes, %w for text inside an identifier's
  *   quotes, %s for text taken over as it is, %% for a percent sign. A %Q and a number that stand outside
  * quotes are values, so they cannot name a column (also not by its position, as in ORDER BY 2).
- * - A handle and its connection are used by one thread at a time.
+ * - A handle and its connection are used by one thread at a time. Threads may open, use and close handles of
+ *   their own at once. (The first qbdb_open() of a process initialises APR; a program that does so itself in
+ *   another thread does it before.)
  * - The pre-update hook of a connection that qbdb_open() made is taken: it counts what an operation changes. A
  *   second user of that hook, such as an SQLite session, ends the process.
  */
