@@ -3,20 +3,27 @@
  * The platform interface: what an appliance supplies to libqbobj.
  *
  * libqbobj uses the operations of the first part of this header and no others, so that an appliance may put a
- * platform library of its own with the same names in the place of the embedded default, libqbdb. The last
- * part, "Life of a database", belongs to the embedded default alone.
+ * platform library of its own with the same names in the place of the embedded default, libqbdb. Those of the
+ * part "Optional operations" it calls when they are there. The last part, "Life of a database", belongs to
+ * the embedded default alone.
  *
  * Rules that hold everywhere:
- * - Text results and error texts live in the handle's pool until its owner clears it.
+ * - Text results and error texts live in the handle's pool until its owner clears it. The pool has no abort
+ *   function: without memory an operation fails with 7, and one that returns a text with null.
  * - Result tables have the shape of sqlite3_get_table() and are released with sqlite3_free_table().
- * - A statement operation returns 0 or SQLite's result code (19 is a constraint), logs a failed statement at
+ * - A statement operation returns 0 or SQLite's result code (19 is a constraint; qbdb_sql_begin() returns it
+ *   with a minus sign), logs a failed statement at
  *   QBDB_LOG_ERROR with the caller's unit name and line, and stores the database's text in `*errmsg` when
  *   `errmsg` is not null (`*errmsg` is never null after a failure and is null after a success).
  * - Statement formats are SQLite's printf formats: %d %u %lld %llu %ld %lu %f for numbers, %Q for a quoted
  *   value (NULL when the pointer is null), %q for text inside quotes, %w for text inside an identifier's
  *   quotes, %s for text taken over as it is, %% for a percent sign. A %Q and a number that stand outside
  * quotes are values, so they cannot name a column (also not by its position, as in ORDER BY 2).
- * - A handle and its connection are used by one thread at a time.
+ * - A handle and its connection are used by one thread at a time. Threads may open, use and close handles of
+ *   their own at once. (The first qbdb_open() of a process initialises APR; a program that does so itself in
+ *   another thread does it before.)
+ * - The pre-update hook of a connection that qbdb_open() made is taken: it counts what an operation changes. A
+ *   second user of that hook, such as an SQLite session, ends the process.
  */
 #ifndef QBDB_H
 #define QBDB_H
@@ -69,13 +76,15 @@ typedef struct _qbdb_handle {
     apr_pool_t *pool;         /**< everything returned is allocated here; never null during a call */
     const char *root; /**< prefix of the absolute paths that are read; null or "/" is the system's own tree */
     qbdb_sysinfo_t *sysinfo; /**< set by qbdb_open(); null in a handle that a caller made itself */
-    int readonly;            /**< non-zero: transactions only read */
+    int readonly;            /**< non-zero: no transaction writes */
 } qbdb_handle_t;
 
 /* ---- Transactions -------------------------------------------------------------------------------------- */
 
-/** Begins a transaction: BEGIN IMMEDIATE, or a deferred one when the handle is read only. A busy database is
- *  waited for. Returns 0 or SQLite's result code. */
+/** Begins a transaction: BEGIN IMMEDIATE, or a deferred one, which holds no lock that a writer needs, when the
+ *  handle is read only or qbdb_announce() said that the operation only reads. A busy database is waited for.
+ *  A file that another program has brought to another schema since it was opened is not written. Returns 0 or SQLite's result code with a minus sign (-5: busy): look-ups of identifiers hand
+ *  this value to their caller. */
 int qbdb_sql_begin(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char *file, int line);
 
 /** Commits. When the commit fails the transaction is rolled back, so that nothing of it stays. */
@@ -199,6 +208,24 @@ uint32_t qbdb_rand(void);
 /** Appends `src` to the text in `dst`, a buffer of `size` bytes; what does not fit is cut. Returns `dst`. */
 char *strncat_safe(char *dst, const char *src, size_t size);
 
+/* ---- Optional operations ------------------------------------------------------------------------------- */
+
+/* A platform library may leave these out. Who calls them without knowing the platform library defines
+ * QBDB_OPTIONAL_WEAK before including this header, and tests each name for null before its call. */
+#if defined(QBDB_OPTIONAL_WEAK) && defined(__GNUC__)
+#define QBDB_OPTIONAL __attribute__((weak))
+#else
+#define QBDB_OPTIONAL
+#endif
+
+/** Says whose transaction qbdb_sql_begin() begins next: `operation` is its name, valid until that transaction
+ *  has ended, `reads_only` non-zero that it changes no table (what refreshes system state on its way writes).
+ *  The next begin uses the announcement up; without one a transaction is taken to write. */
+QBDB_OPTIONAL void qbdb_announce(qbdb_handle_t *qbdb, const char *operation, int reads_only);
+
+/** Non-zero when a commit that fails is to be the result of the operation that it belongs to. */
+QBDB_OPTIONAL int qbdb_commit_decides(const qbdb_handle_t *qbdb);
+
 /* ---- Life of a database (embedded default only) -------------------------------------------------------- */
 
 /** How qbdb_open() opens. Zero-initialise it and set what differs from the default. */
@@ -211,6 +238,8 @@ typedef struct qbdb_options {
     qbdb_loglevel_t loglvl; /**< the handle's log level */
     FILE *log;              /**< the handle's log stream, which stays the caller's; may be null */
     FILE *jnl;              /**< the handle's journal, which stays the caller's; may be null */
+    int commit_decides;     /**< non-zero: an operation whose commit fails returns that failure; 0: its result
+                               stands, and qbdb_last_commit() tells */
 } qbdb_options_t;
 
 /** Makes a fresh database. Refused when something stands at `path`. On failure nothing is left at `path` and
@@ -228,6 +257,12 @@ void qbdb_close(qbdb_handle_t *qbdb);
 
 /** Frees everything that calls have returned through this handle. */
 void qbdb_clear_pool(qbdb_handle_t *qbdb);
+
+/** What became of the last transaction of the handle's connection: 0 when it was kept, or rolled back because
+ *  its operation failed; else SQLite's result code that says why it could not begin, or was not kept (the
+ *  commit failed, or SQLite rolled it back by itself). `*message` (when not null) receives the text, "" for
+ *  0; it stays until the next transaction begins. */
+int qbdb_last_commit(const qbdb_handle_t *qbdb, const char **message);
 
 /** Registers the volume `name`, mounted at "/name" below the handle's root, and reads its sizes; a volume
  * that is registered already has its sizes refreshed. Runs in its own transaction. Returns 0 or SQLite's

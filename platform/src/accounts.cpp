@@ -1,7 +1,6 @@
 // Account ids and names, from the system's name service.
+#include "common/pool.h"
 #include "connection.h"
-
-#include <apr_strings.h>
 
 #include <cerrno>
 #include <climits>
@@ -36,10 +35,10 @@ Account look_up(qbdb_handle_t *qbdb, int (*get)(Key, Record *, char *, std::size
             return account;
         if constexpr (std::is_same_v<Record, passwd>) {
             account.id = static_cast<int>(found->pw_uid);
-            account.name = apr_pstrdup(qbdb->pool, found->pw_name);
+            account.name = qb::copy_text(qbdb->pool, found->pw_name);
         } else {
             account.id = static_cast<int>(found->gr_gid);
-            account.name = apr_pstrdup(qbdb->pool, found->gr_name);
+            account.name = qb::copy_text(qbdb->pool, found->gr_name);
         }
     } catch (const std::bad_alloc &) {
         return {};

@@ -6,6 +6,7 @@
 #include "statement.h"
 #include "statement_format.h"
 #include "table_copies.h"
+#include "transaction.h"
 
 #include <chrono>
 #include <cstdint>
@@ -74,13 +75,14 @@ using Connection = std::unique_ptr<sqlite3, CloseConnection>;
 struct qbdb_sysinfo {
     qbdb_handle_t handle{};
     std::string root; // the handle's, when it was given
+    bool commit_decides = false;
     qbdb::BusyWait busy;
     qbdb::TableCopies copies;
     qbdb::Connection db;
-    qbdb::StatementCache statements; // finalized before the connection is closed
+    qbdb::StatementCache statements; // finalized before the connection is closed, as the transaction's
+    qbdb::Transaction transaction;
     qbdb::Scratch scratch;
     std::vector<std::string> journal; // lines for the handle's journal once the transaction is committed
-    bool in_transaction = false;      // qbdb_sql_begin() succeeded, and neither commit nor rollback came yet
 };
 
 namespace qbdb

@@ -1,9 +1,8 @@
 // Copying tables and comparing them with their copies.
+#include "common/pool.h"
 #include "execution.h"
 
-#include <apr_pools.h>
-#include <apr_strings.h>
-
+#include <algorithm>
 #include <new>
 
 using namespace qbdb;
@@ -42,7 +41,7 @@ int copy_now(const Call &call, const char *table, const std::string &copy)
 int copy_later(const Call &call, const char *table, const std::string &copy)
 {
     qbdb_sysinfo *const state = call.state();
-    if (!state || !state->in_transaction || !state->copies.available() || sqlite3_get_autocommit(call.db))
+    if (!state || !state->transaction.open || !state->copies.available() || sqlite3_get_autocommit(call.db))
         return copy_now(call, table, copy);
     if (const int rc = check_names(call, table, copy); rc != SQLITE_OK)
         return rc;
@@ -87,7 +86,7 @@ int compare(const Call &call, const char *table, const std::string &copy, bool &
     const RowBag *const changes = state ? state->copies.changes(copy) : nullptr;
     if (!changes)
         return compare_rows(call, table, copy, "1", differ);
-    if (state->in_transaction && sqlite3_get_autocommit(call.db))
+    if (state->transaction.open && sqlite3_get_autocommit(call.db))
         return call.fail(SQLITE_ABORT, "the transaction was rolled back", site);
     if (!state->copies.reliable())
         throw std::bad_alloc();
@@ -136,14 +135,16 @@ int qbdb_sql_compare_tables(qbdb_handle_t *qbdb, sqlite3 *db, const char *tag, c
             bool differ = false;
             const int compared = compare(call, table, copy, differ);
             if (compared == SQLITE_OK && differ)
-                names.push_back(apr_pstrdup(qbdb->pool, table));
+                names.push_back(qb::copy_text(qbdb->pool, table));
             return compared;
         });
         if (rc != SQLITE_OK)
             return rc;
         names.push_back(nullptr);
-        *changed = static_cast<const char **>(
-            apr_pmemdup(qbdb->pool, names.data(), names.size() * sizeof(const char *)));
+        auto **const list =
+            static_cast<const char **>(qb::allocate(qbdb->pool, names.size() * sizeof(const char *)));
+        std::copy(names.begin(), names.end(), list);
+        *changed = list;
         return SQLITE_OK;
     });
 }

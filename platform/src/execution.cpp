@@ -1,18 +1,32 @@
 // Finding or preparing the statement of a call, running it, and reporting its failure.
 #include "execution.h"
-
-#include <apr_strings.h>
+#include "common/pool.h"
 
 namespace qbdb
 {
 
+namespace
+{
+
+// The text may stand in the connection, where the next call overwrites it.
+char *lasting_text(apr_pool_t *pool, const char *text)
+{
+    try {
+        return qb::copy_text(pool, text);
+    } catch (const std::bad_alloc &) {
+        return const_cast<char *>("out of memory"); // nobody writes into error texts
+    }
+}
+
+} // namespace
+
 int Call::fail(int rc, const char *text, const char *subject) const
 {
-    // The text may stand in the connection, where the next call overwrites it.
-    char *const copy = apr_pstrdup(qbdb->pool, text);
+    if (qbdb_sysinfo *own = state())
+        own->transaction.failed(db, rc & 0xff, text);
+    qbdb_log(qbdb, file, line, QBDB_LOG_ERROR, 1, "%s (%d): %s", text, rc & 0xff, subject);
     if (errmsg)
-        *errmsg = copy;
-    qbdb_log(qbdb, file, line, QBDB_LOG_ERROR, 1, "%s (%d): %s", copy, rc & 0xff, subject);
+        *errmsg = lasting_text(qbdb->pool, text);
     return rc & 0xff;
 }
 
@@ -44,8 +58,8 @@ Execution::~Execution()
 int Execution::start(const char *format, va_list arguments)
 {
     format_text_ = format;
-    if (state_ && state_->in_transaction && sqlite3_get_autocommit(call_.db))
-        return call_.fail(SQLITE_ABORT, "the transaction was rolled back", format);
+    if (const char *problem = state_ ? state_->transaction.problem(call_.db) : nullptr)
+        return call_.fail(SQLITE_ABORT, problem, format);
     int rc = run(arguments);
     // A statement may name a copy that is not made yet.
     while ((rc & 0xff) == SQLITE_ERROR && !problem_ && state_) {
@@ -115,7 +129,9 @@ int Execution::find_statement(va_list arguments)
     KeptStatement *found = state_->statements.spliced.find(scratch_.text);
     if (!found) {
         KeptStatement fresh;
-        if (const int rc = prepare_into(fresh.statement, scratch_.text, true); rc != SQLITE_OK)
+        const int rc =
+            prepare(call_.db, scratch_.text, SQLITE_PREPARE_PERSISTENT, fresh.statement, &problem_);
+        if (rc != SQLITE_OK)
             return rc;
         found = &state_->statements.spliced.insert(scratch_.text, std::move(fresh));
     }
@@ -152,8 +168,8 @@ int read_texts(const Call &call, std::vector<std::string> &texts, const char *fo
     int rc = execution.start(format, arguments);
     va_end(arguments);
     for (; rc == SQLITE_ROW; rc = execution.step())
-        if (const unsigned char *text = sqlite3_column_text(execution.statement(), 0))
-            texts.emplace_back(reinterpret_cast<const char *>(text));
+        if (const std::string_view text = cell_text(execution.statement(), 0); text.data())
+            texts.emplace_back(text);
     return rc == SQLITE_DONE ? SQLITE_OK : rc;
 }
 

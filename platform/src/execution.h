@@ -18,6 +18,8 @@ struct Call {
     int line;
 
     qbdb_sysinfo *state() const { return state_of(qbdb, db); }
+    // The same call for a step after the one whose failure the caller gets.
+    Call silently() const { return {qbdb, db, nullptr, file, line}; }
     // Reports the failure of what `subject` names, and returns SQLite's primary code.
     int fail(int rc, const char *text, const char *subject) const;
     // The same with the connection's own text; 0 and SQLITE_DONE are no failure.

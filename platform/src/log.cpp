@@ -90,7 +90,7 @@ int qbdb_service_update_setting_by_share(qbdb_handle_t *qbdb, sqlite3 *db, const
     try {
         const std::string line = std::to_string(std::time(nullptr)) + ' ' + service + '\n';
         // A service must not read its settings before they are there.
-        if (qbdb_sysinfo *state = qbdb::state_of(qbdb, db); state && state->in_transaction)
+        if (qbdb_sysinfo *state = qbdb::state_of(qbdb, db); state && state->transaction.open)
             state->journal.push_back(line);
         else
             qbdb::write_journal(qbdb, line);

@@ -29,12 +29,14 @@ class LruMap
 
     Value &insert(std::string_view key, Value value)
     {
-        if (entries_.size() >= capacity_) {
+        Entries fresh; // made whole before anything changes
+        fresh.emplace_front(std::string(key), std::move(value));
+        index_.emplace(fresh.front().first, fresh.begin());
+        entries_.splice(entries_.begin(), fresh);
+        if (entries_.size() > capacity_) {
             index_.erase(entries_.back().first);
             entries_.pop_back();
         }
-        entries_.emplace_front(std::string(key), std::move(value));
-        index_.emplace(entries_.front().first, entries_.begin());
         return entries_.front().second;
     }
 

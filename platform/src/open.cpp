@@ -106,50 +106,49 @@ Problem connect(const std::string &path, const qbdb_options_t &options, qbdb_sys
     rc = configure(opened, options, facts);
     if (rc == SQLITE_OK && version < schema_version())
         rc = migrate(opened);
+    if (rc == SQLITE_OK)
+        rc = state.transaction.prepare_all(opened);
     if (rc != SQLITE_OK)
         return damaged(path, rc, opened);
     state.copies.attach(opened);
     return {};
 }
 
-// APR counts its users; a pool needs it as long as it lives.
-class HandlePool
+// APR counts its initialisations without a lock, so that it is initialised once a process, and never undone.
+void initialise_apr()
 {
-  public:
-    HandlePool()
-    {
+    static const bool done = [] {
         if (apr_initialize() != APR_SUCCESS)
             throw std::bad_alloc();
-        if (apr_pool_create(&pool_, nullptr) != APR_SUCCESS) {
-            apr_terminate();
-            throw std::bad_alloc();
-        }
-    }
-    ~HandlePool()
-    {
-        if (!pool_)
-            return;
-        apr_pool_destroy(pool_);
-        apr_terminate();
-    }
-    HandlePool(const HandlePool &) = delete;
-    HandlePool &operator=(const HandlePool &) = delete;
+        return true;
+    }();
+    static_cast<void>(done);
+}
 
-    apr_pool_t *get() const { return pool_; }
-    apr_pool_t *release() { return std::exchange(pool_, nullptr); }
-
-  private:
-    apr_pool_t *pool_ = nullptr;
+struct DestroyPool {
+    void operator()(apr_pool_t *pool) const { apr_pool_destroy(pool); }
 };
+using Pool = std::unique_ptr<apr_pool_t, DestroyPool>;
+
+Pool make_pool()
+{
+    initialise_apr();
+    apr_pool_t *pool = nullptr;
+    if (apr_pool_create(&pool, nullptr) != APR_SUCCESS)
+        throw std::bad_alloc();
+    apr_pool_abort_set(nullptr, pool); // want of memory is an answer, not the end
+    return Pool(pool);
+}
 
 Problem open_database(const std::string &path, const qbdb_options_t &options, qbdb_handle_t **qbdb,
                       sqlite3 **db)
 {
-    HandlePool pool;
+    Pool pool = make_pool();
     auto state = std::make_unique<qbdb_sysinfo>();
     if (Problem problem = connect(path, options, *state))
         return problem;
     state->root = options.root ? options.root : "/";
+    state->commit_decides = options.commit_decides != 0;
     qbdb_handle_t &handle = state->handle;
     handle.log = options.log;
     handle.loglvl = options.loglvl;
@@ -181,7 +180,6 @@ void qbdb_close(qbdb_handle_t *qbdb)
         return;
     const std::unique_ptr<qbdb_sysinfo> state(qbdb->sysinfo);
     apr_pool_destroy(qbdb->pool);
-    apr_terminate();
 }
 
 void qbdb_clear_pool(qbdb_handle_t *qbdb)

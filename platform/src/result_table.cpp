@@ -2,6 +2,7 @@
 #include "result_table.h"
 
 #include <cstring>
+#include <new>
 
 namespace qbdb
 {
@@ -23,11 +24,11 @@ ResultTable::ResultTable(Scratch &scratch) : scratch_(scratch)
     scratch_.ends.clear();
 }
 
-void ResultTable::add(const char *text, std::size_t size)
+void ResultTable::add(std::string_view text)
 {
-    if (text)
-        scratch_.cells.append(text, size + 1); // with its end
-    scratch_.ends.push_back(scratch_.cells.size() | (text ? 0 : null_mark));
+    if (text.data())
+        scratch_.cells.append(text.data(), text.size() + 1); // with its end
+    scratch_.ends.push_back(scratch_.cells.size() | (text.data() ? 0 : null_mark));
 }
 
 void ResultTable::add_names(sqlite3_stmt *statement, ColumnNames *kept)
@@ -42,7 +43,9 @@ void ResultTable::add_names(sqlite3_stmt *statement, ColumnNames *kept)
     const int columns = sqlite3_column_count(statement);
     for (int i = 0; i < columns; i++) {
         const char *name = sqlite3_column_name(statement, i);
-        add(name, name ? std::strlen(name) : 0);
+        if (!name)
+            throw std::bad_alloc();
+        add(name);
     }
     if (kept)
         *kept = {scratch_.cells, scratch_.ends, preparations};
@@ -51,10 +54,8 @@ void ResultTable::add_names(sqlite3_stmt *statement, ColumnNames *kept)
 void ResultTable::add_row(sqlite3_stmt *statement)
 {
     const int columns = sqlite3_data_count(statement);
-    for (int i = 0; i < columns; i++) {
-        const char *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, i));
-        add(text, text ? static_cast<std::size_t>(sqlite3_column_bytes(statement, i)) : 0);
-    }
+    for (int i = 0; i < columns; i++)
+        add(cell_text(statement, i));
 }
 
 // sqlite3_free_table() finds the number of separately allocated cells, plus 1, in the word before the table,

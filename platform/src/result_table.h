@@ -22,7 +22,7 @@ class ResultTable
   private:
     static constexpr std::size_t null_mark = static_cast<std::size_t>(1) << (8 * sizeof(std::size_t) - 1);
 
-    void add(const char *text, std::size_t size);
+    void add(std::string_view text); // a null pointer is a NULL
 
     Scratch &scratch_;
 };

@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <new>
 
 namespace qbdb
 {
@@ -78,6 +79,8 @@ void RowImage::add_real(double value)
 
 void RowImage::add_bytes(char type, const void *bytes, int size)
 {
+    if (!bytes && (type == SQLITE_TEXT || size > 0))
+        throw std::bad_alloc();
     for (std::string *out : {&key, &content}) {
         append_cell(*out, type, size);
         out->append(size > 0 ? static_cast<const char *>(bytes) : "", static_cast<std::size_t>(size));

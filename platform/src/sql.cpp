@@ -1,32 +1,12 @@
-// The statement operations and transactions of the platform interface.
+// The statement operations of the platform interface.
+#include "common/pool.h"
 #include "execution.h"
-#include "journal.h"
 #include "result_table.h"
-
-#include <apr_strings.h>
 
 using namespace qbdb;
 
 namespace
 {
-
-// Ends the transaction that the state knows of, whatever became of it.
-void forget_transaction(qbdb_sysinfo *state)
-{
-    if (!state)
-        return;
-    state->in_transaction = false;
-    state->copies.forget_all();
-    state->journal.clear();
-}
-
-// Takes back what a failed commit left open. The failure has been reported already.
-void abandon(const Call &call)
-{
-    if (!sqlite3_get_autocommit(call.db))
-        run_plain(call.db, "ROLLBACK");
-    forget_transaction(call.state());
-}
 
 int read_table(const Call &call, char ***table, int *nrow, int *ncol, const char *format, va_list arguments)
 {
@@ -65,57 +45,6 @@ int read_cell(const Call &call, int *found, const char *format, va_list argument
 }
 
 } // namespace
-
-int qbdb_sql_begin(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char *file, int line)
-{
-    const Call call{qbdb, db, errmsg, file, line};
-    return guarded(call, [&] {
-        const int rc = execute(call, qbdb->readonly ? "BEGIN" : "BEGIN IMMEDIATE");
-        if (qbdb_sysinfo *state = call.state(); state && rc == SQLITE_OK)
-            state->in_transaction = true;
-        return rc;
-    });
-}
-
-int qbdb_sql_commit(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char *file, int line)
-{
-    const Call call{qbdb, db, errmsg, file, line};
-    qbdb_sysinfo *const state = call.state();
-    const int rc = guarded(call, [&] {
-        if (state && !state->in_transaction)
-            return call.fail(SQLITE_MISUSE, "no transaction was begun", "COMMIT");
-        // The copies that an operation leaves behind are there afterwards.
-        if (state && !sqlite3_get_autocommit(db))
-            if (const int copied = call.result(state->copies.materialise_all(), "COMMIT");
-                copied != SQLITE_OK)
-                return copied;
-        return execute(call, "COMMIT");
-    });
-    if (rc != SQLITE_OK) {
-        if (!state || state->in_transaction)
-            abandon(call);
-        return rc;
-    }
-    if (state) {
-        for (const std::string &journal_line : state->journal)
-            write_journal(qbdb, journal_line);
-        forget_transaction(state);
-    }
-    return SQLITE_OK;
-}
-
-int qbdb_sql_rollback(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char *file, int line)
-{
-    const Call call{qbdb, db, errmsg, file, line};
-    return guarded(call, [&] {
-        // A transaction that the caller began itself, so that qbdb_sql_begin() failed, stays the caller's.
-        qbdb_sysinfo *const state = call.state();
-        const bool foreign = state && !state->in_transaction;
-        const int rc = foreign || sqlite3_get_autocommit(db) ? SQLITE_OK : execute(call, "ROLLBACK");
-        forget_transaction(state);
-        return rc;
-    });
-}
 
 int qbdb_sql_exec_mprintf(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char *file, int line,
                           const char *format, ...)
@@ -180,9 +109,8 @@ int qbdb_sql_get_scaler_mprintf(qbdb_handle_t *qbdb, sqlite3 *db, char **value, 
     va_start(arguments, format);
     const int rc = guarded(call, [&] {
         return read_cell(call, found, format, arguments, [&](sqlite3_stmt *row) {
-            const char *text = reinterpret_cast<const char *>(sqlite3_column_text(row, 0));
-            const auto size = static_cast<std::size_t>(sqlite3_column_bytes(row, 0));
-            *value = text ? apr_pstrmemdup(qbdb->pool, text, size) : nullptr;
+            const std::string_view text = cell_text(row, 0);
+            *value = text.data() ? qb::copy_text(qbdb->pool, text) : nullptr;
         });
     });
     va_end(arguments);

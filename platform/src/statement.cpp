@@ -4,6 +4,7 @@
 #include <climits>
 #include <cstdarg>
 #include <cstring>
+#include <new>
 
 namespace qbdb
 {
@@ -49,6 +50,16 @@ int prepare(sqlite3 *db, std::string_view text, unsigned flags, Statement &state
     if (*problem)
         statement.reset();
     return *problem ? SQLITE_MISUSE : SQLITE_OK;
+}
+
+std::string_view cell_text(sqlite3_stmt *row, int column)
+{
+    if (sqlite3_column_type(row, column) == SQLITE_NULL)
+        return {};
+    const auto *const text = reinterpret_cast<const char *>(sqlite3_column_text(row, column));
+    if (!text)
+        throw std::bad_alloc();
+    return {text, static_cast<std::size_t>(sqlite3_column_bytes(row, column))};
 }
 
 int run_plain(sqlite3 *db, const char *format, ...)

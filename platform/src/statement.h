@@ -21,6 +21,9 @@ inline constexpr const char *no_statement = "no statement";
 // one, any other failure is the connection's.
 int prepare(sqlite3 *db, std::string_view text, unsigned flags, Statement &statement, const char **problem);
 
+// The text of a cell of the present row; with a null pointer for a NULL. Without memory std::bad_alloc.
+std::string_view cell_text(sqlite3_stmt *row, int column);
+
 // Runs a statement of this library's own that yields no rows, in the form of a printf format.
 int run_plain(sqlite3 *db, const char *format, ...);
 

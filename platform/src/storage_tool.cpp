@@ -1,8 +1,7 @@
 // What the storage tool knows: properties of datasets, and where snapshots are browsed.
+#include "common/pool.h"
 #include "file_descriptor.h"
 #include "qbdb.h"
-
-#include <apr_strings.h>
 
 #include <array>
 #include <cerrno>
@@ -106,5 +105,9 @@ const char *snapshot_get_path(qbdb_handle_t *qbdb, const char *path, const char 
 {
     if (!path || !snapshot || *snapshot == 0)
         return nullptr;
-    return apr_pstrcat(qbdb->pool, path, "/.zfs/snapshot/", snapshot, static_cast<char *>(nullptr));
+    try {
+        return qb::print(qbdb->pool, "%s/.zfs/snapshot/%s", path, snapshot);
+    } catch (const std::bad_alloc &) {
+        return nullptr;
+    }
 }

@@ -71,11 +71,15 @@ void TableCopies::forget_all()
     broken_ = false;
 }
 
-void TableCopies::statement_ends(bool succeeded)
+void TableCopies::statement_ends(bool succeeded) noexcept
 {
-    if (!succeeded)
-        for (const Change &change : journal_)
-            change.watch->changes.add(change.row, -change.count);
+    try {
+        if (!succeeded)
+            for (const Change &change : journal_)
+                change.watch->changes.add(change.row, -change.count);
+    } catch (const std::bad_alloc &) {
+        broken_ = true;
+    }
     journal_.clear();
 }
 
@@ -183,12 +187,15 @@ int TableCopies::fill_copy(const Watch &watch)
             continue;
         }
         for (int i = 0; i < columns; i++)
-            sqlite3_bind_value(insert.get(), i + 1, sqlite3_column_value(rows.get(), i));
+            if ((rc = sqlite3_bind_value(insert.get(), i + 1, sqlite3_column_value(rows.get(), i))) !=
+                SQLITE_OK)
+                return rc;
         if ((rc = run_insert()) != SQLITE_OK)
             return rc;
     }
     for (const auto &[key, change] : changes.entries()) {
-        RowImage::bind(change.content, insert.get());
+        if (const int bound = RowImage::bind(change.content, insert.get()); bound != SQLITE_OK)
+            return bound;
         for (long i = change.count; i < 0 && rc == SQLITE_DONE; i++)
             if (const int failure = run_insert(); failure != SQLITE_OK)
                 return failure;

@@ -31,7 +31,7 @@ class TableCopies
 
     // A statement that fails takes its changes back, and so does the count.
     void statement_begins() { journal_.clear(); }
-    void statement_ends(bool succeeded);
+    void statement_ends(bool succeeded) noexcept;
 
     // Makes the watched copy real that a statement misses by this error text. SQLITE_NOTFOUND when it misses
     // something else.

@@ -1,8 +1,6 @@
 // Text helpers and random bits.
+#include "common/pool.h"
 #include "qbdb.h"
-
-#include <apr_pools.h>
-#include <apr_strings.h>
 
 #include <algorithm>
 #include <cstring>
@@ -37,24 +35,21 @@ void for_each_item(std::string_view csv, Take take)
 } // namespace
 
 int qbdb_csv_to_array(qbdb_handle_t *qbdb, const char *csv, const char ***array, int *count)
-{
+try {
     const std::string_view text = trimmed(csv ? csv : "");
     std::size_t items = 0;
     if (!text.empty())
         for_each_item(text, [&](std::string_view) { items++; });
-    auto **list = static_cast<const char **>(apr_palloc(qbdb->pool, (items + 1) * sizeof(char *)));
-    if (!list)
-        return SQLITE_NOMEM;
+    auto **list = static_cast<const char **>(qb::allocate(qbdb->pool, (items + 1) * sizeof(char *)));
     std::size_t i = 0;
     if (!text.empty())
-        for_each_item(text, [&](std::string_view item) {
-            list[i++] = apr_pstrmemdup(qbdb->pool, item.data(), item.size());
-        });
-    list[i] = nullptr;
+        for_each_item(text, [&](std::string_view item) { list[i++] = qb::copy_text(qbdb->pool, item); });
     *array = list;
     if (count)
         *count = static_cast<int>(items);
     return 0;
+} catch (const std::bad_alloc &) {
+    return SQLITE_NOMEM;
 }
 
 int qbdb_dow_to_i(const char *days)
@@ -78,7 +73,11 @@ const char *qbdb_i_to_dow(qbdb_handle_t *qbdb, int days)
                 strncat_safe(text, ",", sizeof text);
             strncat_safe(text, day_names[i].data(), sizeof text);
         }
-    return apr_pstrdup(qbdb->pool, text);
+    try {
+        return qb::copy_text(qbdb->pool, text);
+    } catch (const std::bad_alloc &) {
+        return nullptr;
+    }
 }
 
 uint32_t qbdb_rand(void)

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Compares the exported symbols of a shared library with its headers, and finds those that no test uses.
 
-usage: check_interface.py LIBRARY HEADER_FOLDER TEST_FOLDER
+usage: check_interface.py LIBRARY HEADER_FOLDER TEST_FOLDER [VERSION_NODE]
 """
 import pathlib
 import re
@@ -29,7 +29,8 @@ def declared(folder):
 
 def exported(library):
     lines = subprocess.run(["nm", "-D", "--defined-only", library], check=True, capture_output=True, text=True)
-    return {line.split()[-1].split("@")[0] for line in lines.stdout.splitlines()}
+    symbols = (line.split() for line in lines.stdout.splitlines())
+    return [words[-1] for words in symbols if words[-2] != "A"]  # A: a version node
 
 
 def unused(names, folder):
@@ -42,10 +43,13 @@ def unused(names, folder):
 
 def main():
     library, headers, tests = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3])
-    published, symbols = declared(headers), exported(library)
+    versioned = exported(library)
+    published, symbols = declared(headers), {name.split("@")[0] for name in versioned}
     problems = [f"published but not exported: {n}" for n in sorted(published - symbols)]
     problems += [f"exported but not published: {n}" for n in sorted(symbols - published)]
     problems += [f"used by no test: {n}" for n in sorted(unused(published, tests))]
+    node = "".join(f"@@{name}" for name in sys.argv[4:])
+    problems += [f"without its version node: {n}" for n in versioned if not n.endswith(node)]
     print(f"{len(published)} published, {len(symbols)} exported")
     print("\n".join(problems))
     sys.exit(1 if problems or not published else 0)

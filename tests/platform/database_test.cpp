@@ -2,6 +2,8 @@
 #include "platform.h"
 
 #include <array>
+#include <atomic>
+#include <barrier>
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
@@ -9,6 +11,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 using namespace platform_test;
@@ -173,6 +176,41 @@ TEST_F(Open, ClosesToOneFileAndAcceptsNull)
     EXPECT_EQ("1", again.one("SELECT count(*) FROM t"));
     qbdb_clear_pool(again.qbdb);
     EXPECT_EQ("1", again.one("SELECT count(*) FROM t"));
+}
+
+// Opens and closes handles in several threads at once; the process ends with 0 when all of it worked.
+[[noreturn]] void open_in_threads(const std::string &file)
+{
+    constexpr int threads = 8;
+    std::barrier start(threads);
+    std::atomic<int> failures = 0;
+    {
+        std::vector<std::jthread> running;
+        for (int i = 0; i < threads; i++)
+            running.emplace_back([&] {
+                start.arrive_and_wait();
+                for (int round = 0; round < 3; round++) {
+                    qbdb_handle_t *qbdb = nullptr;
+                    sqlite3 *db = nullptr;
+                    failures += qbdb_open(file.c_str(), nullptr, &qbdb, &db, nullptr, 0);
+                    qbdb_close(qbdb);
+                }
+            });
+    }
+    _exit(failures == 0 ? 0 : 1);
+}
+
+TEST_F(Open, WorksInSeveralThreadsAtOnce)
+{
+    session.reset(); // no connection crosses a fork
+    for (int process = 0; process < 40; process++) {
+        const pid_t child = fork();
+        if (child == 0)
+            open_in_threads(file);
+        int status = -1;
+        waitpid(child, &status, 0);
+        ASSERT_EQ(0, status) << "process " << process;
+    }
 }
 
 class Volumes : public Platform

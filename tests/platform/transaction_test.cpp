@@ -1,7 +1,9 @@
 // Transactions: waiting, losing, failing; and the journal that follows them.
+#include "failing_storage.h"
 #include "platform.h"
 
 #include <chrono>
+#include <cstring>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -25,8 +27,9 @@ TEST_F(Transactions, WaitForABusyDatabaseUpToTheTimeout)
     Session impatient(file, options);
     ASSERT_EQ(0, session->begin());
     const auto begun = steady_clock::now();
-    EXPECT_EQ(SQLITE_BUSY, impatient.begin());
+    EXPECT_EQ(-SQLITE_BUSY, impatient.begin());
     EXPECT_STREQ("database is locked", impatient.error);
+    EXPECT_EQ(SQLITE_BUSY, qbdb_last_commit(impatient.qbdb, nullptr));
     EXPECT_GE(steady_clock::now() - begun, milliseconds(55));
     EXPECT_LT(steady_clock::now() - begun, seconds(3));
 
@@ -81,6 +84,91 @@ TEST_F(Transactions, ReadBesideAWriterWhenReadOnly)
     EXPECT_EQ(0, session->commit());
 }
 
+TEST_F(Transactions, ReadBesideAWriterWhenAnnounced)
+{
+    options.busy_timeout_ms = 1;
+    Session reader(file, options);
+    session->exec("INSERT INTO t VALUES(1,1,1)");
+    ASSERT_EQ(0, session->begin());
+    qbdb_announce(reader.qbdb, "getThings", 1);
+    EXPECT_EQ(0, reader.begin()) << reader.error;
+    EXPECT_EQ("1", reader.one("SELECT count(*) FROM t"));
+    EXPECT_EQ(0, session->exec("INSERT INTO t VALUES(2,2,2)"));
+    EXPECT_EQ(0, session->commit()) << "the reader holds nobody up";
+    EXPECT_EQ("1", reader.one("SELECT count(*) FROM t")) << "and sees what it saw first";
+    EXPECT_EQ(0, reader.commit());
+
+    ASSERT_EQ(0, session->begin());
+    EXPECT_EQ(-SQLITE_BUSY, reader.begin()) << "an announcement is good for one transaction";
+    qbdb_announce(reader.qbdb, "setThings", 0);
+    EXPECT_EQ(-SQLITE_BUSY, reader.begin());
+    EXPECT_NE(std::string::npos, log().find("BEGIN IMMEDIATE of setThings\n")) << log();
+    EXPECT_EQ(0, session->rollback());
+}
+
+TEST_F(Transactions, DoNotWriteAFileThatWasMigratedMeanwhile)
+{
+    Session other(file);
+    const std::string version = session->one("PRAGMA user_version");
+    for (int round = 0; round < 2; round++) {
+        ASSERT_EQ(0, session->begin());
+        ASSERT_EQ(0, session->commit());
+        other.exec("PRAGMA user_version=99");
+        EXPECT_EQ(-SQLITE_SCHEMA, session->begin());
+        EXPECT_STREQ(
+            ("another program has brought the database to schema 99 (this is " + version + ")").c_str(),
+            session->error);
+        qbdb_announce(session->qbdb, "getThings", 1);
+        EXPECT_EQ(0, session->begin());
+        EXPECT_EQ(0, session->commit());
+        other.exec(("PRAGMA user_version=" + version).c_str());
+    }
+}
+
+TEST_F(Transactions, TellWhatBecameOfThem)
+{
+    using Storage = qbobj_test::FailingStorage;
+    const Storage storage;
+    const auto outcome = [&] {
+        const char *text = nullptr;
+        const int code = qbdb_last_commit(session->qbdb, &text);
+        return std::to_string(code) + " " + text;
+    };
+    options.relaxed_durability = 0;
+    for (const int decides : {0, 1}) {
+        options.commit_decides = decides;
+        session = std::make_unique<Session>(file, options);
+        session->exec("INSERT OR IGNORE INTO u VALUES(1,'x')");
+        const std::string before = count();
+        EXPECT_EQ(decides, qbdb_commit_decides(session->qbdb));
+        const struct {
+            Storage::Step step;
+            int code;
+            const char *outcome;
+        } cases[] = {{Storage::Step::write, SQLITE_FULL, "13 database or disk is full"},
+                     {Storage::Step::write, SQLITE_IOERR_WRITE, "10 disk I/O error"},
+                     {Storage::Step::sync, SQLITE_IOERR_FSYNC, "10 disk I/O error"}};
+        for (const auto &c : cases) {
+            ASSERT_EQ(0, session->begin());
+            ASSERT_EQ(0, session->exec("INSERT INTO t VALUES(1,1,1)"));
+            const Storage::Failure failure(c.step, 1, c.code);
+            EXPECT_EQ(c.code & 0xff, session->commit());
+            EXPECT_EQ(c.outcome, outcome());
+        }
+        EXPECT_EQ(0, session->begin());
+        EXPECT_EQ("0 ", outcome());
+        EXPECT_EQ(SQLITE_CONSTRAINT, session->exec("INSERT OR ROLLBACK INTO u VALUES(1,'y')"));
+        EXPECT_EQ(SQLITE_ABORT, session->exec("DELETE FROM t"));
+        EXPECT_EQ(0, session->rollback());
+        EXPECT_EQ("19 UNIQUE constraint failed: u.id", outcome()) << "the cause, not what followed";
+        EXPECT_EQ(0, session->begin());
+        EXPECT_EQ(SQLITE_CONSTRAINT, session->exec("INSERT INTO u VALUES(1,'y')"));
+        EXPECT_EQ(0, session->rollback());
+        EXPECT_EQ("0 ", outcome()) << "its caller wanted it so";
+        EXPECT_EQ(before, count());
+    }
+}
+
 TEST_F(Transactions, RefuseStatementsOnceLost)
 {
     session->exec("INSERT INTO u VALUES(1,'x')");
@@ -107,11 +195,43 @@ TEST_F(Transactions, LeaveNothingOfAFailedCommit)
     ASSERT_EQ(0, session->exec("INSERT INTO child VALUES(77)"));
     EXPECT_EQ(SQLITE_CONSTRAINT, session->commit());
     EXPECT_STREQ("FOREIGN KEY constraint failed", session->error);
+    EXPECT_EQ(SQLITE_CONSTRAINT, qbdb_last_commit(session->qbdb, nullptr));
     EXPECT_NE(0, sqlite3_get_autocommit(session->db));
     EXPECT_EQ("0", count());
     EXPECT_EQ(0, session->begin());
     EXPECT_EQ(0, session->rollback());
     EXPECT_EQ(0, session->rollback()) << "without a transaction there is nothing to do";
+}
+
+// Interrupts the next ROLLBACK of the connection.
+int interrupt_rollback(unsigned, void *db, void *, void *text)
+{
+    if (std::strcmp(static_cast<const char *>(text), "ROLLBACK") == 0) {
+        sqlite3_interrupt(static_cast<sqlite3 *>(db));
+        sqlite3_trace_v2(static_cast<sqlite3 *>(db), 0, nullptr, nullptr);
+    }
+    return 0;
+}
+
+TEST_F(Transactions, AreEndedByTheNextOneWhenTheirRollbackFailed)
+{
+    options.busy_timeout_ms = 1;
+    session->exec("CREATE TABLE child(p REFERENCES u(id) DEFERRABLE INITIALLY DEFERRED)");
+    Session other(file, options);
+    for (const bool commit : {false, true}) {
+        ASSERT_EQ(0, session->begin());
+        ASSERT_EQ(0, session->exec("INSERT INTO child VALUES(77)"));
+        sqlite3_trace_v2(session->db, SQLITE_TRACE_STMT, interrupt_rollback, session->db);
+        EXPECT_EQ(commit ? SQLITE_CONSTRAINT : SQLITE_INTERRUPT,
+                  commit ? session->commit() : session->rollback());
+        EXPECT_EQ(SQLITE_ABORT, session->exec("INSERT INTO t VALUES(1,1,1)")) << "it would be lost";
+        EXPECT_EQ(-SQLITE_BUSY, other.begin());
+        EXPECT_EQ(0, session->begin()) << session->error;
+        EXPECT_EQ("0", session->one("SELECT count(*) FROM child"));
+        EXPECT_EQ(0, session->rollback());
+        EXPECT_EQ(0, other.begin());
+        EXPECT_EQ(0, other.rollback());
+    }
 }
 
 TEST_F(Transactions, OfTheCallersOwnStayTheCallers)
