@@ -1,8 +1,6 @@
 // The parts of failing that need no template.
 #include "core/error.h"
 
-#include <apr_strings.h>
-
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
@@ -20,9 +18,9 @@ int report_error(const qbobj_env_t &env, const Site &site, qbobj_error_t code, c
     va_start(args, format);
     char *message = apr_pvsprintf(env.qbdb->pool, format, args);
     va_end(args);
-    char *unit = copy_text(env.qbdb->pool, site.unit.data());
     if (message == nullptr)
         throw std::bad_alloc();
+    char *unit = copy_text(env.qbdb->pool, site.unit.data());
     err.file = unit;
     err.msg = message;
     if (logs(env.qbdb, QBDB_LOG_ERROR))

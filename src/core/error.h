@@ -4,7 +4,6 @@
 #include "core/format.h"
 #include "core/memory.h"
 
-#include <apr_strings.h>
 #include <qbobj/env.h>
 
 #include <tuple>
@@ -63,10 +62,7 @@ void log(const qbobj_env_t &env, qbdb_loglevel_t level, const Message<Args...> &
 template <class... Args>
 char *print(const qbobj_env_t &env, const Message<Args...> &format, Args... args)
 {
-    char *text = apr_psprintf(env.qbdb->pool, format.text, args...);
-    if (text == nullptr)
-        throw std::bad_alloc();
-    return text;
+    return qb::print(env.qbdb->pool, format.text, args...);
 }
 
 #pragma GCC diagnostic pop

@@ -1,11 +1,7 @@
 // The bracket round everything that touches the database.
+// A platform library may leave its optional operations out.
+#define QBDB_OPTIONAL_WEAK
 #include "frame/transaction.h"
-
-// A platform library may leave these out.
-extern "C" {
-__attribute__((weak)) void qbdb_announce(qbdb_handle_t *qbdb, const char *operation, int reads_only);
-__attribute__((weak)) int qbdb_commit_decides(const qbdb_handle_t *qbdb);
-}
 
 namespace qbobj
 {

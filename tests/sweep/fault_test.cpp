@@ -3,6 +3,8 @@
 #include "scenarios.h"
 
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <set>
 
 using namespace qbobj_test;
@@ -75,6 +77,27 @@ constexpr Survived survived[] = {
 const std::set<std::string> run_no_statement{"getPosixUIDbyUID", "getPosixGIDbyGID", "checkUserList",
                                              "getGroup"};
 
+// An error's place: a line with code in a file of its unit. Units are named after the operations that callers know.
+bool is_a_place(const char *unit, int line)
+{
+    if (unit == nullptr || std::string(unit).rfind("qbobj_", 0) != 0)
+        return false;
+    for (const auto &entry : std::filesystem::recursive_directory_iterator(QBOBJ_SOURCES)) {
+        const std::string name = entry.path().filename();
+        if (name.substr(0, name.find('.')) != unit || entry.path().extension() != ".cpp")
+            continue;
+        std::ifstream source(entry.path());
+        std::string text;
+        int at = 0;
+        while (at < line && std::getline(source, text))
+            ++at;
+        const std::size_t code = text.find_first_not_of(" \t");
+        if (at == line && code != text.npos && text.compare(code, 2, "//") != 0)
+            return true;
+    }
+    return false;
+}
+
 bool may_survive(const std::string &operation, const std::string &statement)
 {
     for (const Survived &entry : survived)
@@ -110,6 +133,10 @@ TEST_P(FaultSweep, FailedStatementIsReportedAndLeavesNothing)
         ASSERT_NE(0, sqlite3_get_autocommit(office->db)) << "a transaction was left open";
         if (operation.failed(outcome.result)) {
             ASSERT_EQ(before, office->content());
+            if (outcome.error.ec != QBOBJ_ERROR_OK) {
+                EXPECT_TRUE(is_a_place(outcome.error.file, outcome.error.lineno))
+                    << ::testing::PrintToString(outcome.error);
+            }
             continue;
         }
         EXPECT_TRUE(may_survive(operation.name(), statement)) << "the failure was not reported";
