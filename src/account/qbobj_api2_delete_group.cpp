@@ -4,19 +4,14 @@
 
 namespace qbobj
 {
-
 namespace
 {
 
-struct Removal {
-    Statement<int> statement;
-    const char *what;
-};
-
-constexpr std::array removals{
-    Removal{"DELETE FROM group_quota WHERE group_id=%d", "group_quota"},
-    Removal{"DELETE FROM _group_quota_stat WHERE group_id=%d", "_group_quota_stat"},
-    Removal{"DELETE FROM `$group_has_user` WHERE group_id=%d", "group_has_user"},
+constexpr AccountStatement removals[] = {
+    {"DELETE FROM group_quota WHERE group_id=%d", "Failed 'DELETE group_quota'. %s"},
+    {"DELETE FROM _group_quota_stat WHERE group_id=%d", "Failed 'DELETE _group_quota_stat'. %s"},
+    {"DELETE FROM `$group_has_user` WHERE group_id=%d", "Failed 'DELETE group_has_user'. %s"},
+    {"UPDATE `$group` SET is_privileged=-1 WHERE id=%d", "Failed DB Query for 'UPDATE FROM group'. %s"},
 };
 
 int delete_group(Call &call, qbobj_Group_t &group)
@@ -27,24 +22,23 @@ int delete_group(Call &call, qbobj_Group_t &group)
     if (qbobj_validate_db_groupid(call, id) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%d). Not exist.", id);
 
-    const Number has_users = call.ask_number("SELECT EXISTS(SELECT * FROM `$user` U WHERE U.group_id=%d)", id);
-    if (!has_users)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT user'. %s", has_users.error());
-    if (has_users.value != 0)
+    int has_users = 0;
+    if (const int rc = call.number("Failed DB Query for 'SELECT user'. %s", has_users,
+                                   "SELECT EXISTS(SELECT * FROM `$user` U WHERE U.group_id=%d)", id))
+        return rc;
+    if (has_users != 0)
         return raise(call, QBOBJ_ERROR_UI__CANT_DELETE_PRIMARY_GROUP, "Cannot remove group, has users.");
-    const Text name = call.ask_text("SELECT gname FROM `$group` WHERE id=%d", id);
-    if (!name)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT group'. %s", name.error());
+    const char *name = nullptr;
+    if (const int rc = call.text("Failed DB Query for 'SELECT group'. %s", name,
+                                 "SELECT gname FROM `$group` WHERE id=%d", id))
+        return rc;
 
-    for (const Removal &removal : removals)
-        if (const Status removed = call.run(removal.statement, id); !removed)
-            return raise(call, QBOBJ_ERROR_DB_MISC, "Failed 'DELETE %s'. %s", removal.what, removed.error());
-    const Status marked = call.run("UPDATE `$group` SET is_privileged=-1 WHERE id=%d", id);
-    if (!marked)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE FROM group'. %s", marked.error());
+    if (const int rc = exec_each(call, removals, id))
+        return rc;
     if (call.changes() == 0)
-        return raise(call, QBOBJ_ERROR_DB_NOTEXISTS, "None of row is deleted. May be bad resource_id=%d'", id);
-    group.GroupName = name.value;
+        return raise(call, QBOBJ_ERROR_DB_NOTEXISTS, "None of row is deleted. May be bad resource_id=%d'",
+                     id);
+    group.GroupName = name;
     return 0;
 }
 
@@ -52,10 +46,7 @@ int delete_group(Call &call, qbobj_Group_t &group)
 
 int x_qbobj_deleteGroup(Call &call, qbobj_Group_t *group)
 {
-    for (qbobj_Group_t &element : Chain(group))
-        if (const int failed = delete_group(call, element); failed != 0)
-            return failed;
-    return 0;
+    return for_each(group, delete_group, call);
 }
 
 } // namespace qbobj

@@ -1,23 +1,14 @@
 // Removes users: everything that refers to them goes, their own row is only marked.
-#include "account/account.h"
-#include "account/user_rows.h"
+#include "account/queries.h"
+#include "account/user_changes.h"
 #include "validate/validate.h"
-
-#include <span>
 
 namespace qbobj
 {
-
 namespace
 {
 
-// A statement about one user, and the message of its failure.
-struct Removal {
-    Statement<int> statement;
-    Message<const char *> failure;
-};
-
-constexpr Removal settings_of_user[] = {
+constexpr AccountStatement settings_of_user[] = {
     {"DELETE FROM user_quota WHERE user_id=%d", "Failed DELETE user_quota. %s"},
     {"DELETE FROM user_acl WHERE user_id=%d", "Failed DELETE user_acl. %s"},
     {"DELETE FROM _user_quota_stat WHERE user_id=%d", "Failed DELETE _user_quota_stat. %s"},
@@ -26,40 +17,28 @@ constexpr Removal settings_of_user[] = {
 };
 
 // The last one marks the user itself, whose name the one before it needs.
-constexpr Removal user_itself[] = {
+constexpr AccountStatement user_itself[] = {
     {"DELETE FROM `$group_has_user` WHERE user_id=%d", "Failed DELETE group_has_user. %s"},
     {"DELETE FROM `$home_folder_snapshot` WHERE user_name=(SELECT U.uname FROM `$user` U WHERE U.id=%d)",
      "Failed DELETE $home_folder_snapshot. %s"},
     {"UPDATE `$user` SET is_privileged=-1 WHERE id=%d", "Failed DB Query for 'UPDATE user'. %s"},
 };
 
-int remove_rows(Call &call, std::span<const Removal> removals, int user_id)
+int delete_user_core(Call &call, int user_id)
 {
-    for (const Removal &removal : removals)
-        if (const Status removed = call.run(removal.statement, user_id); !removed)
-            return raise(call, QBOBJ_ERROR_DB_MISC, removal.failure, removed.error());
-    return 0;
-}
-
-int _delete_user_core(Call &call, int user_id)
-{
-    if (const int rc = remove_rows(call, settings_of_user, user_id); rc != 0)
+    if (const int rc = exec_each(call, settings_of_user, user_id))
         return rc;
 
-    const Number unused = timemachine_is_unused(call);
-    if (!unused)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for $timemachine_quota. %s", unused.error());
-    if (unused.value != 0) {
-        const Status off = call.run("UPDATE service_afp SET timemachine_enabled=0");
-        if (!off) {
-            // Reported in the error record, but a success: the deletion ends here and the user's own row
-            // stays unmarked. Callers depend on it.
-            raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE service_afp'. %s", off.error());
-            return 0;
-        }
-    }
+    bool unused = false;
+    if (const int rc = timemachine_is_unused(call, unused))
+        return rc;
+    // A failure is reported in the error record, but a success: the deletion ends here and the user's own row stays
+    // unmarked. Callers depend on it.
+    if (unused && call.exec("Failed DB Query for 'UPDATE service_afp'. %s",
+                            "UPDATE service_afp SET timemachine_enabled=0") != 0)
+        return 0;
 
-    if (const int rc = remove_rows(call, user_itself, user_id); rc != 0)
+    if (const int rc = exec_each(call, user_itself, user_id))
         return rc;
     if (call.changes() == 0)
         return raise(call, QBOBJ_ERROR_DB_NOTEXISTS, "None of row is deleted. May be bad resource_id=%d'",
@@ -67,34 +46,28 @@ int _delete_user_core(Call &call, int user_id)
     return 0;
 }
 
-// 1 when the user may be deleted, -1 on a failure; 0 would refuse, which no user gives cause for today.
-int _is_ok_to_delete_user(Call &call, int user_id, const char *&delete_home,
-                          const char *&user_name)
+// Reads what the user is, and whether the user may be deleted: today everyone may.
+int is_ok_to_delete_user(Call &call, int user_id, StoredUser &stored, bool &ok)
 {
-    StoredUser stored{};
-    if (read_stored_user(call, user_id, stored) != 0)
-        return -1;
-    delete_home = stored.home;
-    user_name = stored.name;
-    return 1;
+    ok = true;
+    return read_stored_user(call, user_id, stored);
 }
 
-// Deletes a user that exists. `refuse` raises the error of one that must stay.
-template <class Refuse>
-int delete_existing(Call &call, int user_id, qbobj_User_t &user, Refuse refuse)
+// Deletes a user that exists. `refusal` is the error of one that must stay.
+template <class Word>
+int delete_existing(Call &call, int user_id, const Error<Word> &refusal, qbobj_User_t &user)
 {
-    const char *home = nullptr;
-    const char *name = nullptr;
-    const int allowed = _is_ok_to_delete_user(call, user_id, home, name);
-    if (allowed < 0)
-        return QBOBJ_ERROR_DB_MISC;
-    if (allowed == 0)
-        return refuse();
-    if (const int rc = _delete_user_core(call, user_id); rc != 0)
+    StoredUser stored{};
+    bool ok = false;
+    if (const int rc = is_ok_to_delete_user(call, user_id, stored, ok))
         return rc;
-    user.UserName = name;
-    user.HomeDirectory = home;
-    user.OldHomeDirectory = home;
+    if (!ok)
+        return refusal.raise(call);
+    if (const int rc = delete_user_core(call, user_id))
+        return rc;
+    user.UserName = stored.name;
+    user.HomeDirectory = stored.home;
+    user.OldHomeDirectory = stored.home;
     return 0;
 }
 
@@ -105,9 +78,8 @@ int delete_user(Call &call, qbobj_User_t &user)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%d)", key);
     if (qbobj_validate_db_userid(call, key) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%d). Not exist.", key);
-    return delete_existing(call, key, user, [&] {
-        return raise(call, QBOBJ_ERROR_API_ARGS, "Cannot delete user (user_id=%d)", key);
-    });
+    return delete_existing(call, key, error(QBOBJ_ERROR_API_ARGS, "Cannot delete user (user_id=%d)", key),
+                           user);
 }
 
 int delete_user_by_name(Call &call, qbobj_User_t &user)
@@ -115,31 +87,20 @@ int delete_user_by_name(Call &call, qbobj_User_t &user)
     int key = 0;
     if (qbobj_validate_db_username(call, user.UserName, nullptr, &key) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%d). Not exist.", user.resource_id);
-    return delete_existing(call, key, user, [&] {
-        return raise(call, QBOBJ_ERROR_API_ARGS, "Cannot delete user (user_name=%s)", user.UserName);
-    });
-}
-
-// Runs through a chain.
-template <class Delete>
-int delete_each(Call &call, qbobj_User_t *chain, Delete remove)
-{
-    for (qbobj_User_t &user : Chain(chain))
-        if (const int rc = remove(call, user); rc != 0)
-            return rc;
-    return 0;
+    return delete_existing(
+        call, key, error(QBOBJ_ERROR_API_ARGS, "Cannot delete user (user_name=%s)", user.UserName), user);
 }
 
 } // namespace
 
 int x_qbobj_deleteUser(Call &call, qbobj_User_t *user)
 {
-    return delete_each(call, user, delete_user);
+    return for_each(user, delete_user, call);
 }
 
 int x_qbobj_deleteUserByName(Call &call, qbobj_User_t *user)
 {
-    return delete_each(call, user, delete_user_by_name);
+    return for_each(user, delete_user_by_name, call);
 }
 
 } // namespace qbobj

@@ -1,9 +1,11 @@
 // Changes of groups: name, quotas, secondary members.
 #include "account/group_changes.h"
+#include "account/queries.h"
+#include "account/quotas.h"
+#include "validate/validate.h"
 
 namespace qbobj
 {
-
 namespace
 {
 
@@ -11,61 +13,48 @@ namespace
 int rename_group(Call &call, int id, const char *given, const char *&old_name)
 {
     const char *name = nullptr;
-    if (const int failed = check_group_name(call, given, name); failed != 0)
-        return failed;
+    if (const int rc = check_group_name(call, given, name))
+        return rc;
     int holder = 0;
     if (qbobj_validate_db_groupname(call, name, nullptr, &holder) == 0 && holder != id)
         return raise(call, QBOBJ_ERROR_UI__GROUPNAME_ALREADY_EXISTS,
                      "Cannot rename to group which already exists (%s).", name);
 
-    const Text other = call.ask_text("SELECT G.gname FROM `$group` G WHERE G.id=%d AND G.gname<>%Q", id, name);
-    if (!other)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT group'. %s", other.error());
-    old_name = other.value;
-    if (other.found == 0)
+    // A change of capitals is a change, though the column does not tell them apart.
+    if (const int rc = call.text(
+            "Failed DB Query for 'SELECT group'. %s", old_name,
+            "SELECT G.gname FROM `$group` G WHERE G.id=%d AND G.gname<>%Q COLLATE BINARY", id, name))
+        return rc;
+    if (old_name == nullptr)
         return 0;
-    const Status renamed = call.run("UPDATE `$group` SET gname=%Q WHERE id=%d", name, id);
-    if (renamed.rc == constraint_violation)
-        return raise(call, QBOBJ_ERROR_UI__GROUPNAME_ALREADY_EXISTS, "Specified group name already exists");
-    if (!renamed)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE group'. %s", renamed.error());
-    return 0;
+    return call.exec_unique({QBOBJ_ERROR_UI__GROUPNAME_ALREADY_EXISTS, "Specified group name already exists"},
+                            "Failed DB Query for 'UPDATE group'. %s",
+                            "UPDATE `$group` SET gname=%Q WHERE id=%d", name, id);
 }
 
-// Sets the group's quota on one share; a limit of 0 takes it away. The messages name the users' table.
-int set_group_quota(Call &call, int id, const qbobj_Quota_t &quota)
-{
-    if (quota.HardMB == 0) {
-        const Status removed = call.run("DELETE FROM group_quota WHERE group_id=%d "
-                                        "AND share_id=(SELECT S.id FROM share S WHERE S.zfs_name=%Q)",
-                                        id, quota.ShareId);
-        if (!removed)
-            return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE user_quota. %s",
-                         removed.error());
-        return 0;
-    }
-    const Status set = call.run(
-        R"(INSERT OR REPLACE INTO group_quota (group_id,share_id,mb_soft,mb_hard)
+// The messages name the users' table.
+constexpr QuotaDelete removed_quota{
+    "DELETE FROM group_quota WHERE group_id=%d AND share_id=(SELECT S.id FROM share S WHERE S.zfs_name=%Q)",
+    "Failed DB Query for 'DELETE user_quota. %s",
+};
+constexpr QuotaInsert changed_quota{
+    R"(INSERT OR REPLACE INTO group_quota (group_id,share_id,mb_soft,mb_hard)
         VALUES(%d,(SELECT S.id FROM share S WHERE zfs_name=%Q),
         (%lu*(SELECT diskquota_warn FROM account_default LIMIT 1)),%lu))",
-        id, quota.ShareId, quota.HardMB, quota.HardMB);
-    if (!set)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE user_quota. %s", set.error());
-    return 0;
-}
+    "Failed DB Query for 'UPDATE user_quota. %s",
+};
 
 // The members given, up to the first without a name, become the group's only ones.
 int replace_members(Call &call, int id, const qbobj_Group_t &group)
 {
-    const Status emptied = call.run("DELETE FROM `$group_has_user` WHERE group_id=%d", id);
-    if (!emptied)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE group_has_user. %s",
-                     emptied.error());
+    if (const int rc = call.exec("Failed DB Query for 'DELETE group_has_user. %s",
+                                 "DELETE FROM `$group_has_user` WHERE group_id=%d", id))
+        return rc;
     for (const qbobj_User_t &member : Chain(group.SecondaryMember)) {
         if (member.UserName == nullptr)
             break;
-        if (const int failed = add_secondary_member(call, group, id, member); failed != 0)
-            return failed;
+        if (const int rc = add_secondary_member(call, group, id, member))
+            return rc;
     }
     return 0;
 }
@@ -80,13 +69,12 @@ int modify_group(Call &call, qbobj_Group_t &group)
 
     const char *old_name = nullptr;
     if (group.GroupName != nullptr)
-        if (const int failed = rename_group(call, id, group.GroupName, old_name); failed != 0)
-            return failed;
-    for (const qbobj_Quota_t &quota : Chain(group.GroupQuota))
-        if (const int failed = set_group_quota(call, id, quota); failed != 0)
-            return failed;
-    if (const int failed = replace_members(call, id, group); failed != 0)
-        return failed;
+        if (const int rc = rename_group(call, id, group.GroupName, old_name))
+            return rc;
+    if (const int rc = change_quotas(call, changed_quota, removed_quota, id, group.GroupQuota))
+        return rc;
+    if (const int rc = replace_members(call, id, group))
+        return rc;
     group.OldGroupName = old_name;
     return 0;
 }
@@ -95,10 +83,7 @@ int modify_group(Call &call, qbobj_Group_t &group)
 
 int x_qbobj_modifyGroup(Call &call, qbobj_Group_t *group)
 {
-    for (qbobj_Group_t &element : Chain(group))
-        if (const int failed = modify_group(call, element); failed != 0)
-            return failed;
-    return 0;
+    return for_each(group, modify_group, call);
 }
 
 } // namespace qbobj

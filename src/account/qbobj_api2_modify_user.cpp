@@ -1,14 +1,12 @@
 // Changes users: everything about one user, or one thing about users by name.
-#include "account/account.h"
-#include "account/user_rows.h"
+#include "account/queries.h"
+#include "account/quotas.h"
+#include "account/user_changes.h"
 #include "core/set_list.h"
 #include "validate/validate.h"
 
-#include <cstring>
-
 namespace qbobj
 {
-
 namespace
 {
 
@@ -21,21 +19,12 @@ struct Rename {
     const char *new_home = nullptr; // null when no name was given
 };
 
-// ---- The columns of the user ---------------------------------------------------------------------------
+/* ---- The columns of the user --------------------------------------------------------------------------- */
 
 int check_new_name(Call &call, const char *given, int key, const char *&name)
 {
-    switch (const int rc = qbobj_validate_username(given, &name)) {
-    case 0:
-        break;
-    case 3:
-        return raise(call, QBOBJ_ERROR_UI__NAME_TOO_LONG, "UserName is too long (%s)", given);
-    case 4:
-    case 5:
-        return raise(call, QBOBJ_ERROR_UI__USERNAME_RESERVED, "UserName (%s) is reserved", given);
-    default:
-        return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid UserName (%s), rc=%d", given, rc);
-    }
+    if (const int rc = check_user_name(call, given, "UserName is too long (%s)", name))
+        return rc;
     int owner = 0;
     if (qbobj_validate_db_username(call, name, nullptr, &owner) == 0 && owner != key)
         return raise(call, QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS,
@@ -44,51 +33,37 @@ int check_new_name(Call &call, const char *given, int key, const char *&name)
 }
 
 // A local user's home follows the name, also when the name given is the one the user has.
-int find_new_home(Call &call, const Directory &directory, int key,
-                  const char *name, const char *&home)
+int find_new_home(Call &call, int key, const char *name, const char *&home)
 {
-    Text found;
-    if (directory.ads) {
-        found = call.ask_text("SELECT U.home FROM `$user` U WHERE U.id=%d", key);
-        if (!found)
-            return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT home FROM `$users`'. %s",
-                         found.error());
-    } else {
-        found = call.ask_text("SELECT '/home/'||%Q", name);
-        if (!found)
-            return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT account_default'. %s",
-                         found.error());
-    }
-    home = found.value;
-    return 0;
+    if (call.directory().ads)
+        return call.text("Failed DB Query for 'SELECT home FROM `$users`'. %s", home,
+                         "SELECT U.home FROM `$user` U WHERE U.id=%d", key);
+    return call.text("Failed DB Query for 'SELECT account_default'. %s", home, "SELECT '/home/'||%Q", name);
 }
 
-int change_name(Call &call, const Directory &directory, const qbobj_User_t &user, int key,
-                Changes &changes, Rename &rename)
+int change_name(Call &call, const qbobj_User_t &user, int key, Changes &changes, Rename &rename)
 {
     if (user.UserName == nullptr)
         return 0;
     StoredUser stored{};
+    if (const int rc = read_stored_user(call, key, stored))
+        return rc;
     const char *name = nullptr;
-    int rc = read_stored_user(call, key, stored);
-    if (rc == 0)
-        rc = check_new_name(call, user.UserName, key, name);
-    if (rc != 0)
+    if (const int rc = check_new_name(call, user.UserName, key, name))
         return rc;
     changes.add("uname='%q'", name);
 
-    // The column decides whether the names differ: a new spelling in capitals is no new name.
-    const Text old_name = call.ask_text("SELECT U.uname FROM `$user` U WHERE U.id=%d AND U.uname<>%Q", key, name);
-    if (!old_name)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT user'. %s", old_name.error());
-    if (old_name.found != 0) {
-        rename.old_name = old_name.value;
+    // A change of capitals is a change, though the column does not tell them apart.
+    if (const int rc = call.text("Failed DB Query for 'SELECT user'. %s", rename.old_name,
+                                 "SELECT U.uname FROM `$user` U WHERE U.id=%d AND U.uname<>%Q COLLATE BINARY",
+                                 key, name))
+        return rc;
+    if (rename.old_name != nullptr)
         rename.old_home = stored.home;
-    }
-    rc = find_new_home(call, directory, key, name, rename.new_home);
-    if (rc == 0)
-        changes.add("home=%Q", rename.new_home);
-    return rc;
+    if (const int rc = find_new_home(call, key, name, rename.new_home))
+        return rc;
+    changes.add("home=%Q", rename.new_home);
+    return 0;
 }
 
 // A password that comes back masked, as it was read, stays.
@@ -96,10 +71,10 @@ int change_password(Call &call, const qbobj_User_t &user, Changes &changes)
 {
     const char *passwd = user.SysHash;
     if (is_empty(passwd)) {
-        if (user.Password == nullptr || std::strcmp(user.Password, masked_password) == 0)
+        if (user.Password == nullptr || is_masked(user.Password))
             return 0;
-        if (const int rc = qbobj_validate_password(call, user.Password, &passwd); rc != 0)
-            return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid Password (%s) rc=%d", user.Password, rc);
+        if (const int rc = encode_password(call, user.Password, passwd))
+            return rc;
     }
     changes.add("passwd='%q'", passwd);
     return 0;
@@ -108,15 +83,14 @@ int change_password(Call &call, const qbobj_User_t &user, Changes &changes)
 int change_rest(Call &call, const qbobj_User_t &user, Changes &changes)
 {
     // Address and lock are always written: leaving out the address clears it.
-    const char *email = empty_str;
-    if (!is_empty(user.Email))
-        if (const int rc = qbobj_validate_email(user.Email, &email); rc != 0)
-            return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid Email (%s) rc=%d", user.Email, rc);
+    const char *email = nullptr;
+    if (const int rc = check_email(call, user.Email, email))
+        return rc;
     changes.add("email='%q'", email);
     if (!is_empty(user.GroupName)) {
         int group_id = 0;
-        if (qbobj_validate_db_groupname(call, user.GroupName, nullptr, &group_id) != 0)
-            return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid GroupName (%s)", user.GroupName);
+        if (const int rc = find_primary_group(call, user.GroupName, group_id))
+            return rc;
         changes.add("group_id=%d", group_id);
     }
     changes.add("is_locked=%d", user.IsLocked);
@@ -127,106 +101,81 @@ int update_user(Call &call, int key, const Changes &changes)
 {
     if (changes.refused() != nullptr)
         return raise_refused(call, changes);
-    const Status updated = call.run("UPDATE `$user` SET %s WHERE id=%d", changes.text(), key);
-    if (updated.rc == constraint_violation)
-        return raise(call, QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS, "Specified uname already exists'. %s",
-                     updated.error());
-    if (!updated)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE user'. %s", updated.error());
-    return 0;
+    return call.exec_unique({QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS, "Specified uname already exists'. %s"},
+                            "Failed DB Query for 'UPDATE user'. %s", "UPDATE `$user` SET %s WHERE id=%d",
+                            changes.text(), key);
 }
 
-// ---- What belongs to the user --------------------------------------------------------------------------
+/* ---- What belongs to the user -------------------------------------------------------------------------- */
 
-int update_quotas(Call &call, int key, qbobj_Quota_t *quotas)
-{
-    for (const qbobj_Quota_t &quota : Chain(quotas)) {
-        if (quota.HardMB == 0) {
-            const Status deleted = call.run(R"(DELETE FROM user_quota WHERE user_id=%d
-                AND share_id=(SELECT S.id FROM share S WHERE S.zfs_name=%Q))",
-                                            key, quota.ShareId);
-            if (!deleted)
-                return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE user_quota. %s",
-                             deleted.error());
-            continue;
-        }
-        // Divided by 100, as it is not when a user is created: what reads these rows counts on both.
-        const Status stored = call.run(
-            R"(INSERT OR REPLACE INTO user_quota (user_id,share_id,mb_soft,mb_hard) VALUES(%d,
-            (SELECT S.id FROM share S WHERE zfs_name=%Q),
-            %lu*(SELECT diskquota_warn FROM account_default LIMIT 1)/100,%lu))",
-            key, quota.ShareId, quota.HardMB, quota.HardMB);
-        if (!stored)
-            return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE user_quota. %s",
-                         stored.error());
-    }
-    return 0;
-}
+constexpr QuotaDelete removed_quota{
+    R"(DELETE FROM user_quota WHERE user_id=%d
+        AND share_id=(SELECT S.id FROM share S WHERE S.zfs_name=%Q))",
+    "Failed DB Query for 'DELETE user_quota. %s",
+};
+// Divided by 100, as it is not when a user is created: what reads these rows counts on both.
+constexpr QuotaInsert changed_quota{
+    R"(INSERT OR REPLACE INTO user_quota (user_id,share_id,mb_soft,mb_hard) VALUES(%d,
+        (SELECT S.id FROM share S WHERE zfs_name=%Q),
+        %lu*(SELECT diskquota_warn FROM account_default LIMIT 1)/100,%lu))",
+    "Failed DB Query for 'UPDATE user_quota. %s",
+};
 
 // The folder of the snapshots can be hidden here but not changed.
-int update_home_folder(Call &call, int key,
-                       const qbobj_UserHomeFolderSettings_t *settings)
+int update_home_folder(Call &call, int key, const qbobj_UserHomeFolderSettings_t *settings)
 {
     if (settings == nullptr)
         return 0;
-    const Text folder = call.ask_text("SELECT H.visible_snapdir FROM `$home_folder` H WHERE H.user_id=%d", key);
-    if (!folder)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT visible_snapdir'. %s",
-                     folder.error());
-    const Status stored = call.run(
+    const char *folder = nullptr;
+    if (const int rc = call.text("Failed DB Query for 'SELECT visible_snapdir'. %s", folder,
+                                 "SELECT H.visible_snapdir FROM `$home_folder` H WHERE H.user_id=%d", key))
+        return rc;
+    return call.exec(
+        "Failed DB Query for 'UPDATE $home_folder'. %s",
         R"(INSERT OR REPLACE INTO `$home_folder` (user_id,snapshot_protection_enabled,quota,visible_snapdir)
         VALUES (%d,%d,%lu,%Q))",
         key, settings->SnapshotProtectionEnabled, settings->SizeLimit,
-        settings->VisibleSnapshot != 0 ? or_empty(folder.value) : empty_str);
-    if (!stored)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE $home_folder'. %s",
-                     stored.error());
-    return 0;
+        settings->VisibleSnapshot != 0 ? or_empty(folder) : empty_str);
 }
 
 int switch_timemachine(Call &call, int on)
 {
-    const Status updated = call.run(R"(UPDATE service_afp SET timemachine_enabled=%d,
+    return call.exec("Failed DB Query for 'UPDATE service_afp'. %s",
+                     R"(UPDATE service_afp SET timemachine_enabled=%d,
         volume_timemachine=(SELECT AD.home_volume_id FROM account_default AD LIMIT 1),
         vol_size_limit_timemachine_mb=(SELECT capacity_mb FROM '$timemachine_quota' WHERE user_id=96))",
-                                    on);
-    if (!updated)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE service_afp'. %s",
-                     updated.error());
-    return 0;
+                     on);
 }
 
 // Takes the user's area away, and Time Machine with the last one.
 int delete_timemachine_quota(Call &call, int key)
 {
-    const Status deleted = call.run("DELETE FROM '$timemachine_quota' WHERE user_id=%d", key);
-    if (!deleted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for $timemachine_quota. %s", deleted.error());
-    const Number unused = timemachine_is_unused(call);
-    if (!unused)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for $timemachine_quota. %s", unused.error());
-    return unused.value != 0 ? switch_timemachine(call, 0) : 0;
+    if (const int rc = call.exec("Failed DB Query for $timemachine_quota. %s",
+                                 "DELETE FROM '$timemachine_quota' WHERE user_id=%d", key))
+        return rc;
+    bool unused = false;
+    if (const int rc = timemachine_is_unused(call, unused))
+        return rc;
+    return unused ? switch_timemachine(call, 0) : 0;
 }
 
-int update_timemachine(Call &call, int key,
-                       const qbobj_UserTimeMachineQuota_t *quota)
+int update_timemachine(Call &call, int key, const qbobj_UserTimeMachineQuota_t *quota)
 {
     if (quota == nullptr)
         return 0;
-    const Status stored = call.run(
-        "INSERT OR REPLACE INTO `$timemachine_quota` (user_id,enabled,capacity_mb) VALUES (%d,%d,%d)", key,
-        quota->Enabled, quota->CapacityMB);
-    if (!stored)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE $timemachine_quota'. %s",
-                     stored.error());
-    const Status cleaned = call.run("DELETE FROM '$timemachine_quota' WHERE user_id<>96 AND enabled=0");
-    if (!cleaned)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE user from $timemachine_quota. %s",
-                     cleaned.error());
-    const Number on = call.ask_number("SELECT timemachine_enabled FROM service_afp LIMIT 1");
-    if (!on)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for service_afp. %s", on.error());
-    if (on.value == 0)
+    if (const int rc = call.exec(
+            "Failed DB Query for 'UPDATE $timemachine_quota'. %s",
+            "INSERT OR REPLACE INTO `$timemachine_quota` (user_id,enabled,capacity_mb) VALUES (%d,%d,%d)",
+            key, quota->Enabled, quota->CapacityMB))
+        return rc;
+    if (const int rc = call.exec("Failed DB Query for 'DELETE user from $timemachine_quota. %s",
+                                 "DELETE FROM '$timemachine_quota' WHERE user_id<>96 AND enabled=0"))
+        return rc;
+    int on = 0;
+    if (const int rc = call.number("Failed DB Query for service_afp. %s", on,
+                                   "SELECT timemachine_enabled FROM service_afp LIMIT 1"))
+        return rc;
+    if (on == 0)
         return quota->Enabled == 1 ? switch_timemachine(call, 1) : 0;
     return quota->Delete == 1 ? delete_timemachine_quota(call, key) : 0;
 }
@@ -235,43 +184,44 @@ int rename_snapshots(Call &call, const char *new_name, const Rename &rename)
 {
     if (rename.old_name == nullptr || rename.new_home == nullptr)
         return 0;
-    const Status renamed =
-        call.run("UPDATE `$home_folder_snapshot` SET user_name=%Q,home_dir=%Q WHERE user_name=%Q", new_name,
-                 rename.new_home, rename.old_name);
-    if (!renamed)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE $home_folder_snapshot'. %s",
-                     renamed.error());
-    return 0;
+    return call.exec("Failed DB Query for 'UPDATE $home_folder_snapshot'. %s",
+                     "UPDATE `$home_folder_snapshot` SET user_name=%Q,home_dir=%Q WHERE user_name=%Q",
+                     new_name, rename.new_home, rename.old_name);
 }
 
-int modify_user(Call &call, const Directory &directory, qbobj_User_t &user)
+// Writes the user's own row. `rename` receives what the caller needs for the home.
+int change_user(Call &call, const qbobj_User_t &user, int key, Rename &rename)
+{
+    Changes changes(call, Overflow::refuse);
+    if (const int rc = change_name(call, user, key, changes, rename))
+        return rc;
+    if (const int rc = change_password(call, user, changes))
+        return rc;
+    if (const int rc = change_rest(call, user, changes))
+        return rc;
+    return update_user(call, key, changes);
+}
+
+int modify_user(Call &call, qbobj_User_t &user)
 {
     int key = 0;
-    if (const int rc = find_user_key(call, directory, user, key); rc != 0)
+    if (const int rc = find_user_key(call, user, key))
         return rc;
-    if (key < 1 && !directory.ads)
+    if (key < 1 && !call.directory().ads)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%d).", key);
     if (qbobj_validate_db_userid(call, key) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%d). Not exist.", key);
 
-    Changes changes(call, Overflow::refuse);
     Rename rename;
-    int rc = change_name(call, directory, user, key, changes, rename);
-    if (rc == 0)
-        rc = change_password(call, user, changes);
-    if (rc == 0)
-        rc = change_rest(call, user, changes);
-    if (rc == 0)
-        rc = update_user(call, key, changes);
-    if (rc == 0)
-        rc = update_quotas(call, key, user.UserQuota);
-    if (rc == 0)
-        rc = update_home_folder(call, key, user.HomeFolderSettings);
-    if (rc == 0)
-        rc = update_timemachine(call, key, user.TimeMachineQuota);
-    if (rc == 0)
-        rc = rename_snapshots(call, user.UserName, rename);
-    if (rc != 0)
+    if (const int rc = change_user(call, user, key, rename))
+        return rc;
+    if (const int rc = change_quotas(call, changed_quota, removed_quota, key, user.UserQuota))
+        return rc;
+    if (const int rc = update_home_folder(call, key, user.HomeFolderSettings))
+        return rc;
+    if (const int rc = update_timemachine(call, key, user.TimeMachineQuota))
+        return rc;
+    if (const int rc = rename_snapshots(call, user.UserName, rename))
         return rc;
 
     user.OldUserName = rename.old_name;
@@ -285,54 +235,42 @@ int modify_user(Call &call, const Directory &directory, qbobj_User_t &user)
 
 int x_qbobj_modifyUser(Call &call, qbobj_User_t *user)
 {
-    const Directory directory = call.directory();
-    for (qbobj_User_t &modified : Chain(user))
-        if (const int rc = modify_user(call, directory, modified); rc != 0)
-            return rc;
-    return 0;
+    return for_each(user, modify_user, call);
 }
 
-int x_qbobj_setPrimaryGroupByName(Call &call, const char *UserName,
-                                  const char *GroupName)
+int x_qbobj_setPrimaryGroupByName(Call &call, const char *UserName, const char *GroupName)
 {
-    const Directory directory = call.directory();
+    const char *rid_not = call.directory().rid_not();
     // A group that does not exist leaves the user without one.
-    const Status updated = call.run(
+    return call.exec(
+        "Failed DB Query for 'UPDATE user'. %s",
         R"(UPDATE `$user` SET group_id=(SELECT G.id FROM `$group` G WHERE G.gname=%Q AND G.rid IS %s NULL)
         WHERE uname=%Q AND rid IS %sNULL)",
-        GroupName, directory.rid_not(), UserName, directory.rid_not());
-    if (!updated)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE user'. %s", updated.error());
-    return 0;
+        GroupName, rid_not, UserName, rid_not);
 }
 
 // A hash is locked by a '!' in front of it.
 int x_qbobj_disableEnableLocalUserByName(Call &call, int Enable, const char *UserName)
 {
     const int all = UserName == nullptr ? 1 : 0;
-    const Status updated = Enable != 0
-                               ? call.run(R"(UPDATE `$user` SET passwd=substr(passwd,2) WHERE (%d OR uname=%Q)
-            AND is_privileged=0 AND rid IS NULL AND group_id<>98
-            AND substr(passwd,1,2)='!$' AND substr(passwd,4,1)='$')",
-                                          all, or_empty(UserName))
-                               : call.run(R"(UPDATE `$user` SET passwd='!'||passwd WHERE (%d OR uname=%Q)
-            AND is_privileged=0 AND rid IS NULL AND group_id<>98
-            AND substr(passwd,1,1)='$' AND substr(passwd,3,1)='$')",
-                                          all, or_empty(UserName));
-    if (!updated)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE user'. %s", updated.error());
-    return 0;
+    if (Enable != 0)
+        return call.exec("Failed DB Query for 'UPDATE user'. %s",
+                         R"(UPDATE `$user` SET passwd=substr(passwd,2) WHERE (%d OR uname=%Q)
+        AND is_privileged=0 AND rid IS NULL AND group_id<>98
+        AND substr(passwd,1,2)='!$' AND substr(passwd,4,1)='$')",
+                         all, or_empty(UserName));
+    return call.exec("Failed DB Query for 'UPDATE user'. %s",
+                     R"(UPDATE `$user` SET passwd='!'||passwd WHERE (%d OR uname=%Q)
+        AND is_privileged=0 AND rid IS NULL AND group_id<>98
+        AND substr(passwd,1,1)='$' AND substr(passwd,3,1)='$')",
+                     all, or_empty(UserName));
 }
 
-int x_qbobj_modifyUserVisibleSnapFolder(Call &call, int UserId,
-                                        const char *VisibleSnapFolder)
+int x_qbobj_modifyUserVisibleSnapFolder(Call &call, int UserId, const char *VisibleSnapFolder)
 {
-    const Status updated = call.run(
-        "UPDATE `$home_folder` SET visible_snapdir=%Q WHERE user_id=%d", or_empty(VisibleSnapFolder), UserId);
-    if (!updated)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE `$home_folder`'. %s",
-                     updated.error());
-    return 0;
+    return call.exec("Failed DB Query for 'UPDATE `$home_folder`'. %s",
+                     "UPDATE `$home_folder` SET visible_snapdir=%Q WHERE user_id=%d",
+                     or_empty(VisibleSnapFolder), UserId);
 }
 
 } // namespace qbobj

@@ -1,16 +1,16 @@
-// What the queries of users and of groups have in common: filter, order and page of a listing, keys, quotas,
-// and the mapping of ids to those of the system.
+// What the queries of users and of groups have in common: filter, order and page of a listing, keys, accounts by id and
+// name alone, and the mapping of ids to those of the system.
 #pragma once
 
 #include "account/account.h"
-#include "core/call.h"
 
-#include <algorithm>
-#include <cstring>
 #include <memory>
+#include <span>
 
 namespace qbobj
 {
+
+/* ---- Listings ------------------------------------------------------------------------------------------ */
 
 // The four orders of a listing.
 struct Orders {
@@ -19,88 +19,19 @@ struct Orders {
     const char *by_name_descending;
     const char *by_id_descending;
 
-    constexpr const char *chosen(int order) const
-    {
-        switch (order) {
-        case 2:
-            return by_id;
-        case -1:
-            return by_name_descending;
-        case -2:
-            return by_id_descending;
-        default:
-            return by_name;
-        }
-    }
+    const char *chosen(int order) const;
 };
 
-// How accounts of one kind, users or groups, are mapped to the ids of the system.
-struct PosixIds {
-    int (*by_id)(qbdb_handle_t *qbdb, int id);
-    int (*by_name)(qbdb_handle_t *qbdb, const char *name, int ads_mode);
+// Checks the caller's query; without one, it is for every account of the kind that the appliance uses.
+int read_query(Call &call, const qbobj_AccountQuery_t *given, qbobj_AccountQuery_t &query,
+               const Site &site = here());
 
-    // Only directory accounts, which have negative ids, need the platform. -1 when it does not know them.
-    int of_id(Call &call, int id) const
-    {
-        return id < 0 ? std::max(by_id(call.qbdb(), id), -1) : id;
-    }
-    int of_domain_name(Call &call, const char *name) const
-    {
-        return name == nullptr ? -1 : std::max(by_name(call.qbdb(), name, 1), -1);
-    }
-};
-
-inline constexpr PosixIds posix_users{qbdb_util_get_posix_uid, qbdb_util_get_posix_uid_by_name};
-inline constexpr PosixIds posix_groups{qbdb_util_get_posix_gid, qbdb_util_get_posix_gid_by_name};
-
-// The caller's query; without one, every account of the kind that the appliance uses.
-inline qbobj_AccountQuery_t query_or_all(Call &call, const qbobj_AccountQuery_t *query)
-{
-    if (query != nullptr)
-        return *query;
-    qbobj_AccountQuery_t all{};
-    all.ads = call.directory().ads ? 1 : 0;
-    return all;
-}
-
-inline bool pattern_too_long(const qbobj_AccountQuery_t &query)
-{
-    return !is_empty(query.name_like) && std::strlen(query.name_like) > 256;
-}
-
-// The key of a record that gives it twice.
-inline int key_of(int resource_id, int id)
-{
-    return resource_id >= 1 ? resource_id : id;
-}
-
-inline constexpr auto quota_columns =
-    std::tuple{&qbobj_Quota_t::ShareId, &qbobj_Quota_t::HardMB, &qbobj_Quota_t::UsedMB};
-
-template <class Record, class... Columns>
-void append_rows(Call &call, Record *&list, const std::tuple<Columns...> &columns, const Table &rows)
-{
-    Tail<Record> tail(list);
-    for (const Row row : rows)
-        fill(call, tail.append(call.pool()), columns, row);
-}
-
-// The quotas of one account from the rows of (dataset name, limit, usage).
-inline qbobj_Quota_t *quotas_of(Call &call, int account_id, const Table &rows)
-{
-    qbobj_Quota_t *quotas = nullptr;
-    append_rows(call, quotas, quota_columns, rows);
-    for (qbobj_Quota_t &quota : Chain(quotas))
-        quota.AccountId = account_id;
-    return quotas;
-}
-
-namespace
-{
+// "LIMIT ...", or "".
+const char *limit_clause(Call &call, const qbobj_AccountQuery_t &query);
 
 // Part of a statement, its values already quoted. In the pool.
 template <class... Args>
-const char *sql_text(Call &call, Statement<Args...> format, Args... args)
+const char *sql_text(Call &call, const Statement<Args...> &format, Args... args)
 {
     const std::unique_ptr<char, decltype(&sqlite3_free)> text(sqlite3_mprintf(format.text, args...),
                                                               sqlite3_free);
@@ -109,57 +40,78 @@ const char *sql_text(Call &call, Statement<Args...> format, Args... args)
     return copy_text(call.pool(), text.get());
 }
 
-inline const char *limit_clause(Call &call, const qbobj_AccountQuery_t &query)
+/* ---- Keys ---------------------------------------------------------------------------------------------- */
+
+// The key of a record that gives it twice.
+inline int key_of(int resource_id, int id)
 {
-    if (query.limit == 0)
-        return "";
-    if (query.offset == 0)
-        return sql_text(call, "LIMIT %d", query.limit);
-    return sql_text(call, "LIMIT %d,%d", query.offset, query.limit);
+    return resource_id >= 1 ? resource_id : id;
 }
 
-// The key of a user's record: `resource_id`, else `UserId`; else, where directory accounts are not mirrored,
-// the id of `UserName`, which is then written into both. Fails when there is none; it may be negative.
-inline int find_user_key(Call &call, const Directory &directory, qbobj_User_t &user, int &key)
-{
-    key = key_of(user.resource_id, user.UserId);
-    if (key != 0)
-        return 0;
-    qbobj_error_t code = QBOBJ_ERROR_API_ARGS;
-    if (directory.ads && directory.no_sync && user.UserName != nullptr) {
-        key = posix_users.of_domain_name(call, user.UserName);
-        if (key >= 0) {
-            user.resource_id = key;
-            user.UserId = key;
-            return 0;
-        }
-        code = QBOBJ_ERROR_UI__NO_LDAP_OBJECT;
-    }
-    return raise(call, code, "Invalid User (resource_id=%d, UserName=%s).", user.resource_id, user.UserName);
-}
+// The key of a user's record: `resource_id`, else `UserId`; else, where directory accounts are not mirrored, the id of
+// `UserName`, which is then written into both. Fails when there is none; a key that is given may be negative.
+int find_user_key(Call &call, qbobj_User_t &user, int &key, const Site &site = here());
+
+// Statements about one account, each with its failure.
+struct AccountStatement {
+    Statement<int> sql;
+    Failure failure;
+};
+int exec_each(Call &call, std::span<const AccountStatement> statements, int id);
+
+/* ---- Identity ------------------------------------------------------------------------------------------ */
+
+// How accounts of one kind, users or groups, are mapped to the ids of the system. -1 for what it does not know.
+struct PosixIds {
+    int (*by_id)(qbdb_handle_t *qbdb, int id);
+    int (*by_name)(qbdb_handle_t *qbdb, const char *name, int ads_mode);
+
+    // Only directory accounts, which have negative ids, need the platform.
+    int of_id(Call &call, int id) const;
+    int of_domain_name(Call &call, const char *name) const;
+};
+
+inline constexpr PosixIds posix_users{qbdb_util_get_posix_uid, qbdb_util_get_posix_uid_by_name};
+inline constexpr PosixIds posix_groups{qbdb_util_get_posix_gid, qbdb_util_get_posix_gid_by_name};
 
 // The result of an identity look-up: 0, or -1 when there is no row, or no value in it.
-inline int found_id(const Text &row, int *id)
+int found_id(const Text &row, int *id);
+
+// The result of a look-up of the name of `id`. A negative id without a row is a directory account that is gone.
+int found_name(Call &call, const Text &row, int id, char **name);
+
+/* ---- Accounts by id and name alone --------------------------------------------------------------------- */
+
+// How those of one kind are read. A directory account may be stored under the id without its sign: the arguments of
+// the statement are the key, whether the appliance is in directory mode, and the key with its sign changed.
+template <class Record, class Columns>
+struct SystemAccounts {
+    Select<Columns, int, int, long long> stored;
+    int Record::*id;
+    const char *Record::*name;
+    const char *(*name_in_domain)(qbdb_handle_t *qbdb, int id);
+};
+
+// Fills the record that is keyed by `resource_id`. An account that is not stored is named by its number, or by the
+// directory.
+template <class Record, class Columns>
+int read_system_account(Call &call, const SystemAccounts<Record, Columns> &accounts, Record &account,
+                        const Site &site = here())
 {
-    if (!row || row.value == nullptr)
-        return -1;
-    *id = to_int(row.value);
+    const int key = account.resource_id;
+    const bool ads = call.directory().ads;
+    if (key < 0 && !ads)
+        return raise_at(site, call, QBOBJ_ERROR_DB_MISC, "Invalid resouce_id=%d.", key);
+    bool found = false;
+    if (const int rc =
+            call.find(accounts.stored, account, found, key, ads ? 1 : 0, -static_cast<long long>(key)))
+        return rc;
+    account.*accounts.id = key;
+    if (!found) {
+        log_at(site, call, QBDB_LOG_INFO, "None of row selected for resource_id=%d.\n", key);
+        account.*accounts.name = ads ? accounts.name_in_domain(call.qbdb(), key) : print(call, "%d", key);
+    }
     return 0;
 }
-
-// The result of a look-up of the name of `id`. A negative id without a row is a directory account that is
-// gone.
-inline int found_name(Call &call, const Text &row, int id, char **name)
-{
-    if (row && row.found != 0)
-        *name = row.value;
-    else if (row && id >= 0)
-        *name = print(call, "%d", id);
-    else
-        *name = copy_text(call.pool(), guest_str);
-    return row ? 0 : -1;
-}
-
-} // namespace
 
 } // namespace qbobj

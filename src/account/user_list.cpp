@@ -2,8 +2,12 @@
 #include "account/user_list.h"
 
 #include <algorithm>
-#include <filesystem>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
 #include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace qbobj
 {
@@ -11,16 +15,51 @@ namespace
 {
 
 constexpr std::array<std::string_view, 4> header{"User_Name", "Group_Name", "Email_Address", "Password"};
+constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+
+// The list stands in a folder that everyone writes to: what others may have put there is not read.
+bool is_trusted(const struct stat &status)
+{
+    return S_ISREG(status.st_mode) && (status.st_uid == 0 || status.st_uid == ::geteuid());
+}
 
 } // namespace
 
 UserListReader::UserListReader(const char *path)
 {
-    std::error_code ignored;
-    missing_ = !std::filesystem::exists(path, ignored);
-    // Opening a pipe would wait for its writer. What is not opened has the wrong format.
-    if (std::filesystem::is_regular_file(path, ignored))
-        file_.open(path, std::ios::binary);
+    open(path);
+    if (refill() && std::string_view(buffer_.data(), filled_).starts_with(byte_order_mark))
+        next_ = byte_order_mark.size();
+}
+
+UserListReader::~UserListReader()
+{
+    if (file_ >= 0)
+        ::close(file_);
+    ::explicit_bzero(buffer_.data(), buffer_.size());
+    ::explicit_bzero(line_.data(), line_.size());
+}
+
+// What is not opened has the wrong format. Opening a pipe must not wait for its writer.
+void UserListReader::open(const char *path)
+{
+    file_ = ::open(path, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    missing_ = file_ < 0 && (errno == ENOENT || errno == ENOTDIR);
+    struct stat status {
+    };
+    broken_ = file_ < 0 || ::fstat(file_, &status) != 0 || !is_trusted(status);
+}
+
+// False at the end.
+bool UserListReader::refill()
+{
+    ssize_t count = -1;
+    while (!broken_ && (count = ::read(file_, buffer_.data(), buffer_.size())) < 0 && errno == EINTR) {
+    }
+    broken_ = count < 0;
+    next_ = 0;
+    filled_ = broken_ ? 0 : static_cast<std::size_t>(count);
+    return filled_ > 0;
 }
 
 UserListReader::Next UserListReader::next(UserListEntry &entry)
@@ -36,15 +75,15 @@ UserListReader::Next UserListReader::next(UserListEntry &entry)
             return Next::entry;
         }
     }
-    return file_.is_open() && !file_.bad() ? Next::end : Next::wrong_format;
+    return broken_ ? Next::wrong_format : Next::end;
 }
 
 bool UserListReader::read_line()
 {
     length_ = 0;
     char c = '\0';
-    while (c != '\n' && length_ < max_line && file_.get(c))
-        line_[length_++] = c;
+    while (c != '\n' && length_ < max_line && (next_ < filled_ || refill()))
+        line_[length_++] = c = buffer_[next_++];
     return length_ > 0;
 }
 

@@ -159,6 +159,9 @@ struct Select {
     Statement<Args...> sql;
     Failure failure;
     Columns columns;
+
+    // For a helper that several units share: the place of the failure is its caller's.
+    constexpr Select at(const Site &site) const { return {sql, failure.at(site), columns}; }
 };
 
 // See the top of this file.

@@ -51,11 +51,17 @@ int raise_at(const Site &site, const qbobj_env_t &env, qbobj_error_t code, const
 
 // A line of the platform's log.
 template <class... Args>
-void log(const qbobj_env_t &env, qbdb_loglevel_t level, const Message<Args...> &message, Args... args)
+void log_at(const Site &site, const qbobj_env_t &env, qbdb_loglevel_t level, const Message<Args...> &message,
+            Args... args)
 {
     if (logs(env.qbdb, level))
-        qbdb_log(env.qbdb, message.site.unit.data(), message.site.line, level,
-                 level <= QBDB_LOG_ERROR ? 1 : 0, message.text, args...);
+        qbdb_log(env.qbdb, site.unit.data(), site.line, level, level <= QBDB_LOG_ERROR ? 1 : 0, message.text,
+                 args...);
+}
+template <class... Args>
+void log(const qbobj_env_t &env, qbdb_loglevel_t level, const Message<Args...> &message, Args... args)
+{
+    log_at<Args...>(message.site, env, level, message, args...);
 }
 
 // Text formatted into the pool.

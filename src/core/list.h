@@ -6,16 +6,22 @@
 namespace qbobj
 {
 
+// The link that ends a list.
+template <class Record>
+Record *&end_of(Record *&head)
+{
+    Record **end = &head;
+    while (*end != nullptr)
+        end = &(*end)->_link;
+    return *end;
+}
+
 // The end of a list; appending costs the same however long the list is.
 template <class Record>
 class Tail
 {
   public:
-    explicit Tail(Record *&head) : end_(&head)
-    {
-        while (*end_ != nullptr)
-            end_ = &(*end_)->_link;
-    }
+    explicit Tail(Record *&head) : end_(&end_of(head)) {}
     // Appends a new record: zeroed, or a copy.
     Record &append(apr_pool_t *pool, const Record &record = {})
     {
@@ -58,5 +64,15 @@ class Chain
   private:
     Record *head_;
 };
+
+// Gives every record of a chain to `work`, behind the other arguments; the first result that is not 0 ends it.
+template <class Record, class Work, class... Args>
+int for_each(Record *chain, Work work, Args &...args)
+{
+    for (Record &record : Chain(chain))
+        if (const int rc = work(args..., record); rc != 0)
+            return rc;
+    return 0;
+}
 
 } // namespace qbobj

@@ -31,9 +31,13 @@ struct FailureText {
     static constexpr std::size_t conversions(std::string_view format)
     {
         std::size_t count = 0;
-        for (std::size_t at = format.find('%'); at != format.npos; at = format.find('%', at + 1), ++count)
-            if (format.substr(at, 2) != "%s")
+        for (std::size_t at = format.find('%'); at != format.npos; at = format.find('%', at + 2)) {
+            const std::string_view conversion = format.substr(at, 2);
+            if (conversion == "%s")
+                ++count;
+            else if (conversion != "%%")
                 failure_text_with_more_than_the_database_text();
+        }
         return count;
     }
 };
@@ -52,6 +56,13 @@ class Failure
     constexpr Failure(FailureText<1> format, const char *word) : format_(format), word_(word), named_(true) {}
 
     const Site &site() const { return format_.site; }
+    // For a helper that several units share: the place of the failure is its caller's.
+    constexpr Failure at(const Site &site) const
+    {
+        Failure moved = *this;
+        moved.format_.site = site;
+        return moved;
+    }
     int raise(const qbobj_env_t &env, const char *database_text) const;
 
   private:

@@ -131,13 +131,13 @@ int read_folder_stat(const ShareReading &reading, const char *path, qbobj_FileSt
 
         stat.User = create<qbobj_SystemUser_t>(reading.call.pool());
         stat.User->resource_id = static_cast<int>(status.st_uid);
-        if (const int rc = read_system_user(reading.call, reading.call.directory(), *stat.User); rc != 0)
+        if (const int rc = read_system_user(reading.call, *stat.User); rc != 0)
             return rc;
         stat.UserAccess = access_word(stat._PosixMode >> 6);
 
         stat.Group = create<qbobj_SystemGroup_t>(reading.call.pool());
         stat.Group->resource_id = static_cast<int>(status.st_gid);
-        if (const int rc = read_system_group(reading.call, reading.call.directory(), *stat.Group); rc != 0)
+        if (const int rc = read_system_group(reading.call, *stat.Group); rc != 0)
             return rc;
         stat.GroupAccess = access_word(stat._PosixMode >> 3);
         stat.EveryoneAccess = access_word(stat._PosixMode);

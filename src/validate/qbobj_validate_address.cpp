@@ -213,7 +213,6 @@ int qbobj_validate_ipv6(const char *str)
     return str == nullptr ? -1 : check_ipv6(str);
 }
 
-
 int qbobj_validate_host(const char *host)
 {
     return qbobj_validate_hostname(host) == 0 ? 0 : qbobj_validate_ip(host);

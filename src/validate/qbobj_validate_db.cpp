@@ -1,17 +1,14 @@
 // Names and ids of rows that must exist: each validator turns one into the row's id.
-#include "account/account.h"
-#include "core/call.h"
 #include "validate/validate.h"
 
 #include <span>
 
 namespace qbobj
 {
-
 namespace
 {
 
-// What a lookup of one id found. No name at all finds nothing, since nothing equals NULL.
+// What a look-up of one id found. No name at all finds nothing, since nothing equals NULL.
 int found(const Number &row, int *id)
 {
     if (!row || row.found == 0)
@@ -33,87 +30,70 @@ const char *name_or(const char *str, const char *defstr)
     return str != nullptr ? str : defstr;
 }
 
-// In directory mode: accounts of the directory and privileged local ones, which win.
-int find_user(Call &call, bool ads, const char *name, int *id)
-{
-    if (ads)
-        return found(call.ask_number("SELECT id FROM `$user` WHERE uname=%Q COLLATE BINARY "
-                               "AND (rid IS NOT NULL OR is_privileged=1) ORDER BY is_privileged DESC",
-                               name),
-                     id);
-    return found(call.ask_number("SELECT id FROM `$user` WHERE uname=%Q AND rid IS NULL", name), id);
-}
+/* ---- Names of accounts --------------------------------------------------------------------------------- */
 
-int find_group(Call &call, bool ads, const char *name, int *id)
-{
-    if (ads)
-        return found(call.ask_number("SELECT id FROM `$group` WHERE gname=%Q COLLATE BINARY "
-                               "AND (rid IS NOT NULL OR is_privileged=1) ORDER BY is_privileged DESC",
-                               name),
-                     id);
-    return found(call.ask_number("SELECT id FROM `$group` WHERE gname=%Q AND rid IS NULL", name), id);
-}
+// How accounts of one kind are found by name. In directory mode these are the accounts of the directory and privileged
+// local ones, which win.
+struct AccountNames {
+    Statement<const char *> in_directory;
+    Statement<const char *> local;
 
-using Finder = int (*)(Call &call, bool ads, const char *name, int *id);
+    int find(Call &call, const char *name, int *id) const
+    {
+        if (name == nullptr)
+            return 1;
+        return found(call.ask_number(call.directory().ads ? in_directory : local, name), id);
+    }
+};
 
-int find_name(Call &call, Finder find, const char *name, int *id)
-{
-    if (name == nullptr)
-        return 1;
-    return find(call, call.directory().ads, name, id);
-}
+constexpr AccountNames users{
+    "SELECT id FROM `$user` WHERE uname=%Q COLLATE BINARY "
+    "AND (rid IS NOT NULL OR is_privileged=1) ORDER BY is_privileged DESC",
+    "SELECT id FROM `$user` WHERE uname=%Q AND rid IS NULL",
+};
+constexpr AccountNames groups{
+    "SELECT id FROM `$group` WHERE gname=%Q COLLATE BINARY "
+    "AND (rid IS NOT NULL OR is_privileged=1) ORDER BY is_privileged DESC",
+    "SELECT id FROM `$group` WHERE gname=%Q AND rid IS NULL",
+};
 
 // The ids of a list of names, at the names' positions. Ids behind the first unknown name are not filled.
-int find_names(Call &call, Finder find, std::span<const char *const> names, int **ids)
-{
-    *ids = create_array<int>(call.pool(), names.size());
-    if (names.empty())
-        return 0;
-    const bool ads = call.directory().ads;
-    int *next = *ids;
-    for (const char *name : names)
-        if (const int unknown = find(call, ads, name, next++); unknown != 0)
-            return unknown;
-    return 0;
-}
-
-int find_array(Call &call, Finder find, const char **array, int **ids, int *length)
+int find_array(Call &call, const AccountNames &accounts, const char **array, int **ids, int *length)
 {
     std::size_t count = 0;
     while (array != nullptr && array[count] != nullptr)
         ++count;
     if (length != nullptr)
         *length = static_cast<int>(count);
-    if (array == nullptr) {
-        *ids = nullptr;
-        return 0;
-    }
-    return find_names(call, find, {array, count}, ids);
+    *ids = array == nullptr ? nullptr : create_array<int>(call.pool(), count);
+    int *next = *ids;
+    for (const char *name : std::span(array, count))
+        if (const int unknown = accounts.find(call, name, next++))
+            return unknown;
+    return 0;
 }
 
-int find_csv(Call &call, Finder find, const char *csv, int **ids, int *length)
+int find_csv(Call &call, const AccountNames &accounts, const char *csv, int **ids, int *length)
 {
     const char **names = nullptr;
     if (csv != nullptr)
-        if (const int failed = qbdb_csv_to_array(call.qbdb(), csv, &names, length); failed != 0)
-            return failed;
-    return find_array(call, find, names, ids, length);
+        if (const int rc = qbdb_csv_to_array(call.qbdb(), csv, &names, length))
+            return rc;
+    return find_array(call, accounts, names, ids, length);
 }
 
 } // namespace
 
 /* ---- Accounts ------------------------------------------------------------------------------------------ */
 
-int qbobj_validate_db_username(Call &call, const char *str, const char *defstr,
-                               int *user_id)
+int qbobj_validate_db_username(Call &call, const char *str, const char *defstr, int *user_id)
 {
-    return find_name(call, find_user, name_or(str, defstr), user_id);
+    return users.find(call, name_or(str, defstr), user_id);
 }
 
-int qbobj_validate_db_groupname(Call &call, const char *str, const char *defstr,
-                                int *group_id)
+int qbobj_validate_db_groupname(Call &call, const char *str, const char *defstr, int *group_id)
 {
-    return find_name(call, find_group, name_or(str, defstr), group_id);
+    return groups.find(call, name_or(str, defstr), group_id);
 }
 
 int qbobj_validate_db_userid(Call &call, int user_id)
@@ -126,54 +106,47 @@ int qbobj_validate_db_groupid(Call &call, int group_id)
     return exists(call.ask_number("SELECT id FROM `$group` WHERE id=%d", group_id));
 }
 
-int qbobj_validate_db_username_csv(Call &call, const char *csv, int **user_id_list,
-                                   int *user_id_list_len)
+int qbobj_validate_db_username_csv(Call &call, const char *csv, int **user_id_list, int *user_id_list_len)
 {
-    return find_csv(call, find_user, csv, user_id_list, user_id_list_len);
+    return find_csv(call, users, csv, user_id_list, user_id_list_len);
 }
 
 int qbobj_validate_db_username_array(Call &call, const char **array, int **user_id_list,
                                      int *user_id_list_len)
 {
-    return find_array(call, find_user, array, user_id_list, user_id_list_len);
+    return find_array(call, users, array, user_id_list, user_id_list_len);
 }
 
-int qbobj_validate_db_groupname_csv(Call &call, const char *csv, int **group_id_list,
-                                    int *group_id_list_len)
+int qbobj_validate_db_groupname_csv(Call &call, const char *csv, int **group_id_list, int *group_id_list_len)
 {
-    return find_csv(call, find_group, csv, group_id_list, group_id_list_len);
+    return find_csv(call, groups, csv, group_id_list, group_id_list_len);
 }
 
-int qbobj_validate_db_groupname_array(Call &call, const char **array,
-                                      int **group_id_list, int *group_id_list_len)
+int qbobj_validate_db_groupname_array(Call &call, const char **array, int **group_id_list,
+                                      int *group_id_list_len)
 {
-    return find_array(call, find_group, array, group_id_list, group_id_list_len);
+    return find_array(call, groups, array, group_id_list, group_id_list_len);
 }
 
 /* ---- Shares, volumes, jobs ----------------------------------------------------------------------------- */
-
 
 int qbobj_validate_db_sharename(Call &call, const char *str, const char *defstr, int *share_id)
 {
     return found(call.ask_number("SELECT id FROM share WHERE name=%Q", name_or(str, defstr)), share_id);
 }
 
-int qbobj_validate_db_zfsname(Call &call, const char *str, const char *defstr,
-                              int *share_id)
+int qbobj_validate_db_zfsname(Call &call, const char *str, const char *defstr, int *share_id)
 {
-    return found(call.ask_number("SELECT id FROM share WHERE zfs_name=%Q", name_or(str, defstr)),
-                 share_id);
+    return found(call.ask_number("SELECT id FROM share WHERE zfs_name=%Q", name_or(str, defstr)), share_id);
 }
 
 int qbobj_validate_db_path_in_share(Call &call, const char *path, int *share_id)
 {
-    return found(
-        call.ask_number("SELECT id FROM share WHERE %Q=path OR %Q LIKE path||'/%%'", path, path),
-        share_id);
+    return found(call.ask_number("SELECT id FROM share WHERE %Q=path OR %Q LIKE path||'/%%'", path, path),
+                 share_id);
 }
 
-int qbobj_validate_db_volumename(Call &call, const char *str, const char *defstr,
-                                 char **volume_id)
+int qbobj_validate_db_volumename(Call &call, const char *str, const char *defstr, char **volume_id)
 {
     const char *name = name_or(str, defstr);
     if (name == nullptr)
@@ -183,11 +156,11 @@ int qbobj_validate_db_volumename(Call &call, const char *str, const char *defstr
     return id ? 0 : 1;
 }
 
-int qbobj_validate_db_volumeid(Call &call, const char *volume_id_in,
-                               const char **volume_id)
+int qbobj_validate_db_volumeid(Call &call, const char *volume_id_in, const char **volume_id)
 {
-        const Text id = volume_id_in != nullptr ? call.ask_text("SELECT id FROM _volume WHERE id=%Q", volume_id_in)
-                                            : call.ask_text("SELECT id FROM _volume WHERE lv_name=%Q", "c");
+    const Text id = volume_id_in != nullptr
+                        ? call.ask_text("SELECT id FROM _volume WHERE id=%Q", volume_id_in)
+                        : call.ask_text("SELECT id FROM _volume WHERE lv_name=%Q", "c");
     if (!id || id.found == 0)
         return 1;
     *volume_id = id.value;
@@ -201,32 +174,28 @@ int qbobj_validate_db_jobname(Call &call, const char *str, int *job_id)
 
 /* ---- iSCSI --------------------------------------------------------------------------------------------- */
 
-int qbobj_validate_db_lunname(Call &call, const char *str, const char *defstr,
-                              int *lun_id)
+int qbobj_validate_db_lunname(Call &call, const char *str, const char *defstr, int *lun_id)
 {
     return found(call.ask_number("SELECT rowid FROM `$iscsi_lun` WHERE name=%Q", name_or(str, defstr)),
                  lun_id);
 }
 
-int qbobj_validate_db_lungroupname(Call &call, const char *str, const char *defstr,
-                                   int *lun_group_id)
+int qbobj_validate_db_lungroupname(Call &call, const char *str, const char *defstr, int *lun_group_id)
 {
-    return found(
-        call.ask_number("SELECT rowid FROM `$iscsi_lun_group` WHERE name=%Q", name_or(str, defstr)),
-        lun_group_id);
+    return found(call.ask_number("SELECT rowid FROM `$iscsi_lun_group` WHERE name=%Q", name_or(str, defstr)),
+                 lun_group_id);
 }
 
-int qbobj_validate_db_initiatorname(Call &call, const char *str, const char *defstr,
-                                    int *initiator_id)
+int qbobj_validate_db_initiatorname(Call &call, const char *str, const char *defstr, int *initiator_id)
 {
-    return found(
-        call.ask_number("SELECT rowid FROM `$iscsi_initiator` WHERE name=%Q", name_or(str, defstr)),
-        initiator_id);
+    return found(call.ask_number("SELECT rowid FROM `$iscsi_initiator` WHERE name=%Q", name_or(str, defstr)),
+                 initiator_id);
 }
 
 } // namespace qbobj
 
-int qbobj_validate_db_sharename(qbobj_env_t *qbobj, sqlite3 *db, const char *str, const char *defstr, int *share_id)
+int qbobj_validate_db_sharename(qbobj_env_t *qbobj, sqlite3 *db, const char *str, const char *defstr,
+                                int *share_id)
 {
     qbobj::Call call(*qbobj, db);
     return qbobj::qbobj_validate_db_sharename(call, str, defstr, share_id);

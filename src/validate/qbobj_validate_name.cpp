@@ -124,8 +124,6 @@ bool every_label_has_a_letter(std::string_view name)
 
 } // namespace
 
-
-
 int qbobj_validate_protected_sharename(const char *str)
 {
     if (is_empty(str))
@@ -166,7 +164,6 @@ int qbobj_validate_hostname(const char *hostname)
     // So a dotted IPv4 address is no host name.
     return every_label_has_a_letter(hostname) ? 0 : 4;
 }
-
 
 int qbobj_validate_community(const char *str)
 {

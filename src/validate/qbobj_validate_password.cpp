@@ -60,6 +60,11 @@ const char *crypt_password(const qbobj_env_t &env, const char *plain, const char
     return copy_text(env.qbdb->pool, hash);
 }
 
+bool is_masked(const char *password)
+{
+    return password != nullptr && std::strcmp(password, masked_password) == 0;
+}
+
 int qbobj_validate_password(const qbobj_env_t &env, const char *str, const char **password)
 {
     *password = str != nullptr ? _enc_passwd(env, str) : nullptr;

@@ -12,7 +12,7 @@
 namespace qbobj
 {
 
-// ---- Names. An accepted name is handed back as the caller's own pointer --------------------------------
+/* ---- Names. An accepted name is handed back as the caller's own pointer -------------------------------- */
 
 // 0 means that the name IS protected, 1 that it is not, -1 that there is none.
 int qbobj_validate_protected_sharename(const char *str);
@@ -32,8 +32,9 @@ int qbobj_validate_simplename(const char *str, size_t maxlen);
 // 0 known, 1 unknown, 2 null.
 int qbobj_validate_protocol_name(const char *str);
 
-// ---- Words, switches and numbers. `defstr` is used when `str` is null; when both are null the result is 1
-// --
+/* ---- Words, switches and numbers ----------------------------------------------------------------------- */
+
+// `defstr` is used when `str` is null; when both are null the result is 1.
 
 int qbobj_validate_access(const char *str, const char *defstr, const char **access);
 // As qbobj_validate_access(), but "ReadWrite" is refused.
@@ -70,7 +71,7 @@ inline constexpr const char *valid_snmp_ups_mibs[] = {
     "auto",    "mge",     "apcc",     "netvision",  "pw",   "aphel_genesisII", "aphel_revelation",
     "raritan", "baytech", "cpqpower", "cyberpower", nullptr};
 
-// ---- Addresses, hosts and networks ---------------------------------------------------------------------
+/* ---- Addresses, hosts and networks --------------------------------------------------------------------- */
 
 // -1 null, 1 not four numbers, 2 a number above 255.
 int qbobj_validate_ipv4(const char *str);
@@ -94,7 +95,7 @@ int qbobj_validate_mac(const char *str);
 // 0 nothing listens on the port, -1 something does, -2 no socket, -3 "localhost" is unknown.
 int qbobj_validate_unused_tcp_port(int port);
 
-// ---- E-mail addresses and passwords --------------------------------------------------------------------
+/* ---- E-mail addresses and passwords -------------------------------------------------------------------- */
 
 // 1 none, 2 too long, 3-6 quoted local part, 7-11 plain local part, 20-24 address literal, 25-26 domain name.
 // `email` may be null.
@@ -102,42 +103,35 @@ int qbobj_validate_email(const char *str, const char **email);
 // `*password` receives the salted hash in the pool; the empty password stays the empty text.
 int qbobj_validate_password(const qbobj_env_t &env, const char *str, const char **password);
 
+// Whether this is the mask that reads return in a password's place. It is never a password: written back it leaves the
+// stored one.
+bool is_masked(const char *password);
 // The system's hash of a password, in the pool; null when it refuses to hash. The work area is wiped.
 const char *crypt_password(const qbobj_env_t &env, const char *plain, const char *salt);
 
-// ---- Names of existing rows ----------------------------------------------------------------------------
+/* ---- Names of existing rows ---------------------------------------------------------------------------- */
 
-int qbobj_validate_db_username(Call &call, const char *str, const char *defstr,
-                               int *user_id);
-int qbobj_validate_db_groupname(Call &call, const char *str, const char *defstr,
-                                int *group_id);
+int qbobj_validate_db_username(Call &call, const char *str, const char *defstr, int *user_id);
+int qbobj_validate_db_groupname(Call &call, const char *str, const char *defstr, int *group_id);
 int qbobj_validate_db_sharename(Call &call, const char *str, const char *defstr, int *share_id);
-int qbobj_validate_db_zfsname(Call &call, const char *str, const char *defstr,
-                              int *share_id);
+int qbobj_validate_db_zfsname(Call &call, const char *str, const char *defstr, int *share_id);
 int qbobj_validate_db_path_in_share(Call &call, const char *path, int *share_id);
 // A volume that does not exist leaves `*volume_id` null with the result 0.
-int qbobj_validate_db_volumename(Call &call, const char *str, const char *defstr,
-                                 char **volume_id);
+int qbobj_validate_db_volumename(Call &call, const char *str, const char *defstr, char **volume_id);
 // A null id means the default volume.
-int qbobj_validate_db_volumeid(Call &call, const char *volume_id_in,
-                               const char **volume_id);
+int qbobj_validate_db_volumeid(Call &call, const char *volume_id_in, const char **volume_id);
 // 0 found, 1 not found, 2 the statement failed.
 int qbobj_validate_db_userid(Call &call, int user_id);
 int qbobj_validate_db_groupid(Call &call, int group_id);
 int qbobj_validate_db_jobname(Call &call, const char *str, int *job_id);
-int qbobj_validate_db_lunname(Call &call, const char *str, const char *defstr,
-                              int *lun_id);
-int qbobj_validate_db_lungroupname(Call &call, const char *str, const char *defstr,
-                                   int *lun_group_id);
-int qbobj_validate_db_initiatorname(Call &call, const char *str, const char *defstr,
-                                    int *initiator_id);
-int qbobj_validate_db_username_csv(Call &call, const char *csv, int **user_id_list,
-                                   int *user_id_list_len);
+int qbobj_validate_db_lunname(Call &call, const char *str, const char *defstr, int *lun_id);
+int qbobj_validate_db_lungroupname(Call &call, const char *str, const char *defstr, int *lun_group_id);
+int qbobj_validate_db_initiatorname(Call &call, const char *str, const char *defstr, int *initiator_id);
+int qbobj_validate_db_username_csv(Call &call, const char *csv, int **user_id_list, int *user_id_list_len);
 int qbobj_validate_db_username_array(Call &call, const char **array, int **user_id_list,
                                      int *user_id_list_len);
-int qbobj_validate_db_groupname_csv(Call &call, const char *csv, int **group_id_list,
-                                    int *group_id_list_len);
-int qbobj_validate_db_groupname_array(Call &call, const char **array,
-                                      int **group_id_list, int *group_id_list_len);
+int qbobj_validate_db_groupname_csv(Call &call, const char *csv, int **group_id_list, int *group_id_list_len);
+int qbobj_validate_db_groupname_array(Call &call, const char **array, int **group_id_list,
+                                      int *group_id_list_len);
 
 } // namespace qbobj
