@@ -21,9 +21,17 @@ void PrintTo(const Scenario &scenario, std::ostream *out);
 
 const std::vector<Scenario> &scenarios();
 
+// One a family of operations.
+std::vector<Scenario> settings_scenarios();
+std::vector<Scenario> account_scenarios();
+std::vector<Scenario> share_scenarios();
+
 // Users, groups, shares with every protocol, a clone, a backup job, an import list: made through the
 // operations.
 void furnish(Appliance &appliance);
+
+// A share with every protocol and an entry in every list.
+qbobj_json::Json full_share(const std::string &name);
 
 // Calls an operation with JSON.
 qbobj_json::Outcome call(Appliance &appliance, const std::string &operation, const qbobj_json::Json &input);
