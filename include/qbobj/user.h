@@ -195,6 +195,8 @@ QBOBJ_API int qbobj_getUserInGroupName(qbdb_handle_t *qbdb, sqlite3 *db, const c
  * @param[out] uid    required; set only with a result of 0
  * @reads service_cifs, $user
  * @error QBOBJ_ERROR_API_ARGS  no `uid`
+ * @error QBOBJ_ERROR_DB_MISC   in the record alone: the directory mode cannot be read, which counts as local
+ *                              mode
  * @return 0; -1 unknown or failed; or the error code
  */
 QBOBJ_API int qbobj_getUID(qbdb_handle_t *qbdb, sqlite3 *db, const char *uname, int *uid,
@@ -221,7 +223,8 @@ QBOBJ_API int qbobj_getUserName(qbdb_handle_t *qbdb, sqlite3 *db, int uid, char 
  *
  * @param[in] uname  the name; null is the guest
  * @reads service_cifs, $user
- * @error none
+ * @error QBOBJ_ERROR_DB_MISC in the record alone: the directory mode cannot be read, which counts as local
+ *                            mode
  * @return the uid, or -1
  */
 QBOBJ_API int qbobj_getPosixUID(qbdb_handle_t *qbdb, sqlite3 *db, const char *uname, qbobj_error_rec_t *err);
@@ -244,6 +247,8 @@ QBOBJ_API int qbobj_getPosixUIDbyUID(qbdb_handle_t *qbdb, sqlite3 *db, int uid, 
  * @param[out] gid    required; set only with a result of 0
  * @reads service_cifs, $user, $group
  * @error QBOBJ_ERROR_API_ARGS  no `uid` or no `gid`
+ * @error QBOBJ_ERROR_DB_MISC   in the record alone: the directory mode cannot be read, which counts as local
+ *                              mode
  * @return 0; -1 when either is unknown; or the error code
  */
 QBOBJ_API int qbobj_getPosixUIDGID(qbdb_handle_t *qbdb, sqlite3 *db, const char *uname, int *uid, int *gid,
