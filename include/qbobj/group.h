@@ -138,8 +138,8 @@ QBOBJ_API int qbobj_getPrimaryGID(qbdb_handle_t *qbdb, sqlite3 *db, const char *
  *
  * @param[in] gname  the name; null as for qbobj_getGID()
  * @reads service_cifs, $group
- * @error QBOBJ_ERROR_DB_MISC in the record alone: the directory mode cannot be read, which counts as local
- *                            mode
+ * @error QBOBJ_ERROR_DB_MISC  in the record alone: the directory mode cannot be read, which counts as local
+ *                             mode
  * @return the gid, or -1
  */
 QBOBJ_API int qbobj_getPosixGID(qbdb_handle_t *qbdb, sqlite3 *db, const char *gname, qbobj_error_rec_t *err);

@@ -223,8 +223,8 @@ QBOBJ_API int qbobj_getUserName(qbdb_handle_t *qbdb, sqlite3 *db, int uid, char 
  *
  * @param[in] uname  the name; null is the guest
  * @reads service_cifs, $user
- * @error QBOBJ_ERROR_DB_MISC in the record alone: the directory mode cannot be read, which counts as local
- *                            mode
+ * @error QBOBJ_ERROR_DB_MISC  in the record alone: the directory mode cannot be read, which counts as local
+ *                             mode
  * @return the uid, or -1
  */
 QBOBJ_API int qbobj_getPosixUID(qbdb_handle_t *qbdb, sqlite3 *db, const char *uname, qbobj_error_rec_t *err);

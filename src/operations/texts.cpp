@@ -2,6 +2,7 @@
 #include "operations/texts.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace qbobj::texts
 {
@@ -49,7 +50,8 @@ const Field *find_field(const Record &record, std::string_view name)
 
 bool is_secret(std::string_view record, std::string_view field)
 {
-    return std::ranges::binary_search(secrets(), Secret{record, field});
+    const auto key = [](const Secret &secret) { return std::pair(secret.record, secret.field); };
+    return std::ranges::binary_search(secrets(), std::pair(record, field), {}, key);
 }
 
 } // namespace qbobj::texts

@@ -61,8 +61,6 @@ struct Record {
 struct Secret {
     std::string_view record;
     std::string_view field;
-
-    auto operator<=>(const Secret &) const = default;
 };
 
 std::span<const Operation> operations();

@@ -249,7 +249,7 @@ class RecordReader:
             wrong("the comment has no text")
         if "char" in declaration and SECRET_NAME.search(name) and "secret" not in tags:
             wrong("looks like a secret: @secret")
-        return Field(name, text.strip(), tags)
+        return Field(name, text.strip().rstrip("."), tags)
 
 
 # ---- Headers -----------------------------------------------------------------------------------------------
