@@ -1,4 +1,4 @@
-#The texts of the public headers as a table; a comment that breaks the grammar fails the build.
+# The texts of the public headers as a table; a comment that breaks the grammar fails the build.
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 set(texts_scripts ${PROJECT_SOURCE_DIR}/tools/texts)
 set(texts_table ${CMAKE_CURRENT_BINARY_DIR}/texts_table.cpp)
