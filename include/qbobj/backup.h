@@ -15,31 +15,34 @@ extern "C" {
 
 /** One end of a backup job. */
 struct qbobj_BackupJob_SourceOrDestination {
-    const char *Type;                /**< "share", "home", "volume", "remote", "usb" or "timemachine" */
-    const char *ShareNameOrProtocol; /**< name of the share, user ("*": all homes) or volume; the remote
-                                        protocol; "usb_port_" and the port's name */
-    const char *Path;                /**< path inside it; the remote host and path */
-    const char *Login;               /**< login of the remote host */
-    const char *Password;            /**< its password, stored and returned plain */
-    int Port;                        /**< port of the remote host */
-    int Ejectable;                   /**< 0/1: the end is removable storage; read only */
-    int Eject;                       /**< 0/1: the medium is ejected when the job is done */
+    /** Kind of the end. @words "share", "home", "volume", "remote", "usb", "timemachine" @required */
+    const char *Type;
+    /** Name of the share, user ("*": all homes) or volume; the remote protocol; "usb_port_" and the port's
+     *  name. @required */
+    const char *ShareNameOrProtocol;
+    const char *Path;     /**< path inside it; the remote host and path */
+    const char *Login;    /**< login of the remote host */
+    const char *Password; /**< its password, stored and returned plain. @secret */
+    int Port;             /**< port of the remote host */
+    int Ejectable;        /**< the end is removable storage. @words 0, 1 @readonly */
+    int Eject;            /**< the medium is ejected when the job is done. @words 0, 1 */
 };
 
 /** When a backup job runs. The backup engine fixes the unit of the three numbers. */
 struct qbobj_BackupJob_Schedule {
-    int Enabled;           /**< 0/1: the job runs by itself */
-    int Frequency;         /**< interval between two runs */
-    int Start;             /**< begin of the time in which it may run */
-    int End;               /**< end of that time */
-    const char *DayOfWeek; /**< days on which it runs, such as "Mon,Fri" */
+    int Enabled;   /**< the job runs by itself. @words 0, 1 */
+    int Frequency; /**< interval between two runs, as the engine counts it */
+    int Start;     /**< begin of the time in which it may run */
+    int End;       /**< end of that time */
+    /** Days on which it runs, joined by commas. @words "Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat" */
+    const char *DayOfWeek;
 };
 
 /** How a backup job runs. The backup engine fixes the meaning of the bits and of FullBackupFrequency. */
 struct qbobj_BackupJob_Option {
     const char *FullBackupFrequency; /**< how often a full backup is made */
-    int RemovePreviousBackup;        /**< 0/1: a full backup first removes what is there */
-    int ChownToShareOwner;           /**< 0/1: files are given to the share's owner */
+    int RemovePreviousBackup;        /**< a full backup first removes what is there. @words 0, 1 */
+    int ChownToShareOwner;           /**< files are given to the share's owner. @words 0, 1 */
     int RsyncOption;                 /**< bit set: options of rsync */
     const char *RsyncExclude;        /**< patterns that rsync leaves out */
     int EmailThisToAlertEmail;       /**< what is mailed to the alert address */
@@ -52,12 +55,12 @@ struct qbobj_BackupJob {
     qbobj_BackupJob_t *_link;                           /**< next */
     int resource_id;                                    /**< key of the job: its id */
     int JobId;                                          /**< id */
-    const char *JobName;                                /**< name, unique */
-    qbobj_BackupJob_SourceOrDestination_t *Source;      /**< where data is read */
-    qbobj_BackupJob_SourceOrDestination_t *Destination; /**< where data is written */
-    qbobj_BackupJob_Schedule_t *Schedule;               /**< when it runs */
-    qbobj_BackupJob_Option_t *Option;                   /**< how it runs */
-    int Changed; /**< output of a modification, 0/1: the stored job became another */
+    const char *JobName;                                /**< name, unique. @required */
+    qbobj_BackupJob_SourceOrDestination_t *Source;      /**< where data is read; a creation needs one */
+    qbobj_BackupJob_SourceOrDestination_t *Destination; /**< where data is written; a creation needs one */
+    qbobj_BackupJob_Schedule_t *Schedule;               /**< when it runs. @required */
+    qbobj_BackupJob_Option_t *Option;                   /**< how it runs; a creation needs one */
+    int Changed; /**< set by a modification: the stored job became another. @words 0, 1 @readonly */
 };
 
 /** A list of backup jobs. */
@@ -67,13 +70,14 @@ struct qbobj_BackupJobCollection {
 
 /** A place that a backup job can read or write. */
 struct qbobj_BackupTarget {
-    qbobj_BackupTarget_t *_link;     /**< next */
-    const char *Type;                /**< as in qbobj_BackupJob_SourceOrDestination_t */
-    const char *UsbSubType;          /**< "usb": "BACKUP_" and the port's description; else "" */
-    const char *ShareNameOrProtocol; /**< as in qbobj_BackupJob_SourceOrDestination_t */
-    const char *Path;                /**< where it is */
-    int Id;                          /**< id of the share, user, volume or port */
-    int Ejectable;                   /**< 0/1: removable storage */
+    qbobj_BackupTarget_t *_link; /**< next */
+    /** Kind of the place. @words "share", "home", "volume", "remote", "usb", "timemachine" @readonly */
+    const char *Type;
+    const char *UsbSubType;          /**< "usb": "BACKUP_" and the port's description; else "". @readonly */
+    const char *ShareNameOrProtocol; /**< as in qbobj_BackupJob_SourceOrDestination_t. @readonly */
+    const char *Path;                /**< where it is. @readonly */
+    int Id;                          /**< id of the share, user, volume or port. @readonly */
+    int Ejectable;                   /**< removable storage. @words 0, 1 @readonly */
 };
 
 /** The places that backup jobs can read and write. */
@@ -85,8 +89,8 @@ struct qbobj_BackupTargetCollection {
 /** A job that the backup button starts. */
 struct qbobj_BackupButtonJob {
     qbobj_BackupButtonJob_t *_link; /**< next, in the order in which they run */
-    int JobId;                      /**< id of the job */
-    const char *JobName;            /**< its name; read only */
+    int JobId;                      /**< id of the job. @required */
+    const char *JobName;            /**< its name. @readonly */
 };
 
 /** The jobs that the backup button starts. */

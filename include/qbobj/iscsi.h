@@ -18,11 +18,11 @@ extern "C" {
 struct qbobj_LunGroup {
     qbobj_LunGroup_t *_link; /**< next */
     const char *resource_id; /**< not filled by reads */
-    const char *Name;        /**< name, unique: the key of the group */
+    const char *Name;        /**< name, unique: the key of the group. @required */
     const char *Target;      /**< name of the target */
-    int AnyInitiator;        /**< 0/1: any initiator may connect */
-    int ChapAuth;            /**< 0/1: initiators must log in (CHAP) */
-    const char *ChapSecret;  /**< secret of the login, stored plain */
+    int AnyInitiator;        /**< any initiator may connect. @words 0, 1 */
+    int ChapAuth;            /**< initiators must log in (CHAP). @words 0, 1 */
+    const char *ChapSecret;  /**< secret of the login, stored and read plain. @secret */
 };
 
 /** A list of LUN groups. */
@@ -34,9 +34,9 @@ struct qbobj_LunGroupCollection {
 struct qbobj_Initiator {
     qbobj_Initiator_t *_link; /**< next */
     const char *resource_id;  /**< not filled by reads */
-    const char *Name;         /**< name, unique: the key of the initiator */
-    int ChapAuth;             /**< 0/1: the target must log in to the initiator (CHAP) */
-    const char *ChapSecret;   /**< secret of that login, stored plain */
+    const char *Name;         /**< name, unique: the key of the initiator. @required */
+    int ChapAuth;             /**< the target must log in to the initiator (CHAP). @words 0, 1 */
+    const char *ChapSecret;   /**< secret of that login, stored and read plain. @secret */
 };
 
 /** A list of initiators. */
@@ -48,8 +48,8 @@ struct qbobj_InitiatorCollection {
 struct qbobj_Lun {
     qbobj_Lun_t *_link;      /**< next */
     const char *resource_id; /**< not filled by reads */
-    const char *Name;        /**< name, unique: the key of the LUN */
-    const char *LunGroup;    /**< name of its group */
+    const char *Name;        /**< name, unique: the key of the LUN. @required */
+    const char *LunGroup;    /**< name of its group, which is not checked */
     int LunN;                /**< number in the group */
 };
 

@@ -57,15 +57,35 @@ struct all_spec {
 /** Every schema, in a fixed order, ended by an entry whose name is null. */
 QBOBJ_API extern const struct all_spec all_spec[];
 
-/** Logs a record (or every record of a list) at QBDB_LOG_DEBUG, one line a field, each attributed to `fname`
- * and `lineno`. The handle's level is not tested here. Strings are written as they are, passwords included.
- *  @param level  indentation of the outermost line, in blanks */
+/**
+ * Logs a record, or every record of a list, at QBDB_LOG_DEBUG, one line a field.
+ *
+ * The handle's level is not tested here. Strings are written as they are, passwords included.
+ *
+ * @param[in] spec    the record's schema
+ * @param[in] obj     the record; may be null
+ * @param[in] level   indentation of the outermost line, in blanks
+ * @param[in] fname   source unit that the lines are attributed to
+ * @param[in] lineno  its line
+ * @reads nothing
+ * @error none
+ * @return nothing
+ */
 QBOBJ_API void qbobj_api2_utils_dump_object(qbdb_handle_t *qbdb, const qbobj_spec_t *spec, void *obj,
                                             int level, const char *fname, int lineno);
 
-/** Writes the same dump to a stream, below the line "*** Dump NAME ***". `name` is a type name such as
- * "Share"; an unknown one writes only that line. Unlike the log's dump this one shows a number that is not
- * given as it stands. */
+/**
+ * Writes the same dump to a stream, below the line "*** Dump NAME ***".
+ *
+ * Unlike the log's dump this one shows a number that is not given as it stands.
+ *
+ * @param[in] fp    the stream
+ * @param[in] name  a type name such as "Share"; an unknown one writes only that line
+ * @param[in] obj   the record; may be null
+ * @reads nothing
+ * @error none
+ * @return nothing
+ */
 QBOBJ_API void qbobj_api2_dump_struct(FILE *fp, const char *name, void *obj);
 
 /* clang-format off */

@@ -22,70 +22,72 @@ struct qbobj_ResourceId {
 /** A volume. */
 struct qbobj_Volume {
     qbobj_Volume_t *_link;    /**< next */
-    const char *resource_id;  /**< key of the volume: its id */
-    const char *VolumeId;     /**< id */
-    const char *VolumeName;   /**< name */
-    const char *RaidType;     /**< RAID type; "QRAID" when none is stored */
-    int64_t BlockTotal;       /**< size in KB */
-    int64_t BlockFree;        /**< free space in KB */
-    int BlockSize;            /**< block size of the file system, in bytes */
+    const char *resource_id;  /**< key of the volume: its id. @readonly */
+    const char *VolumeId;     /**< id. @required */
+    const char *VolumeName;   /**< name. @readonly */
+    const char *RaidType;     /**< RAID type; "QRAID" when none is stored. @readonly */
+    int64_t BlockTotal;       /**< size. @unit KB */
+    int64_t BlockFree;        /**< free space. @unit KB */
+    int BlockSize;            /**< block size of the file system. @unit bytes */
     const char *VolumeHealth; /**< state of the volume */
-    int SentResilverEvent;    /**< 0/1: the running rebuild has been reported */
-    int SentScanEnd;          /**< 0/1: the end of the last scan has been reported */
+    int SentResilverEvent;    /**< the running rebuild has been reported. @words 0, 1 */
+    int SentScanEnd;          /**< the end of the last scan has been reported. @words 0, 1 */
     int BalanceStatus;        /**< state of the balancing, as stored */
     int DisktestStatus;       /**< state of the disk test, as stored */
-    const char *KeyFile;      /**< key file of an encrypted volume */
+    const char *KeyFile;      /**< name of an encrypted volume's key file, not the key */
 };
 
 /** The volumes of the appliance. */
 struct qbobj_VolumeCollection {
     qbobj_VolumeCollection_t *_link; /**< not used */
-    const char *SystemRaidMode;      /**< RAID mode of the appliance; "QRAID" when none is stored */
-    qbobj_Volume_t *Volume;          /**< list: the volumes */
+    const char *SystemRaidMode; /**< RAID mode of the appliance; "QRAID" when none is stored. @readonly */
+    qbobj_Volume_t *Volume;     /**< list: the volumes */
 };
 
 /** A disk. */
 struct qbobj_Disk {
     qbobj_Disk_t *_link;         /**< next */
-    int resource_id;             /**< the id read as a number; 0 for a device name */
-    const char *DiskId;          /**< id */
-    int Present;                 /**< 0/1: the disk is in its slot */
+    int resource_id;             /**< the id read as a number; 0 for a device name. @readonly */
+    const char *DiskId;          /**< id. @readonly */
+    int Present;                 /**< the disk is in its slot. @words 0, 1 @readonly */
     const char *DevName;         /**< device name: the id again */
-    int Controller;              /**< number of the controller */
-    int Channel;                 /**< channel of the controller */
-    const char *Model;           /**< model */
-    const char *Serial;          /**< serial number */
-    const char *FirmwareVersion; /**< version of the firmware */
-    int RPM;                     /**< rotations a minute; 0 without moving parts */
-    int64_t Sectors;             /**< number of sectors */
-    int64_t Capacity;            /**< size, as stored */
-    int Temperature;             /**< temperature in degrees Celsius */
-    int ATAError;                /**< number of ATA errors */
-    const char *Pool;            /**< volume that the disk belongs to */
-    const char *PoolType;        /**< part that the disk plays in the volume */
-    const char *PoolState; /**< "NEW", "ACTIVE", "EXPORTED", "DESTROYED", "SPARE", "L2CACHE", "UNINITIALIZED",
-                                "UNAVAIL", "POTENTIALLY_ACTIVE" or "UNKNOWN" */
-    uint64_t PoolHostId;   /**< id of the appliance that the volume was last used by */
-    const char *SlotName;  /**< position in the enclosure: column, "x", row */
-    const char *HardwareInterface; /**< interface of the disk */
-    int DiskEnclosureId;           /**< number of the enclosure's controller */
-    const char *DiskState;         /**< state of the disk in its volume */
-    int ReplacedWithSpare;         /**< 0/1: a spare has taken the disk's place */
-    int IsSignedByMaltrex;         /**< 0/1: the firmware is signed */
+    int Controller;              /**< number of the controller. @readonly */
+    int Channel;                 /**< channel of the controller. @readonly */
+    const char *Model;           /**< model. @readonly */
+    const char *Serial;          /**< serial number. @readonly */
+    const char *FirmwareVersion; /**< version of the firmware. @readonly */
+    int RPM;                     /**< speed; 0 without moving parts. @unit rotations a minute @readonly */
+    int64_t Sectors;             /**< number of sectors. @readonly */
+    int64_t Capacity;            /**< size. @unit bytes @readonly */
+    int Temperature;             /**< temperature. @unit degrees Celsius @readonly */
+    int ATAError;                /**< number of ATA errors. @readonly */
+    const char *Pool;            /**< volume that the disk belongs to. @readonly */
+    const char *PoolType;        /**< part that the disk plays in the volume. @readonly */
+    /** State of that volume.
+     *  @words "NEW", "ACTIVE", "EXPORTED", "DESTROYED", "SPARE", "L2CACHE", "UNINITIALIZED", "UNAVAIL",
+     *  "POTENTIALLY_ACTIVE", "UNKNOWN" @readonly */
+    const char *PoolState;
+    uint64_t PoolHostId;           /**< id of the appliance that the volume was last used by. @readonly */
+    const char *SlotName;          /**< position in the enclosure: column, "x", row. @readonly */
+    const char *HardwareInterface; /**< interface of the disk. @readonly */
+    int DiskEnclosureId;           /**< number of the enclosure's controller. @readonly */
+    const char *DiskState;         /**< state of the disk in its volume. @readonly */
+    int ReplacedWithSpare;         /**< a spare has taken the disk's place. @words 0, 1 @readonly */
+    int IsSignedByMaltrex;         /**< the firmware is signed. @words 0, 1 @readonly */
 };
 
 /** An enclosure with its disks. */
 struct qbobj_DiskCollection {
     qbobj_DiskCollection_t *_link; /**< next */
-    const char *resource_id;       /**< key of the enclosure */
-    int DiskEnclosureId;           /**< number of its controller */
-    const char *DiskEnclosurePort; /**< label of the port that it is connected to */
-    const char *SESDevice;         /**< device of its enclosure services */
-    const char *EnclosureName;     /**< name */
-    int EnclosureRows;             /**< rows of slots */
-    int EnclosureCols;             /**< columns of slots */
-    int IsSlotHorizontal;          /**< 0/1: disks lie flat */
-    const char *DeadSlots;         /**< slots that cannot hold a disk */
+    const char *resource_id;       /**< key of the enclosure. @readonly */
+    int DiskEnclosureId;           /**< number of its controller. @readonly */
+    const char *DiskEnclosurePort; /**< label of the port that it is connected to. @readonly */
+    const char *SESDevice;         /**< device of its enclosure services. @readonly */
+    const char *EnclosureName;     /**< name. @readonly */
+    int EnclosureRows;             /**< rows of slots. @readonly */
+    int EnclosureCols;             /**< columns of slots. @readonly */
+    int IsSlotHorizontal;          /**< disks lie flat. @words 0, 1 @readonly */
+    const char *DeadSlots;         /**< slots that cannot hold a disk. @readonly */
     qbobj_Disk_t *Disk;            /**< list: the disks */
 };
 
@@ -97,54 +99,54 @@ struct qbobj_DiskEnclosureCollection {
 /** A disk that was inserted or removed. */
 struct qbobj_DiskDiff {
     qbobj_DiskDiff_t *_link;       /**< next */
-    int AddOrRemove;               /**< 1 inserted, -1 removed */
-    const char *DiskId;            /**< id */
+    int AddOrRemove;               /**< 1 inserted, -1 removed. @words 1, -1 @readonly */
+    const char *DiskId;            /**< id. @readonly */
     int Controller;                /**< number of the controller */
     int Channel;                   /**< channel of the controller */
-    const char *Model;             /**< model */
-    const char *Serial;            /**< serial number */
-    const char *FirmwareVersion;   /**< version of the firmware */
-    int RPM;                       /**< rotations a minute; 0 without moving parts */
-    int64_t Sectors;               /**< number of sectors */
-    int64_t Capacity;              /**< size, as stored */
-    const char *DiskEnclosureId;   /**< "controller-" and the controller's number */
-    const char *DiskEnclosureName; /**< name of the enclosure */
-    const char *SlotName;          /**< position in the enclosure: column, "x", row */
-    const char *HardwareInterface; /**< interface of the disk */
-    const char *Pool;              /**< volume that the disk belongs to */
-    const char *PoolType;          /**< part that the disk plays in the volume */
-    const char *PoolState;         /**< as in qbobj_Disk_t */
-    uint64_t PoolHostId;           /**< id of the appliance that the volume was last used by */
-    int ReplacedWithSpare;         /**< 0/1: a spare has taken the disk's place */
-    int IsSignedByMaltrex;         /**< 0/1: the firmware is signed */
+    const char *Model;             /**< model. @readonly */
+    const char *Serial;            /**< serial number. @readonly */
+    const char *FirmwareVersion;   /**< version of the firmware. @readonly */
+    int RPM;                       /**< speed; 0 without moving parts. @unit rotations a minute @readonly */
+    int64_t Sectors;               /**< number of sectors. @readonly */
+    int64_t Capacity;              /**< size. @unit bytes @readonly */
+    const char *DiskEnclosureId;   /**< "controller-" and the controller's number. @readonly */
+    const char *DiskEnclosureName; /**< name of the enclosure. @readonly */
+    const char *SlotName;          /**< position in the enclosure: column, "x", row. @readonly */
+    const char *HardwareInterface; /**< interface of the disk. @readonly */
+    const char *Pool;              /**< volume that the disk belongs to. @readonly */
+    const char *PoolType;          /**< part that the disk plays in the volume. @readonly */
+    const char *PoolState;         /**< as in qbobj_Disk_t. @readonly */
+    uint64_t PoolHostId;           /**< id of the appliance that the volume was last used by. @readonly */
+    int ReplacedWithSpare;         /**< a spare has taken the disk's place. @words 0, 1 @readonly */
+    int IsSignedByMaltrex;         /**< the firmware is signed. @words 0, 1 @readonly */
 };
 
 /* ---- Records: snapshots -------------------------------------------------------------------------------- */
 
 /** When snapshots are made: the five fields of a cron line, and what was made last. */
 struct qbobj_Schedule {
-    int Enabled;             /**< 0/1 */
-    const char *Minute;      /**< cron field */
-    const char *Hour;        /**< cron field */
-    const char *DayOfMonth;  /**< cron field */
-    const char *DayOfWeek;   /**< cron field */
-    const char *Month;       /**< cron field */
-    int LastTaken;           /**< last snapshot, Unix seconds */
-    int PurgeManualSnapshot; /**< 0/1: snapshots made by hand may be removed for space */
-    int LastDailyTaken;      /**< last daily snapshot, Unix seconds */
-    int LastWeeklyTaken;     /**< last weekly snapshot, Unix seconds */
+    int Enabled;             /**< snapshots are made. @words 0, 1 */
+    const char *Minute;      /**< minute, in cron's syntax */
+    const char *Hour;        /**< hour, in cron's syntax */
+    const char *DayOfMonth;  /**< day of the month, in cron's syntax */
+    const char *DayOfWeek;   /**< day of the week, in cron's syntax */
+    const char *Month;       /**< month, in cron's syntax */
+    int LastTaken;           /**< last snapshot. @unit Unix seconds */
+    int PurgeManualSnapshot; /**< snapshots made by hand may be removed for space. @words 0, 1 */
+    int LastDailyTaken;      /**< last daily snapshot. @unit Unix seconds */
+    int LastWeeklyTaken;     /**< last weekly snapshot. @unit Unix seconds */
 };
 
 /** A snapshot of a share. */
 struct qbobj_Snapshot {
     qbobj_Snapshot_t *_link;  /**< next */
-    int resource_id;          /**< key of the snapshot: its row id */
-    const char *ShareName;    /**< name of the share */
-    const char *VolumeName;   /**< name of its volume */
-    const char *SnapshotName; /**< name */
-    int Type;                 /**< 1 made by the schedule, 2 made by hand */
-    int CreatedOn;            /**< Unix seconds */
-    const char *Path;         /**< where its contents can be seen */
+    int resource_id;          /**< key of the snapshot: its row id. @readonly */
+    const char *ShareName;    /**< name of the share. @required */
+    const char *VolumeName;   /**< name of its volume. @required */
+    const char *SnapshotName; /**< name. @required */
+    int Type;                 /**< 1 made by the schedule, 2 made by hand. @words 1, 2 */
+    int CreatedOn;            /**< when it was made. @unit Unix seconds */
+    const char *Path;         /**< where its contents can be seen. @readonly */
 };
 
 /** A list of snapshots of shares. */
@@ -155,13 +157,13 @@ struct qbobj_SnapshotCollection {
 /** A snapshot of a user's home. */
 struct qbobj_HfSnapshot {
     qbobj_HfSnapshot_t *_link; /**< next */
-    int resource_id;           /**< key of the snapshot: its row id */
-    const char *UserName;      /**< name of the user */
-    const char *HomeDir;       /**< path of the home */
-    const char *SnapshotName;  /**< name */
-    int Type;                  /**< 1 made by the schedule, 2 made by hand */
-    int CreatedOn;             /**< Unix seconds */
-    const char *Path;          /**< where its contents can be seen */
+    int resource_id;           /**< key of the snapshot: its row id. @readonly */
+    const char *UserName;      /**< name of the user. @required */
+    const char *HomeDir;       /**< path of the home. @required */
+    const char *SnapshotName;  /**< name. @required */
+    int Type;                  /**< 1 made by the schedule, 2 made by hand. @words 1, 2 */
+    int CreatedOn;             /**< when it was made. @unit Unix seconds */
+    const char *Path;          /**< where its contents can be seen. @readonly */
 };
 
 /** A list of snapshots of homes. */
@@ -172,10 +174,10 @@ struct qbobj_HfSnapshotCollection {
 /** A share that was made from a snapshot. */
 struct qbobj_SnapshotClone {
     qbobj_SnapshotClone_t *_link;   /**< next */
-    int resource_id;                /**< key of the clone: its row id */
-    const char *ClonedShareName;    /**< name of the share that was made */
-    const char *ParentSnapshotName; /**< name of the snapshot */
-    const char *ParentShareName;    /**< name of the share that was snapshotted */
+    int resource_id;                /**< key of the clone: its row id. @readonly */
+    const char *ClonedShareName;    /**< name of the share that was made. @readonly */
+    const char *ParentSnapshotName; /**< name of the snapshot. @readonly */
+    const char *ParentShareName;    /**< name of the share that was snapshotted. @readonly */
 };
 
 /** A list of clones. */
@@ -188,10 +190,10 @@ struct qbobj_SnapshotCloneCollection {
 /** The readings of a disk. */
 struct qbobj_DiskHealth {
     qbobj_DiskHealth_t *_link; /**< next */
-    const char *resource_id;   /**< "controller-" and the controller's number */
-    const char *DiskId;        /**< id of the disk */
-    int Controller;            /**< number of the controller */
-    int Channel;               /**< channel of the controller */
+    const char *resource_id;   /**< "controller-" and the controller's number. @readonly */
+    const char *DiskId;        /**< id of the disk. @required */
+    int Controller;            /**< number of the controller. @readonly */
+    int Channel;               /**< channel of the controller. @readonly */
     int ATAErrors;             /**< ATA errors */
     int ReallocSect;           /**< reallocated sectors */
     int ReallocEvent;          /**< reallocations */
@@ -200,9 +202,9 @@ struct qbobj_DiskHealth {
     int CmdTimeouts;           /**< commands that timed out */
     int PendingSect;           /**< sectors that wait for their reallocation */
     int UncorrectableErr;      /**< errors that could not be corrected */
-    int Temp;                  /**< temperature in degrees Celsius */
+    int Temp;                  /**< temperature. @unit degrees Celsius */
     int StartStopCnt;          /**< starts and stops */
-    int PowerOnHrs;            /**< hours under power */
+    int PowerOnHrs;            /**< time under power. @unit hours */
     int PowerCycleCnt;         /**< power cycles */
     int LoadCycleCnt;          /**< load cycles of the heads */
     const char *ZpoolState;    /**< state of the disk in its volume */
@@ -220,27 +222,27 @@ struct qbobj_DiskHealthCollection {
 /** The reading of one sensor. */
 struct qbobj_EnclosureHealthItem {
     qbobj_EnclosureHealthItem_t *_link; /**< next */
-    const char *Name;                   /**< kind of the sensor, such as "Fan" */
-    const char *DevId;                  /**< number of the sensor */
-    int Value;                          /**< reading */
-    int ValuePrev1;                     /**< the reading before */
-    int ValuePrev2;                     /**< the reading before that */
-    int ValuePrev3;                     /**< the oldest reading */
-    int Min;                            /**< lowest healthy value */
-    int Max;                            /**< highest healthy value */
-    const char *Label;                  /**< label of the sensor */
+    const char *Name;                   /**< kind of the sensor, such as "Fan". @required */
+    const char *DevId;                  /**< number of the sensor. @required */
+    int Value;                          /**< reading. @required */
+    int ValuePrev1;                     /**< the reading before. @readonly */
+    int ValuePrev2;                     /**< the reading before that. @readonly */
+    int ValuePrev3;                     /**< the oldest reading. @readonly */
+    int Min;                            /**< lowest healthy value. @readonly */
+    int Max;                            /**< highest healthy value. @readonly */
+    const char *Label;                  /**< label of the sensor. @readonly */
 };
 
 /** The sensors of an enclosure. */
 struct qbobj_EnclosureHealth {
-    qbobj_EnclosureHealth_t *_link;      /**< next */
-    const char *resource_id;             /**< "controller-" and the controller's number */
-    int Controller;                      /**< number of the controller */
-    const char *PortLabel;               /**< label of the port that the enclosure is connected to */
-    int NrCpu;                           /**< number of processor sensors */
-    int NrFan;                           /**< number of fans */
-    int NrPsu;                           /**< number of power supplies */
-    int NrVolt;                          /**< number of voltage sensors */
+    qbobj_EnclosureHealth_t *_link; /**< next */
+    const char *resource_id;        /**< "controller-" and the controller's number. @readonly */
+    int Controller;                 /**< number of the controller. @required */
+    const char *PortLabel;          /**< label of the port that the enclosure is connected to. @readonly */
+    int NrCpu;                      /**< number of processor sensors. @readonly */
+    int NrFan;                      /**< number of fans. @readonly */
+    int NrPsu;                      /**< number of power supplies. @readonly */
+    int NrVolt;                     /**< number of voltage sensors. @readonly */
     qbobj_EnclosureHealthItem_t *Health; /**< list: the readings */
 };
 
@@ -253,14 +255,14 @@ struct qbobj_EnclosureHealthCollection {
 /** The readings of a UPS device. */
 struct qbobj_UpsHealth {
     qbobj_UpsHealth_t *_link;   /**< next */
-    const char *resource_id;    /**< key of the device: name, "@", host */
-    const char *UpsName;        /**< name */
-    const char *ServerHost;     /**< host that serves it */
-    const char *UpsModel;       /**< model */
+    const char *resource_id;    /**< key of the device: name, "@", host @readonly */
+    const char *UpsName;        /**< name. @required */
+    const char *ServerHost;     /**< host that serves it. @required */
+    const char *UpsModel;       /**< model. @readonly */
     const char *UpsStatus;      /**< status */
-    const char *BatteryCharge;  /**< battery charge */
-    const char *BatteryRunTime; /**< run time left */
-    const char *BatteryVoltage; /**< battery voltage */
+    const char *BatteryCharge;  /**< battery charge; read with its unit, " %" */
+    const char *BatteryRunTime; /**< run time left; read with its unit, " min" */
+    const char *BatteryVoltage; /**< battery voltage; read with its unit, " V" */
 };
 
 /** The readings of UPS devices. */
@@ -285,10 +287,10 @@ struct qbobj_VolumeSchedule {
     qbobj_VolumeSchedule_t *_link;  /**< next */
     const char *resource_id;        /**< key of the job: its id as text */
     const char *VolumeName;         /**< name of the volume */
-    int JobID;                      /**< id, chosen by the caller */
-    int Enabled;                    /**< 0/1 */
+    int JobID;                      /**< id, chosen by the caller, unique. @required */
+    int Enabled;                    /**< the task runs. @words 0, 1 */
     int Action;                     /**< task, as the scheduler numbers them; stored unchanged */
-    qbobj_CronSchedule_t *Interval; /**< when it runs */
+    qbobj_CronSchedule_t *Interval; /**< when it runs. @required */
 };
 
 /** A list of tasks of volumes. */

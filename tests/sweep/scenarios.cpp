@@ -1,6 +1,9 @@
 // The office, and a call of every operation.
 #include "scenarios.h"
 
+#include "operations/texts.h"
+
+#include <algorithm>
 #include <fstream>
 
 using qbobj_json::Json;
@@ -15,6 +18,15 @@ constexpr const char *import_list = "import_list\r\n"
                                     "carl\tstaff\tcarl@office.example\tpw-carl\r\n"
                                     "dörte\tsales\t\tpw-doerte\r\n";
 
+// A code that the operation's header names, or one that any operation may report.
+bool is_documented(const std::string &operation, const qbobj_error_rec_t &error)
+{
+    const auto errors = qbobj::texts::find_operation(operation)->errors;
+    return error.ec == QBOBJ_ERROR_OK || error.ec == QBOBJ_ERROR_OOM ||
+           std::ranges::find(errors, error.ec, &qbobj::texts::Error::code) != errors.end() ||
+           std::string_view(error.msg).starts_with("The transaction was rolled back");
+}
+
 } // namespace
 
 void PrintTo(const Scenario &scenario, std::ostream *out)
@@ -27,8 +39,11 @@ qbobj_json::Outcome call(Appliance &appliance, const std::string &name, const Js
     const qbobj_json::Operation *operation = qbobj_json::find_operation(name);
     if (operation == nullptr)
         throw std::logic_error("no operation " + name);
-    return operation->call(*operation, {appliance.qbdb, appliance.db},
-                           qbobj_json::arrange_inputs(*operation, input));
+    const qbobj_json::Outcome outcome = operation->call(*operation, {appliance.qbdb, appliance.db},
+                                                        qbobj_json::arrange_inputs(*operation, input));
+    EXPECT_TRUE(is_documented(name, outcome.error))
+        << name << " does not document " << ::testing::PrintToString(outcome.error);
+    return outcome;
 }
 
 void furnish(Appliance &appliance)

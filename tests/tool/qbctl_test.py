@@ -72,7 +72,11 @@ class Tool(unittest.TestCase):
             (["call", "getShareId"], "'share_name' is missing"),
             (["call", "getShareId", "name=x"], "no argument 'name'"),
             (["call", "addShare", "@/none.json"], "cannot read /none.json"),
-            (["describe", "Shrae"], "there is no record type 'Shrae'"),
+            (["describe", "Shrae"], "'Shrae': did you mean 'Share'?"),
+            (["describe", "adShare"], "'adShare': did you mean 'addShare'?"),
+            (["describe", "Share.Cfs"], "Share has no field 'Cfs': did you mean 'Cifs'?"),
+            (["describe", "Share.Path.x"], "Share.Path is no record"),
+            (["describe", "weather"], "there is no operation or record type 'weather'\n"),
             (["call"], "OPERATION"),
             (["--log", "loud", "list"], "loud"),
             ([], "subcommand"),
@@ -86,13 +90,24 @@ class Tool(unittest.TestCase):
 
     def test_lists_and_descriptions_need_no_database(self):
         listed = self.ok("list")
-        self.assertIn("getShareId(share_name) -> id\n", listed)
+        self.assertIn("getShareId(share_name) -> id\n    Finds the row id of a share.\n", listed)
         self.assertIn("modifyShare(share:Share, [modifyOneShare]) -> share:Share\n", listed)
-        described = self.ok("describe", "Share")
-        self.assertIn("  QuotaMB: uint64, may be left out\n", described)
-        self.assertIn("  VisibleSnapshot: int, 0 when left out\n", described)
-        self.assertIn("  UsedBy: list of UsedBy, may be left out\n", described)
         self.assertEqual(102, len(self.ok("describe").splitlines()))
+        for name, lines in [
+            ("share", ["  QuotaMB: uint64 in MB, may be left out\n      size limit with snapshots",
+                       "  VisibleSnapshot: int, one of 0, 1, 0 when left out\n",
+                       "  UsedMB: uint64 in MB, read only\n",
+                       "  UsedBy: list of UsedBy, may be left out\n"]),
+            ("User", ["  Password: text, secret, may be left out\n", "  UserName: text, 1 to 31 bytes, required\n"]),
+            ("Share.cifs", ["Share.Cifs: CifsShareOption, may be left out\n", "  EnableDFS: int,"]),
+            ("Share.Cifs.UserAcl", ["Share.Cifs.UserAcl: list of UserAcl,", "  Access: text, one of \"ReadWrite\","]),
+            ("ADDSHARE", ["Creates shares", "  share (given and filled)\n", "  reads: service_cifs, share,",
+                          "  QBOBJ_ERROR_UI__NAME_TOO_LONG (806)\n", "  returns 0 or the error code\n"]),
+            ("qbobj_validate_ip", ["  str (given)\n"]),
+        ]:
+            described = self.ok("describe", name)
+            for line in lines:
+                self.assertIn(line, described)
 
     def test_table_shows_chosen_columns(self):
         self.call("addShare", '{"ShareName": "docs", "VolumeId": "data", "Comment": "Ünïcode"}')

@@ -1,4 +1,5 @@
 // qbctl: every operation of the library, for people and scripts.
+#include "qbctl/describe.h"
 #include "qbctl/render.h"
 #include "json/operations.h"
 
@@ -276,52 +277,6 @@ void run_init(Settings settings, const std::string &file, const std::vector<std:
         database.register_volume(volume);
 }
 
-std::string argument_text(const Argument &argument)
-{
-    std::string text = argument.name;
-    if (argument.spec != nullptr)
-        text += std::string(":") + argument.spec->name;
-    return argument.optional ? "[" + text + "]" : text;
-}
-
-void run_list()
-{
-    for (const Operation &operation : qbobj_json::operations()) {
-        std::cout << operation.name << '(';
-        std::string separator;
-        for (const Argument &argument : operation.arguments)
-            if (argument.is_input()) {
-                std::cout << separator << argument_text(argument);
-                separator = ", ";
-            }
-        std::cout << ')';
-        separator = " -> ";
-        if (operation.result != qbobj_json::ResultKind::code) {
-            std::cout << separator << (operation.result == qbobj_json::ResultKind::answer ? "answer" : "id");
-            separator = ", ";
-        }
-        for (const Argument &argument : operation.arguments)
-            if (argument.is_output()) {
-                std::cout << separator << argument_text(argument);
-                separator = ", ";
-            }
-        std::cout << '\n';
-    }
-}
-
-void run_describe(const std::vector<std::string> &types)
-{
-    if (types.empty())
-        for (const struct all_spec *entry = all_spec; entry->name != nullptr; ++entry)
-            std::cout << entry->name << '\n';
-    for (const std::string &type : types) {
-        const qbobj_spec_t *spec = qbobj_json::find_spec(type);
-        if (spec == nullptr)
-            throw BadInput("there is no record type '" + type + "': 'qbctl describe' lists them");
-        qbctl::print_description(std::cout, spec);
-    }
-}
-
 /* ---- The command line ---------------------------------------------------------------------------------- */
 
 class CommandLine
@@ -338,14 +293,14 @@ class CommandLine
 
     CLI::App app_{
         "Reads and changes the configuration database of a storage appliance.\n"
-        "Every operation of the library can be called: 'qbctl list' shows them, 'qbctl describe TYPE' shows\n"
-        "a record's fields. Results are JSON, or a table when they go to a terminal.\n"
+        "Every operation of the library can be called: 'qbctl list' shows them, 'qbctl describe NAME' tells\n"
+        "all about one, or a record's fields. Results are JSON, or a table when they go to a terminal.\n"
         "Exit status: 0 done, 1 the operation failed, 2 wrong usage."};
     Settings settings_;
     std::string file_;
     std::string operation_;
     std::vector<std::string> volumes_;
-    std::vector<std::string> types_;
+    std::vector<std::string> names_;
     std::vector<std::string> words_;
 };
 
@@ -399,12 +354,21 @@ void CommandLine::add_commands_of_databases()
 
 void CommandLine::add_commands_of_the_library()
 {
-    app_.add_subcommand("list", "Lists the operations with their arguments and results.")->callback(run_list);
-    CLI::App *describe =
-        app_.add_subcommand("describe", "Shows the fields of a record type, their kinds, and which may be\n"
-                                        "left out; without a type, lists the types.");
-    describe->add_option("TYPE", types_, "A record type, e.g. Share");
-    describe->callback([this] { run_describe(types_); });
+    app_.add_subcommand("list", "Lists the operations: their arguments and results, and what they do.")
+        ->callback([] { qbctl::print_operations(std::cout); });
+    CLI::App *describe = app_.add_subcommand(
+        "describe",
+        "Shows what an operation does, or a record type's fields; without a name, lists the types.\n"
+        "Examples: qbctl describe addShare\n"
+        "          qbctl describe Share\n"
+        "          qbctl describe Share.Cifs.UserAcl");
+    describe->add_option("NAME", names_, "An operation, a record type, or a path of fields in one");
+    describe->callback([this] {
+        if (names_.empty())
+            qbctl::print_record_types(std::cout);
+        for (const std::string &name : names_)
+            qbctl::describe(std::cout, name);
+    });
 }
 
 void CommandLine::add_commands_of_operations()

@@ -1,4 +1,4 @@
-// Tables, JSON text and descriptions.
+// Tables and JSON text.
 #include "qbctl/render.h"
 
 #include <algorithm>
@@ -82,24 +82,6 @@ void print_row(std::ostream &out, const std::vector<std::string> &cells,
     out << '\n';
 }
 
-const char *kind_name(char kind)
-{
-    switch (kind) {
-    case QBOBJ_KIND_STRING:
-        return "text";
-    case QBOBJ_KIND_INT:
-        return "int";
-    case QBOBJ_KIND_UINT:
-        return "unsigned";
-    case QBOBJ_KIND_INT64:
-        return "int64";
-    case QBOBJ_KIND_UINT64:
-        return "uint64";
-    default:
-        return "";
-    }
-}
-
 } // namespace
 
 std::string json_text(const Json &value, int indent)
@@ -128,25 +110,6 @@ void print_table(std::ostream &out, const Json &value, const std::vector<std::st
             widths[i] = std::max(widths[i], width(line[i]));
     for (const auto &line : lines)
         print_row(out, line, widths);
-}
-
-void print_description(std::ostream &out, const qbobj_spec_t *spec)
-{
-    const bool list = (spec->attr & QBOBJ_ATTR_LIST) != 0;
-    out << spec->name << (list ? " (one record, or a list of them)" : "") << '\n';
-    if ((spec->attr & QBOBJ_ATTR_STRING_ID) != 0)
-        out << "  resource_id: text, may be left out\n";
-    for (const qbobj_spec_t *row = spec + 1; row->type != QBOBJ_KIND_END; ++row) {
-        out << "  " << row->name << ": ";
-        if (row->type == QBOBJ_KIND_RECORD)
-            out << ((row->attr & QBOBJ_ATTR_LIST_FIELD) != 0 ? "list of " : "") << row->ospec_ptr->name;
-        else
-            out << kind_name(row->type);
-        // A number without a flag counts as given: left out, it is 0.
-        const bool pointer = row->type == QBOBJ_KIND_STRING || row->type == QBOBJ_KIND_RECORD;
-        out << (pointer || (row->attr & QBOBJ_ATTR_VOIDABLE) != 0 ? ", may be left out" : ", 0 when left out")
-            << '\n';
-    }
 }
 
 } // namespace qbctl

@@ -16,7 +16,4 @@ void print_table(std::ostream &out, const qbobj_json::Json &value, const std::ve
 // JSON text in which bytes that are not UTF-8 are replaced.
 std::string json_text(const qbobj_json::Json &value, int indent);
 
-// A record type's fields with their kinds, and which of them may be left out.
-void print_description(std::ostream &out, const qbobj_spec_t *spec);
-
 } // namespace qbctl
