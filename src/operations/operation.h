@@ -187,10 +187,9 @@ template <class Type>
 constexpr void check_argument(const Argument &argument)
 {
     const bool by_value = !std::is_pointer_v<Type> || std::is_same_v<Type, const char *>;
-    const bool record = RecordArgument<Type>;
+    const bool appended_to = argument.direction == Direction::append && RecordResult<Type>;
     const bool fits = by_value ? argument.direction == Direction::in
-                      : record ? true
-                               : argument.direction == Direction::out;
+                               : RecordArgument<Type> || appended_to || argument.direction == Direction::out;
     if (!fits)
         direction_that_the_type_of_the_argument_cannot_have();
 }

@@ -74,19 +74,20 @@ INSTANTIATE_TEST_SUITE_P(All, EachText, ::testing::ValuesIn(scenarios()), name_o
 
 TEST(Texts, DescribeTheArgumentsOfEveryOperation)
 {
-    for (const qbobj_json::Operation &operation : qbobj_json::operations()) {
+    for (const qbobj::OperationEntry &operation : qbobj::operation_table()) {
         SCOPED_TRACE(operation.name);
-        const texts::Operation *text = texts::find_operation("QBOBJ_" + operation.name);
+        const texts::Operation *text = texts::find_operation("QBOBJ_" + std::string(operation.name));
         ASSERT_NE(nullptr, text);
         ASSERT_EQ(operation.arguments.size(), text->parameters.size());
         for (std::size_t i = 0; i < text->parameters.size(); ++i) {
-            const qbobj_json::Argument &argument = operation.arguments[i];
-            EXPECT_EQ(argument.name, text->parameters[i].name);
-            const texts::Direction direction = text->parameters[i].direction;
-            EXPECT_NE(argument.is_input() ? texts::Direction::out : texts::Direction::in,
-                      argument.kind == qbobj_json::ArgumentKind::record ? texts::Direction::in_out
-                                                                        : direction);
+            const qbobj::ArgumentEntry &argument = operation.arguments[i];
+            const texts::Parameter &parameter = text->parameters[i];
+            EXPECT_EQ(argument.name, parameter.name);
+            EXPECT_EQ(argument.is_input(), parameter.direction != texts::Direction::out) << argument.name;
+            EXPECT_EQ(argument.is_output(), parameter.direction != texts::Direction::in) << argument.name;
         }
+        // What only reads begins a transaction that cannot wait for a writer, and must not write.
+        EXPECT_TRUE(operation.effect != qbobj::Effect::reads || text->writes.empty());
     }
 }
 

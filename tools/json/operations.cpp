@@ -88,7 +88,12 @@ template <class Record>
 requires qbobj::RecordResult<Record **>
 struct Slot<Record **> {
     Record *value = nullptr;
-    explicit Slot(const Given &) {}
+    explicit Slot(const Given &given)
+    {
+        if (given.argument.direction == Direction::append)
+            value = static_cast<Record *>(
+                from_json(qbobj::schema_of(value), given.json, given.pool(), given.name()));
+    }
     Record **pass() { return &value; }
     Json show() const { return to_json(qbobj::schema_of(value), value); }
 };
