@@ -14,7 +14,7 @@ inline constexpr std::tuple share_operations{
                                               in("ProtocolName")),
     reads<qbobj_getShare>(in_out("share")),
     reads<qbobj_queryShare>(optional("VolumeId"), optional("ShareNameLike"), optional("ShareId"),
-                            out("shares")),
+                            appended("shares")),
     identifies<qbobj_getShareId>(in("share_name")),
     reads<qbobj_getShareAccess>(in("ShareName"), in("UserName"), out("Access")),
     reads<qbobj_getPathAccess>(in("Path"), in("UserName"), out("Access")),
