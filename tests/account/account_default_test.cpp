@@ -1,30 +1,26 @@
 // The defaults of new accounts.
-#include "database.h"
-
-#include <functional>
-#include <string>
-
-using namespace qbobj_test;
+#include "accounts.h"
 
 namespace
 {
 
-class AccountDefault : public Database
+using namespace qbobj_test;
+
+class AccountDefault : public Accounts
 {
   protected:
     qbobj_AccountDefault_t read()
     {
-        qbobj_AccountDefault_t defaults = cleared(qbobj_clear_AccountDefault);
-        EXPECT_OK(qbobj_getAccountDefault(qbdb, db, &defaults, &err));
+        qbobj_AccountDefault_t defaults{};
+        EXPECT_OK(run(qbobj_getAccountDefault, defaults));
         return defaults;
     }
-    int write(qbobj_AccountDefault_t &defaults) { return qbobj_setAccountDefault(qbdb, db, &defaults, &err); }
 };
 
 TEST_F(AccountDefault, ReadsBackWhatWasWritten)
 {
     const std::string volume = value("SELECT id FROM _volume WHERE lv_name='backup'");
-    qbobj_AccountDefault_t written = cleared(qbobj_clear_AccountDefault);
+    qbobj_AccountDefault_t written{};
     written.HomeVolumeId = volume.c_str();
     written.DiskQuotaWarn = 99;
     written.GroupId = 98;
@@ -34,7 +30,7 @@ TEST_F(AccountDefault, ReadsBackWhatWasWritten)
     written.PrivateTimeMachine = 1;
     written.PrivateTimeMachineSpace = 6;
     written.SnapshotProtection = 1;
-    EXPECT_OK(write(written));
+    EXPECT_OK(run(qbobj_setAccountDefault, written));
     qbobj_AccountDefault_t stored = read();
     EXPECT_EQ(dump("AccountDefault", &written), dump("AccountDefault", &stored));
     EXPECT_EQ("100", value("SELECT next_uid FROM account_default"));
@@ -57,24 +53,21 @@ TEST_F(AccountDefault, RefusesTheFirstValueThatIsWrong)
         {[](auto &d) { d.DiskQuotaWarn = 100; }, "Invalid DiskQuotaWarn. 1-99."},
         {[](auto &d) { d.GroupId = 4711; }, "Invalid GroupId."},
     };
-    const std::string before = content();
     for (const auto &c : cases) {
         qbobj_AccountDefault_t defaults = read();
         c.spoil(defaults);
-        EXPECT_FAILS(write(defaults), QBOBJ_ERROR_API_ARGS, c.message);
-        EXPECT_EQ(before, content());
+        refused(qbobj_setAccountDefault, defaults, QBOBJ_ERROR_API_ARGS, c.message);
     }
     qbobj_AccountDefault_t defaults = read();
     defaults.DiskQuotaWarn = 1;
-    EXPECT_OK(write(defaults));
+    EXPECT_OK(run(qbobj_setAccountDefault, defaults));
 }
 
 TEST_F(AccountDefault, AMissingRowIsReported)
 {
     sql("DELETE FROM account_default");
-    qbobj_AccountDefault_t defaults = cleared(qbobj_clear_AccountDefault);
-    EXPECT_FAILS(qbobj_getAccountDefault(qbdb, db, &defaults, &err), QBOBJ_ERROR_DB_MISC,
-                 "DB may be corrupted? 'account_default' table is not populated.");
+    refused(qbobj_getAccountDefault, {}, QBOBJ_ERROR_DB_MISC,
+            "DB may be corrupted? 'account_default' table is not populated.");
 }
 
 } // namespace

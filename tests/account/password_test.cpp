@@ -1,37 +1,31 @@
 // Passwords and the administrator's recovery data.
-#include "database.h"
-
-#include <functional>
-#include <string>
-
-using namespace qbobj_test;
+#include "accounts.h"
 
 namespace
 {
 
-class Password : public Database
+using namespace qbobj_test;
+
+class Password : public Accounts
 {
   protected:
-    std::string hash_of(const char *name) const
-    {
-        return value(std::string("SELECT passwd FROM `$user` WHERE uname='") + name + "'");
-    }
-    int set_admin(qbobj_AdminPassword_t passwd) { return qbobj_setAdminPassword(qbdb, db, &passwd, &err); }
+    std::string hash_of(const char *name) const { return of(name, "passwd"); }
+    int set_admin(qbobj_AdminPassword_t passwd) { return run(qbobj_setAdminPassword, passwd); }
     int set_user(int id, const char *password)
     {
-        qbobj_UserPassword_t passwd{nullptr, id, password};
-        return qbobj_setUserPassword(qbdb, db, &passwd, &err);
+        qbobj_UserPassword_t passwd{.UserId = id, .Password = password};
+        return run(qbobj_setUserPassword, passwd);
     }
     int set_my(const char *name, const char *old_password, const char *new_password)
     {
-        qbobj_MyPassword_t passwd{nullptr, name, old_password, new_password};
-        return qbobj_setMyPassword(qbdb, db, &passwd, &err);
+        qbobj_MyPassword_t passwd{.UserName = name, .OldPassword = old_password, .NewPassword = new_password};
+        return run(qbobj_setMyPassword, passwd);
     }
 };
 
 TEST_F(Password, AdministratorAndSuperuserShareOne)
 {
-    EXPECT_OK(set_admin({"secret", nullptr, nullptr, nullptr}));
+    EXPECT_OK(set_admin({.Password = "secret"}));
     EXPECT_EQ(0U, hash_of("admin").find("$1$"));
     EXPECT_EQ(hash_of("admin"), hash_of("root"));
     EXPECT_OK(set_my("admin", "secret", "new secret"));
@@ -42,32 +36,28 @@ TEST_F(Password, RecoveryDataIsReplacedAsAWholeOrNotAtAll)
 {
     EXPECT_OK(set_admin({"secret", "Pet's name?", "Rex", "a@example.org"}));
     const auto recovery = [this] { return rows("SELECT question,answer,email FROM passwordrecovery"); };
-    const std::vector<std::string> stored{"Pet's name?|Rex|a@example.org"};
+    const Lines stored{"Pet's name?|Rex|a@example.org"};
     EXPECT_EQ(stored, recovery());
     EXPECT_OK(set_admin({"secret", nullptr, "no", "no"}));
     EXPECT_OK(set_admin({"secret", "no", nullptr, "no"}));
     EXPECT_OK(set_admin({"secret", "no", "no", nullptr}));
     EXPECT_EQ(stored, recovery());
 
-    qbobj_AdminPassword_t read = cleared(qbobj_clear_AdminPassword);
-    EXPECT_OK(qbobj_getAdminPassword(qbdb, db, &read, &err));
-    EXPECT_STREQ(masked_password, read.Password);
-    EXPECT_STREQ("Pet's name?", read.Question);
-    EXPECT_STREQ("Rex", read.Answer);
-    EXPECT_STREQ("a@example.org", read.Email);
+    qbobj_AdminPassword_t read{};
+    EXPECT_OK(run(qbobj_getAdminPassword, read));
+    EXPECT_EQ(mask + "|Pet's name?|Rex|a@example.org",
+              line({read.Password, read.Question, read.Answer, read.Email}));
 }
 
 TEST_F(Password, MissingRecoveryDataIsReported)
 {
     sql("UPDATE passwordrecovery SET question=NULL,answer=NULL,email=NULL");
-    qbobj_AdminPassword_t empty = cleared(qbobj_clear_AdminPassword);
-    EXPECT_OK(qbobj_getAdminPassword(qbdb, db, &empty, &err));
+    qbobj_AdminPassword_t empty{};
+    EXPECT_OK(run(qbobj_getAdminPassword, empty));
     EXPECT_STREQ("", empty.Answer);
-
     sql("DELETE FROM passwordrecovery");
-    qbobj_AdminPassword_t read = cleared(qbobj_clear_AdminPassword);
-    EXPECT_FAILS(qbobj_getAdminPassword(qbdb, db, &read, &err), QBOBJ_ERROR_DB_MISC,
-                 "DB may be corrupted? 'passwordrecovery' table is not populated.");
+    refused(qbobj_getAdminPassword, {}, QBOBJ_ERROR_DB_MISC,
+            "DB may be corrupted? 'passwordrecovery' table is not populated.");
 }
 
 TEST_F(Password, RefusesWhatIsWrongAndChangesNothing)
@@ -82,18 +72,9 @@ TEST_F(Password, RefusesWhatIsWrongAndChangesNothing)
         std::function<int()> call;
         std::string message;
     } cases[] = {
-        {[&] {
-             return set_admin({nullptr, "q", "a", "e"});
-         },
-         "Admin password cannot be empty."},
-        {[&] {
-             return set_admin({"", "q", "a", "e"});
-         },
-         "Admin password cannot be empty."},
-        {[&] {
-             return set_admin({endless.c_str(), "q", "a", "e"});
-         },
-         "Invalid Password."},
+        {[&] { return set_admin({}); }, "Admin password cannot be empty."},
+        {[&] { return set_admin({.Password = ""}); }, "Admin password cannot be empty."},
+        {[&] { return set_admin({.Password = endless.c_str()}); }, "Invalid Password."},
         {[&] { return set_user(100, nullptr); }, "Invalid Password. (null)."},
         {[&] { return set_user(100, endless.c_str()); }, "Invalid Password. " + endless + "."},
         {[&] { return set_my("anna", "wrong", "new"); }, "Bad Credential."},
@@ -137,6 +118,24 @@ TEST_F(Password, AnUnknownIdIsNoErrorAndAnEmptyPasswordIsNone)
     EXPECT_EQ(before, content());
     EXPECT_OK(set_user(100, ""));
     EXPECT_EQ("", hash_of("anna"));
+}
+
+// Written back as it was read, it leaves the stored one.
+TEST_F(Password, TheMaskIsNeverOne)
+{
+    sql("INSERT INTO `$user` (id,uname,group_id) VALUES (100,'anna',99)");
+    EXPECT_OK(set_user(100, "secret"));
+    EXPECT_OK(set_admin({.Password = "secret"}));
+    const std::string before = content();
+    EXPECT_OK(set_user(100, masked_password));
+    EXPECT_OK(set_my("anna", "secret", masked_password));
+    EXPECT_FAILS(set_my("anna", "wrong", masked_password), QBOBJ_ERROR_API_ARGS, "Bad Credential.");
+    EXPECT_FAILS(set_my("anna", masked_password, "new"), QBOBJ_ERROR_API_ARGS, "Bad Credential.");
+    EXPECT_EQ(before, content());
+    const std::string stored = hash_of("admin");
+    EXPECT_OK(set_admin({masked_password, "Pet's name?", "Rex", "a@example.org"}));
+    EXPECT_EQ(Lines{"Rex"}, rows("SELECT answer FROM passwordrecovery"));
+    EXPECT_EQ(stored + stored, hash_of("admin") + hash_of("root"));
 }
 
 // An offered password is only repeated where the message has a place for it.

@@ -1,16 +1,19 @@
 // The file that users are imported from.
-#include "database.h"
+#include "accounts.h"
 
+#include <algorithm>
+#include <fcntl.h>
 #include <fstream>
-#include <string>
-
-using namespace qbobj_test;
-namespace fs = std::filesystem;
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace
 {
 
-class UserListFile : public Database
+using namespace qbobj_test;
+namespace fs = std::filesystem;
+
+class UserListFile : public Accounts
 {
   protected:
     UserListFile() { fs::create_directories(root() / "tmp"); }
@@ -25,13 +28,12 @@ class UserListFile : public Database
         write(text);
         return check();
     }
-    // "name,group,email,password;" for each user found, then the new groups.
+    // "name|group|email|password;" for each user found, then the new groups.
     std::string found() const
     {
         std::string text;
         for (const qbobj_User_t *user = users.User; user != nullptr; user = user->_link)
-            text += std::string(user->UserName) + "," + user->GroupName + "," + user->Email + "," +
-                    user->Password + ";";
+            text += line({user->UserName, user->GroupName, user->Email, user->Password}) + ";";
         for (const qbobj_Group_t *group = groups.Group; group != nullptr; group = group->_link)
             text += std::string("+") + group->GroupName;
         return text;
@@ -52,20 +54,26 @@ TEST_F(UserListFile, AcceptsListsOfEveryShape)
         {"", ""},
         {"\n\r\n\n", ""},
         {"export_list\n", ""},
+        {"\xEF\xBB\xBF", ""},
+        {"\xEF\xBB\xBFUser_Name\tGroup_Name\tEmail_Address\tPassword\nanna\tstaff\t\t\n",
+         "anna|staff||;+staff"},
+        {"\xEF\xBB\xBF"
+         "export_list\nanna\tstaff\t\thash\n",
+         "anna|staff||hash;+staff"},
         {"User_Name\tGroup_Name\tEmail_Address\tPassword\n", ""},
-        {"anna\tstaff\t\t\n", "anna,staff,,;+staff"},
-        {"anna\tstaff\t\t", "anna,staff,,;+staff"},
+        {"anna\tstaff\t\t\n", "anna|staff||;+staff"},
+        {"anna\tstaff\t\t", "anna|staff||;+staff"},
         {"anna\tstaff\ta@example.org\t\r\nbert\tstaff\t\t\r\n",
-         "anna,staff,a@example.org,;bert,staff,,;+staff"},
-        {"J\xC3\xBCrgen\tB\xC3\xBCro\t\t\n", "J\xC3\xBCrgen,B\xC3\xBCro,,;+B\xC3\xBCro"},
-        {"anna\tstaff\t\t\nAnna\tStaff\t\t\n", "anna,staff,,;Anna,Staff,,;+staff+Staff"},
+         "anna|staff|a@example.org|;bert|staff||;+staff"},
+        {"J\xC3\xBCrgen\tB\xC3\xBCro\t\t\n", "J\xC3\xBCrgen|B\xC3\xBCro||;+B\xC3\xBCro"},
+        {"anna\tstaff\t\t\nAnna\tStaff\t\t\n", "anna|staff||;Anna|Staff||;+staff+Staff"},
         {"export_list\nUser_Name\tGroup_Name\tEmail_Address\tPassword\nanna\tstaff\t\t$1$a b\n",
-         "anna,staff,,$1$a b;+staff"},
+         "anna|staff||$1$a b;+staff"},
         {"export_list\nanna\tstaff\t\thash\nimport_list\nbert\tstaff\t\t\n",
-         "anna,staff,,hash;bert,staff,,;+staff"},
+         "anna|staff||hash;bert|staff||;+staff"},
         // 1023 bytes, the longest line that is read as one.
         {"export_list\nanna\tstaff\t\t" + std::string(1011, 'x') + "\n",
-         "anna,staff,," + std::string(1011, 'x') + ";+staff"},
+         "anna|staff||" + std::string(1011, 'x') + ";+staff"},
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.text);
@@ -116,6 +124,9 @@ TEST_F(UserListFile, NamesTheFirstFaultAndHandsOverNothing)
         {"bert\t-\t\t", QBOBJ_ERROR_API_ARGS, "Invalid GroupName (-)"},
         {"bert\tstaff\tx\t", QBOBJ_ERROR_API_ARGS, "Invalid Email (x) rc=8"},
         {"bert\tstaff\t\t" + endless, QBOBJ_ERROR_API_ARGS, "Invalid Password (" + endless + ") rc=1"},
+        {"bert\tstaff\t\t" + mask, QBOBJ_ERROR_API_ARGS, "Invalid Password (" + mask + ") rc=1"},
+        {"export_list\nbert\tstaff\t\t" + mask, QBOBJ_ERROR_API_ARGS, "Invalid Password (" + mask + ") rc=1"},
+        {"\xEF\xBB\xBF", QBOBJ_ERROR_UNKNOWN, wrong_format}, // only at the beginning of the file
         {"anna\tstaff\t\t", QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS, "User (anna) already exists."},
     };
     for (const auto &c : cases) {
@@ -128,40 +139,107 @@ TEST_F(UserListFile, NamesTheFirstFaultAndHandsOverNothing)
 
 TEST_F(UserListFile, KnowsTheAccountsThatExist)
 {
-    qbobj_User_t old_user = cleared(qbobj_clear_User);
-    old_user.UserName = "bert";
-    qbobj_Group_t old_group = cleared(qbobj_clear_Group);
-    old_group.GroupName = "staff";
+    qbobj_User_t old_user{.UserName = "bert"};
+    qbobj_Group_t old_group{.GroupName = "staff"};
     known_users.User = &old_user;
     known_groups.Group = &old_group;
     EXPECT_OK(check("anna\tstaff\t\t\nBert\tclub\t\t\n"));
-    EXPECT_EQ("anna,staff,,;Bert,club,,;+club", found());
+    EXPECT_EQ("anna|staff||;Bert|club||;+club", found());
     EXPECT_FAILS(check("bert\tstaff\t\t\n"), QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS,
                  "User (bert) already exists.");
 }
 
 TEST_F(UserListFile, AppendsToWhatTheCollectionsHold)
 {
-    qbobj_User_t first = cleared(qbobj_clear_User);
-    first.UserName = first.GroupName = first.Email = first.Password = "first";
-    qbobj_Group_t group = cleared(qbobj_clear_Group);
-    group.GroupName = "staff";
+    qbobj_User_t first{.UserName = "first", .GroupName = "first", .Email = "first", .Password = "first"};
+    qbobj_Group_t group{.GroupName = "staff"};
     users.User = &first;
     groups.Group = &group;
     write("anna\tstaff\t\t\nbert\tclub\t\t\n");
     EXPECT_OK(check());
-    EXPECT_EQ("first,first,first,first;anna,staff,,;bert,club,,;+staff+club", found());
+    const std::string before = "first|first|first|first;anna|staff||;bert|club||;+staff+club";
+    EXPECT_EQ(before, found());
 
     write("cleo\tcrew\t\t\nfirst\tcrew\t\t\n");
     EXPECT_FAILS(check(), QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS, "User (first) already exists.");
-    EXPECT_EQ("first,first,first,first;anna,staff,,;bert,club,,;+staff+club", found());
+    EXPECT_EQ(before, found());
 }
 
-TEST_F(UserListFile, TellsAMissingFileFromOneThatCannotBeRead)
+TEST_F(UserListFile, ReadsNothingThatOthersMayHavePutThere)
 {
+    const std::string good = "anna\tstaff\t\t\n";
+    const fs::path elsewhere = root() / "elsewhere";
+    std::ofstream(elsewhere) << good;
+    const struct {
+        const char *what;
+        std::function<void()> put;
+    } cases[] = {
+        {"a folder", [&] { fs::create_directory(list()); }},
+        {"a pipe", [&] { EXPECT_EQ(0, ::mkfifo(list().c_str(), 0600)); }}, // nobody writes to it
+        {"a link", [&] { fs::create_symlink(elsewhere, list()); }},
+        {"another's file",
+         [&] {
+             write(good);
+             EXPECT_EQ(0, ::chown(list().c_str(), 65534, 65534));
+         }},
+    };
     EXPECT_FAILS(check(), QBOBJ_ERROR_UNKNOWN, "User file not exist");
-    fs::create_directory(list());
-    EXPECT_FAILS(check(), QBOBJ_ERROR_UNKNOWN, "User file wrong format");
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.what);
+        if (c.what == std::string("another's file") && ::geteuid() != 0)
+            continue;
+        c.put();
+        EXPECT_FAILS(check(), QBOBJ_ERROR_UNKNOWN, "User file wrong format");
+        fs::remove(list());
+    }
+    EXPECT_OK(check(good));
+}
+
+// Whether a text stands in the memory that this process writes to. Its bits are turned, so that asking leaves no copy.
+bool in_memory(const std::string &turned)
+{
+    std::ifstream maps("/proc/self/maps");
+    std::ifstream memory("/proc/self/mem", std::ios::binary);
+    std::string part;
+    for (std::string region; std::getline(maps, region);) {
+        unsigned long from = 0, to = 0;
+        char access[5] = "";
+        constexpr unsigned long longest = 1UL << 28; // the shadow of a sanitizer is larger
+        if (std::sscanf(region.c_str(), "%lx-%lx %4s", &from, &to, access) != 3 || access[1] != 'w' ||
+            to - from > longest)
+            continue;
+        part.resize(to - from);
+        memory.clear();
+        memory.seekg(static_cast<std::streamoff>(from));
+        memory.read(part.data(), static_cast<std::streamsize>(part.size()));
+        part.resize(static_cast<std::size_t>(memory.gcount()));
+        const auto same = [](char a, char b) { return a == static_cast<char>(~b); };
+        if (std::search(part.begin(), part.end(), turned.begin(), turned.end(), same) != part.end())
+            return true;
+    }
+    return false;
+}
+
+TEST_F(UserListFile, LeavesNoPlainPasswordInMemory)
+{
+    std::string turned;
+    for (int i = 0; i < 24; ++i)
+        turned += static_cast<char>(~('a' + (i * 7 + ::getpid()) % 26));
+    write("anna\tstaff\t\t");
+    const int file = ::open(list().c_str(), O_WRONLY | O_APPEND);
+    for (const char hidden : turned) {
+        const char plain = static_cast<char>(~hidden);
+        EXPECT_EQ(1, ::write(file, &plain, 1));
+    }
+    ::close(file);
+    EXPECT_OK(check());
+    EXPECT_EQ(34U, std::string(users.User->Password).size());
+    EXPECT_FALSE(in_memory(turned));
+    const std::string plain(users.User->Password); // what is there is found
+    std::string hash;
+    for (const char c : plain)
+        hash += static_cast<char>(~c);
+    EXPECT_TRUE(in_memory(hash));
 }
 
 TEST_F(UserListFile, DumpsAllFourCollectionsBeforeAndAfter)

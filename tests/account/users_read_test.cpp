@@ -1,22 +1,24 @@
 // Users as they are read: which are listed, with what, and the small questions of identity.
-#include "database.h"
-
-#include <apr_pools.h>
+#include "accounts.h"
 
 #include <fstream>
-#include <optional>
 #include <pwd.h>
 
 namespace
 {
 
-class UsersRead : public qbobj_test::Database
+using namespace qbobj_test;
+using User = qbobj_User_t;
+using SystemUser = qbobj_SystemUser_t;
+using Query = qbobj_AccountQuery_t; // limit, offset, name_like, opt, order, ads
+
+class UsersRead : public Accounts
 {
   protected:
     UsersRead()
     {
-        sql("INSERT INTO `$group`(id,gname,is_privileged,rid) VALUES(100,'staff',0,NULL),(-7,'domain "
-            "crew',0,7);"
+        sql("INSERT INTO `$group`(id,gname,is_privileged,rid) VALUES"
+            "(100,'staff',0,NULL),(-7,'domain crew',0,7);"
             "INSERT INTO `$user`(id,uname,passwd,email,home,group_id,fullname,is_locked,rid) VALUES"
             "(100,'bob','$6$secret','bob@example.com','/data/home/bob',99,'Bob B.',1,NULL),"
             "(101,'alice','',NULL,'/data/home/alice',100,NULL,0,NULL),"
@@ -26,42 +28,21 @@ class UsersRead : public qbobj_test::Database
             "(-20,'Ada',NULL,'','/home/Ada',-7,'',0,20),(-21,'bob',NULL,'','/home/bob',-1,'',0,21);"
             "INSERT INTO `$user`(id,uname,group_id,is_privileged) VALUES(112,'removed',99,-1)");
     }
-
     // The names of the listed users, in their order.
-    std::string listed(qbobj_AccountQuery_t *query)
+    std::string listed(Query *query = nullptr, int encrypt_flag = 0)
     {
-        qbobj_UserCollection_t users{};
-        EXPECT_OK(qbobj_getUserCollection(qbdb, db, &users, query, 0, &err));
-        entries = users.Entries;
-        total = users.TotalEntries;
-        return names(users.User);
+        users = {};
+        EXPECT_OK(qbobj_getUserCollection(qbdb, db, &users, query, encrypt_flag, &err));
+        return all(users.User, &User::UserName);
     }
 
-    template <class User>
-    static std::string names(const User *user)
-    {
-        std::string text;
-        for (; user != nullptr; user = user->_link)
-            text += (text.empty() ? "" : " ") + std::string(user->UserName);
-        return text;
-    }
-
-    qbobj_User_t *find(int id)
-    {
-        auto *user = static_cast<qbobj_User_t *>(apr_pcalloc(qbdb->pool, sizeof(qbobj_User_t)));
-        user->resource_id = id;
-        EXPECT_OK(qbobj_getUser(qbdb, db, user, &err));
-        return user;
-    }
-
-    int entries = 0;
-    int total = 0;
+    qbobj_UserCollection_t users{};
 };
 
 TEST_F(UsersRead, ListFilterOrderAndPage)
 {
     const struct {
-        qbobj_AccountQuery_t query; // limit, offset, name_like, opt, order, ads
+        Query query;
         const char *names;
         int entries;
         int total;
@@ -83,56 +64,54 @@ TEST_F(UsersRead, ListFilterOrderAndPage)
         {{0, 0, nullptr, nullptr, 1, 1}, "Ada bob", 2, 2},
     };
     for (const auto &expected : cases) {
-        qbobj_AccountQuery_t query = expected.query;
+        Query query = expected.query;
         SCOPED_TRACE(testing::Message() << "order " << query.order << " like "
                                         << (query.name_like ? query.name_like : "(none)"));
         EXPECT_EQ(expected.names, listed(&query));
-        EXPECT_EQ(expected.entries, entries);
-        EXPECT_EQ(expected.total, total);
+        EXPECT_EQ(expected.entries, users.Entries);
+        EXPECT_EQ(expected.total, users.TotalEntries);
     }
 }
 
 TEST_F(UsersRead, WithoutQueryTheApplianceDecidesWhichKindIsListed)
 {
-    EXPECT_EQ("alice bob carol", listed(nullptr));
+    EXPECT_EQ("alice bob carol", listed());
     join_directory();
-    EXPECT_EQ("Ada bob", listed(nullptr));
-    EXPECT_EQ(2, total);
-    qbobj_AccountQuery_t local{};
+    EXPECT_EQ("Ada bob", listed());
+    EXPECT_EQ(2, users.TotalEntries);
+    // A group that only the directory knows is named by it: the system's group 1.
+    EXPECT_EQ("domain crew daemon", all(users.User, &User::GroupName));
+    EXPECT_EQ(1, users.User->IsDomainMember);
+    Query local{};
     EXPECT_EQ("alice bob carol", listed(&local));
 }
 
 TEST_F(UsersRead, DebugLogShowsTheQueryAndTheUsers)
 {
     reopen(QBDB_LOG_DEBUG);
-    qbobj_AccountQuery_t query{};
-    query.name_like = "ali%";
+    Query query{.name_like = "ali%"};
     EXPECT_EQ("alice", listed(&query));
     EXPECT_NE(std::string::npos, log().find("ali%"));
     EXPECT_NE(std::string::npos, log().find("/data/home/alice"));
-    EXPECT_EQ("alice bob carol", listed(nullptr));
+    EXPECT_EQ("alice bob carol", listed());
 }
 
 TEST_F(UsersRead, GuestsArePeopleOfNogroupWhereThereIsNoGuestGroup)
 {
     sql("DELETE FROM `$group` WHERE gname='guest'; UPDATE `$user` SET group_id=94 WHERE uname='carol'");
-    EXPECT_EQ("alice bob visitor", listed(nullptr));
+    EXPECT_EQ("alice bob visitor", listed());
 }
 
 TEST_F(UsersRead, LongPatternIsRefused)
 {
     std::string pattern(256, '\'');
-    qbobj_AccountQuery_t query{};
-    query.name_like = pattern.c_str();
+    Query query{.name_like = pattern.c_str()};
     EXPECT_EQ("", listed(&query));
     pattern += '%';
     query.name_like = pattern.c_str();
-    qbobj_UserCollection_t users{};
     EXPECT_FAILS(qbobj_getUserCollection(qbdb, db, &users, &query, 0, &err), QBOBJ_ERROR_API_ARGS,
                  "Query string is too long.");
     EXPECT_STREQ("qbobj_api2_get_user", err.file);
-    EXPECT_FAILS(qbobj_getUserCollection(qbdb, db, nullptr, nullptr, 0, &err), QBOBJ_ERROR_API_ARGS,
-                 "collection cannot be NULL.");
 }
 
 TEST_F(UsersRead, OptionWordSelects)
@@ -140,9 +119,9 @@ TEST_F(UsersRead, OptionWordSelects)
     sql("INSERT INTO `$timemachine_quota`(user_id,enabled) VALUES(100,1),(101,0);"
         "INSERT INTO `$home_folder`(user_id,snapshot_protection_enabled,visible_snapdir) VALUES"
         "(100,0,''),(101,1,''),(102,1,'snaps')");
+    const std::string late = std::string(250, ' ') + "||HF_SNAPSHOT_ACCESS==1";
     const struct {
-        const char *option;
-        const char *names;
+        const char *option, *names;
     } cases[] = {
         {"TM_ON", "bob"},
         {"TM_ON ", "alice bob carol"},
@@ -154,18 +133,14 @@ TEST_F(UsersRead, OptionWordSelects)
         {"||HF_SNAPSHOT_PROTECTION==0||HF_SNAPSHOT_ACCESS", "bob carol"},
         {"||HF_SNAPSHOT_PROTECTION HF_SNAPSHOT_PROTECTION==0 ||HF_SNAPSHOT_ACCESS", "bob carol"},
         {"HF_SNAPSHOT_ACCESS==0||HF_SNAPSHOT_PROTECTION", "alice bob carol"},
+        {late.c_str(), "alice bob carol"},
     };
     for (const auto &expected : cases) {
         SCOPED_TRACE(expected.option);
-        qbobj_AccountQuery_t query{};
-        query.opt = expected.option;
+        Query query{.opt = expected.option};
         EXPECT_EQ(expected.names, listed(&query));
-        EXPECT_EQ(3, total);
+        EXPECT_EQ(3, users.TotalEntries);
     }
-    const std::string late = std::string(250, ' ') + "||HF_SNAPSHOT_ACCESS==1";
-    qbobj_AccountQuery_t query{};
-    query.opt = late.c_str();
-    EXPECT_EQ("alice bob carol", listed(&query));
 }
 
 TEST_F(UsersRead, ExistingHomesAreSelectedButNotCounted)
@@ -173,22 +148,19 @@ TEST_F(UsersRead, ExistingHomesAreSelectedButNotCounted)
     std::filesystem::create_directories(root() / "data/home/bob");
     std::ofstream(root() / "data/home/alice") << "a file";
     sql("UPDATE `$user` SET home=NULL WHERE uname='carol'");
-    qbobj_AccountQuery_t query{};
-    query.opt = "HF_EXISTS";
+    Query query{.opt = "HF_EXISTS"};
     EXPECT_EQ("bob", listed(&query));
-    EXPECT_EQ(3, entries);
-    EXPECT_EQ(3, total);
+    EXPECT_EQ(3, users.Entries);
+    EXPECT_EQ(3, users.TotalEntries);
 }
 
 TEST_F(UsersRead, ListedUserIsComplete)
 {
-    sql("INSERT INTO share(id,zfs_name,name,volume_id,path) "
-        "VALUES(5,'data/photos','photos','data','/data/photos'),"
-        "(6,'data/music','music','data','/data/music');"
-        "INSERT INTO user_quota(user_id,share_id,mb_soft,mb_hard) VALUES(100,5,80,100),(100,6,1,5000000000);"
+    add_shares();
+    sql("INSERT INTO user_quota(user_id,share_id,mb_soft,mb_hard) VALUES(100,5,80,100),(100,6,1,5000000000);"
         "INSERT INTO _user_quota_stat(user_id,share_id,mb_used) VALUES(100,5,42),(101,6,7);"
         "INSERT INTO `$home_folder`(user_id,snapshot_protection_enabled,quota,visible_snapdir) "
-        "VALUES(100,1,'0x10','snaps'),(101,0,'010',NULL);"
+        "VALUES(100,1,'0x10','snaps'),(101,0,10,NULL);"
         "INSERT INTO _hf_zfs_stat(user_id,used) VALUES(100,9);"
         "INSERT INTO `$timemachine_quota`(user_id,enabled,capacity_mb) VALUES(100,1,2000);"
         "UPDATE account_default SET home_volume_id='/data'");
@@ -198,126 +170,84 @@ TEST_F(UsersRead, ListedUserIsComplete)
         std::ofstream(bundle / "bands" / band) << "";
     std::ofstream(bundle / "Info.plist") << "\t<key>band-size</key>\n\t<integer>8000000</integer>\n";
 
-    qbobj_UserCollection_t users{};
-    ASSERT_OK(qbobj_getUserCollection(qbdb, db, &users, nullptr, 0, &err));
-    const qbobj_User_t &alice = *users.User;
-    const qbobj_User_t &bob = *alice._link;
-    EXPECT_EQ(100, bob.resource_id);
-    EXPECT_EQ(100, bob.UserId);
-    EXPECT_STREQ("users", bob.GroupName);
-    EXPECT_STREQ("/data/home/bob", bob.HomeDirectory);
-    EXPECT_STREQ("bob@example.com", bob.Email);
-    EXPECT_STREQ("Bob B.", bob.FullName);
-    EXPECT_EQ(0, bob.IsDomainMember);
-    EXPECT_EQ(1, bob.IsLocked);
-    EXPECT_STREQ("", alice.Email);
-    EXPECT_STREQ("", alice.FullName);
+    ASSERT_EQ("alice bob carol", listed());
+    const auto texts = [](const User &user) {
+        return ids(user) + line({user.GroupName, user.HomeDirectory, user.Email, user.FullName}) +
+               (user.IsLocked ? "|locked" : "") + (user.IsDomainMember ? "|far" : "");
+    };
+    EXPECT_EQ((Lines{"101|101|staff|/data/home/alice||",
+                     "100|100|users|/data/home/bob|bob@example.com|Bob B.|locked",
+                     "102|102|users|/data/home/carol|c@example.org|Carol"}),
+              each(users.User, texts));
 
-    ASSERT_NE(nullptr, bob.UserQuota);
-    ASSERT_NE(nullptr, bob.UserQuota->_link);
-    const qbobj_Quota_t &photos = *bob.UserQuota;
-    const qbobj_Quota_t &music = *bob.UserQuota->_link;
-    EXPECT_EQ(100, photos.AccountId);
-    EXPECT_STREQ("data/photos", photos.ShareId);
-    EXPECT_EQ(100U, photos.HardMB);
-    EXPECT_EQ(42U, photos.UsedMB);
-    EXPECT_EQ(5000000000U, music.HardMB);
-    EXPECT_EQ(0U, music.UsedMB);
+    const User &alice = *users.User;
+    const User &bob = *alice._link;
+    EXPECT_EQ((Lines{"100|data/photos|100|42", "100|data/music|5000000000|0"}),
+              each(bob.UserQuota, quota_line));
     EXPECT_EQ(nullptr, alice.UserQuota);
-
-    ASSERT_NE(nullptr, bob.HomeFolderSettings);
-    EXPECT_EQ(100, bob.HomeFolderSettings->UserId);
-    EXPECT_EQ(1, bob.HomeFolderSettings->SnapshotProtectionEnabled);
-    EXPECT_EQ(16U, bob.HomeFolderSettings->SizeLimit);
-    EXPECT_EQ(9U, bob.HomeFolderSettings->SizeUsed);
-    EXPECT_EQ(1, bob.HomeFolderSettings->VisibleSnapshot);
-    EXPECT_STREQ("snaps", bob.HomeFolderSettings->VisibleSnapFolder);
-    ASSERT_NE(nullptr, alice.HomeFolderSettings);
-    EXPECT_EQ(0U, alice.HomeFolderSettings->SizeUsed);
-    EXPECT_EQ(0, alice.HomeFolderSettings->VisibleSnapshot);
-    EXPECT_STREQ("", alice.HomeFolderSettings->VisibleSnapFolder);
+    const auto home = [](const qbobj_UserHomeFolderSettings_t &folder) {
+        return testing::PrintToString(std::tuple(folder.UserId, folder.SnapshotProtectionEnabled,
+                                                 folder.SizeLimit, folder.SizeUsed, folder.VisibleSnapshot)) +
+               folder.VisibleSnapFolder;
+    };
+    EXPECT_EQ(Lines{"(100, 1, 16, 9, 1)snaps"}, each(bob.HomeFolderSettings, home));
+    EXPECT_EQ(Lines{"(101, 0, 10, 0, 0)"}, each(alice.HomeFolderSettings, home));
     EXPECT_EQ(nullptr, bob._link->HomeFolderSettings);
-
-    ASSERT_NE(nullptr, bob.TimeMachineQuota);
-    EXPECT_EQ(100, bob.TimeMachineQuota->UserId);
-    EXPECT_EQ(1, bob.TimeMachineQuota->Enabled);
-    EXPECT_EQ(2000, bob.TimeMachineQuota->CapacityMB);
-    EXPECT_EQ(24U, bob.TimeMachineQuota->UsedMB);
+    EXPECT_EQ(Lines{"(100, 1, 2000, 24)"},
+              each(bob.TimeMachineQuota, [](const qbobj_UserTimeMachineQuota_t &quota) {
+                  return testing::PrintToString(
+                      std::tuple(quota.UserId, quota.Enabled, quota.CapacityMB, quota.UsedMB));
+              }));
     EXPECT_EQ(nullptr, alice.TimeMachineQuota);
 }
 
 TEST_F(UsersRead, PasswordsAreMaskedUnlessAskedFor)
 {
-    const struct {
-        int encrypt_flag;
-        const char *alice;
-        const char *bob;
-    } cases[] = {{0, "", masked_password}, {1, "", "$6$secret"}};
-    for (const auto &expected : cases) {
-        qbobj_UserCollection_t users{};
-        ASSERT_OK(qbobj_getUserCollection(qbdb, db, &users, nullptr, expected.encrypt_flag, &err));
-        EXPECT_STREQ(expected.alice, users.User->Password);
-        EXPECT_STREQ(expected.bob, users.User->_link->Password);
+    for (const auto &[encrypt_flag, passwords] :
+         {std::pair{0, " " + mask + " " + mask}, std::pair{1, std::string(" $6$secret $6$other")}}) {
+        listed(nullptr, encrypt_flag);
+        EXPECT_EQ(passwords, " " + all(users.User->_link, &User::Password));
+        EXPECT_STREQ("", users.User->Password);
     }
-    EXPECT_STREQ(masked_password, find(100)->Password);
-    EXPECT_STREQ("", find(101)->Password);
-}
-
-TEST_F(UsersRead, GroupThatOnlyTheDirectoryKnowsIsNamedByIt)
-{
-    join_directory();
-    qbobj_UserCollection_t users{};
-    ASSERT_OK(qbobj_getUserCollection(qbdb, db, &users, nullptr, 0, &err));
-    EXPECT_STREQ("domain crew", users.User->GroupName);
-    EXPECT_EQ(1, users.User->IsDomainMember);
-    EXPECT_STREQ("daemon", users.User->_link->GroupName); // the system's group 1
+    User alice{.resource_id = 101};
+    User bob{._link = &alice, .resource_id = 100};
+    ASSERT_OK(run(qbobj_getUser, bob));
+    EXPECT_STREQ(masked_password, bob.Password);
+    EXPECT_STREQ("", alice.Password);
 }
 
 TEST_F(UsersRead, ListsAreAppendedToWhatTheCollectionHolds)
 {
-    qbobj_User_t first{};
-    qbobj_UserCollection_t users{&first, 0, 0};
+    User first{};
+    users.User = &first;
     ASSERT_OK(qbobj_getUserCollection(qbdb, db, &users, nullptr, 0, &err));
     EXPECT_EQ(&first, users.User);
-    EXPECT_EQ("alice bob carol", names(first._link));
+    EXPECT_EQ("alice bob carol", all(first._link, &User::UserName));
     EXPECT_EQ(3, users.Entries);
 }
 
-TEST_F(UsersRead, FailingDetailEndsTheList)
+TEST_F(UsersRead, AFailingDetailEndsTheListButForTheTimeMachinePath)
 {
+    sql("INSERT INTO `$timemachine_quota`(user_id,enabled) VALUES(100,1); DROP TABLE account_default");
+    EXPECT_EQ("alice bob carol", listed());
+    EXPECT_EQ(nullptr, users.User->_link->TimeMachineQuota);
+    EXPECT_EQ(QBOBJ_ERROR_DB_MISC, err.ec);
+    EXPECT_STREQ("Failed DB Query for 'SELECT account_default and $user'.", err.msg);
     sql("DROP TABLE user_quota");
-    qbobj_UserCollection_t users{};
     EXPECT_FAILS(qbobj_getUserCollection(qbdb, db, &users, nullptr, 0, &err), QBOBJ_ERROR_DB_MISC,
                  "Failed DB Query for user_quota. no such table: user_quota");
 }
 
-TEST_F(UsersRead, FailingTimeMachinePathDoesNotEndTheList)
-{
-    sql("INSERT INTO `$timemachine_quota`(user_id,enabled) VALUES(100,1); DROP TABLE account_default");
-    qbobj_UserCollection_t users{};
-    ASSERT_OK(qbobj_getUserCollection(qbdb, db, &users, nullptr, 0, &err));
-    EXPECT_EQ("alice bob carol", names(users.User));
-    EXPECT_EQ(nullptr, users.User->_link->TimeMachineQuota);
-    EXPECT_EQ(QBOBJ_ERROR_DB_MISC, err.ec);
-    EXPECT_STREQ("Failed DB Query for 'SELECT account_default and $user'.", err.msg);
-}
-
 TEST_F(UsersRead, SingleUsersAreFoundByEitherKey)
 {
-    qbobj_User_t second{};
-    second.UserId = 110; // remote users are only left out of lists
-    second.HomeFolderSettings = reinterpret_cast<qbobj_UserHomeFolderSettings_t *>(&second);
-    qbobj_User_t first{};
-    first._link = &second;
-    first.resource_id = 100;
-    first.UserId = 101;
-    ASSERT_OK(qbobj_getUser(qbdb, db, &first, &err));
-    EXPECT_STREQ("bob", first.UserName);
-    EXPECT_EQ(100, first.UserId);
+    qbobj_UserHomeFolderSettings_t given{};
+    User second{.UserId = 110, .HomeFolderSettings = &given}; // remote users are only left out of lists
+    User first{._link = &second, .resource_id = 100, .UserId = 101};
+    ASSERT_OK(run(qbobj_getUser, first));
+    EXPECT_EQ((Lines{"100|100|bob|NULL", "110|110|cloudy|NULL"}), each(&first, [](const User &user) {
+                  return ids(user) + line({user.UserName, user.FullName});
+              }));
     EXPECT_EQ(1, first.IsLocked);
-    EXPECT_EQ(nullptr, first.FullName);
-    EXPECT_STREQ("cloudy", second.UserName);
-    EXPECT_EQ(110, second.resource_id);
     EXPECT_EQ(nullptr, second.HomeFolderSettings);
 }
 
@@ -336,36 +266,28 @@ TEST_F(UsersRead, UserThatIsNotThereIsReported)
         {0, nullptr, QBOBJ_ERROR_API_ARGS, "Invalid User (resource_id=0, UserName=(null))."},
         {-20, nullptr, QBOBJ_ERROR_DB_MISC, "Invalid resouce_id=-20."},
     };
-    for (const auto &expected : cases) {
-        qbobj_User_t user{};
-        user.UserId = expected.id;
-        user.UserName = expected.name;
-        EXPECT_FAILS(qbobj_getUser(qbdb, db, &user, &err), expected.code, expected.message);
-    }
-    EXPECT_FAILS(qbobj_getUser(qbdb, db, nullptr, &err), QBOBJ_ERROR_API_ARGS, "user cannot be NULL.");
+    for (const auto &expected : cases)
+        refused(qbobj_getUser, {.UserId = expected.id, .UserName = expected.name}, expected.code,
+                expected.message);
 }
 
 TEST_F(UsersRead, DirectoryUsersAreFoundByNegativeIdAndUnmirroredByName)
 {
     join_directory();
-    qbobj_User_t user{};
-    user.UserId = -20;
-    ASSERT_OK(qbobj_getUser(qbdb, db, &user, &err));
+    User user{.UserId = -20};
+    ASSERT_OK(run(qbobj_getUser, user));
     EXPECT_STREQ("Ada", user.UserName);
     EXPECT_EQ(-20, user.resource_id);
 
     sql("UPDATE service_cifs SET no_sync_ads=1;"
         "INSERT INTO `$user`(id,uname,group_id,rid) VALUES(1,'a daemon',-7,1)");
-    qbobj_User_t by_name{};
-    by_name.UserName = "daemon";
-    ASSERT_OK(qbobj_getUser(qbdb, db, &by_name, &err));
+    User by_name{.UserName = "daemon"};
+    ASSERT_OK(run(qbobj_getUser, by_name));
     EXPECT_EQ(1, by_name.resource_id);
     EXPECT_STREQ("a daemon", by_name.UserName);
-
-    qbobj_User_t unknown{};
-    unknown.UserName = "no such person";
-    EXPECT_FAILS(qbobj_getUser(qbdb, db, &unknown, &err), QBOBJ_ERROR_UI__NO_LDAP_OBJECT,
-                 "Invalid User (resource_id=0, UserName=no such person).");
+    for (const std::string name : {"no such person", "root"}) // the superuser's id is no key
+        refused(qbobj_getUser, {.UserName = name.c_str()}, QBOBJ_ERROR_UI__NO_LDAP_OBJECT,
+                "Invalid User (resource_id=0, UserName=" + name + ").");
 }
 
 TEST_F(UsersRead, SystemUsersAreNamedWhateverTheyAre)
@@ -379,30 +301,22 @@ TEST_F(UsersRead, SystemUsersAreNamedWhateverTheyAre)
     const struct {
         bool directory;
         int id;
-        std::optional<const char *> name; // none: refused
+        const char *name;
     } cases[] = {
-        {false, 100, "bob"},
-        {false, 0, "root"},
-        {false, 999, "999"},
-        {false, -30, {}},
-        {true, -20, "Ada"},
-        {true, -30, "mirrored"},
-        {true, -1, account != nullptr ? system_name.c_str() : nullptr},
+        {false, 100, "bob"},       {false, 0, "root"},
+        {false, 999, "999"},       {true, -20, "Ada"},
+        {true, -30, "mirrored"},   {true, -1, account != nullptr ? system_name.c_str() : nullptr},
         {true, -unknown, nullptr},
     };
+    refused(qbobj_getSystemUser, {.resource_id = -30}, QBOBJ_ERROR_DB_MISC, "Invalid resouce_id=-30.");
+    EXPECT_STREQ("qbobj_api2_get_user", err.file);
     for (const auto &expected : cases) {
         SCOPED_TRACE(expected.id);
-        sql(expected.directory ? "UPDATE service_cifs SET security='ads'"
-                               : "UPDATE service_cifs SET security='user'");
-        qbobj_SystemUser_t user{};
-        user.resource_id = expected.id;
-        if (!expected.name) {
-            EXPECT_FAILS(qbobj_getSystemUser(qbdb, db, &user, &err), QBOBJ_ERROR_DB_MISC,
-                         "Invalid resouce_id=-30.");
-            continue;
-        }
-        ASSERT_OK(qbobj_getSystemUser(qbdb, db, &user, &err));
-        EXPECT_STREQ(*expected.name, user.UserName);
+        if (expected.directory)
+            join_directory();
+        SystemUser user{.resource_id = expected.id};
+        ASSERT_OK(run(qbobj_getSystemUser, user));
+        EXPECT_STREQ(expected.name, user.UserName);
         EXPECT_EQ(expected.id, user.UserId);
     }
 }
@@ -410,26 +324,28 @@ TEST_F(UsersRead, SystemUsersAreNamedWhateverTheyAre)
 TEST_F(UsersRead, RemoteUsersAndMembersAreListedByName)
 {
     sql("INSERT INTO `$user`(id,uname,group_id) VALUES(120,'Beam',98);"
-        "INSERT INTO `$group_has_user`(user_id,group_id) VALUES(100,100),(100,100),(101,100),(102,99)");
-    qbobj_SystemUser_t *users = nullptr;
-    ASSERT_OK(qbobj_getCloudUser(qbdb, db, &users, &err));
-    EXPECT_EQ("Beam cloudy", names(users));
-    EXPECT_EQ(120, users->resource_id);
-    EXPECT_EQ(120, users->UserId);
+        "INSERT INTO `$group_has_user`(user_id,group_id) VALUES(100,100),(101,100),(101,99),(102,99)");
+    SystemUser *found = nullptr;
+    ASSERT_OK(qbobj_getCloudUser(qbdb, db, &found, &err));
+    EXPECT_EQ((Lines{"120|120|Beam", "110|110|cloudy"}),
+              each(found, [](const SystemUser &user) { return ids(user) + user.UserName; }));
 
     const struct {
         const char *group;
         int primary_only;
         const char *names;
     } cases[] = {
-        {"staff", 1, "alice"},         {"STAFF", 1, "alice"},
-        {"staff", 0, "alice bob bob"}, {"users", 1, "bob carol removed"},
-        {"nobody's", 0, ""},           {nullptr, 0, ""},
+        {"staff", 1, "alice"},
+        {"STAFF", 1, "alice"},
+        {"staff", 0, "alice alice bob"},
+        {"users", 1, "bob carol removed"},
+        {"nobody's", 0, ""},
+        {nullptr, 0, ""},
     };
     for (const auto &expected : cases) {
         SCOPED_TRACE(expected.names);
-        ASSERT_OK(qbobj_getUserInGroupName(qbdb, db, expected.group, expected.primary_only, &users, &err));
-        EXPECT_EQ(expected.names, names(users));
+        ASSERT_OK(qbobj_getUserInGroupName(qbdb, db, expected.group, expected.primary_only, &found, &err));
+        EXPECT_EQ(expected.names, all(found, &SystemUser::UserName));
     }
 }
 
@@ -472,7 +388,6 @@ TEST_F(UsersRead, IdsOfNames)
     int gid = 0;
     EXPECT_OK(qbobj_getGID(qbdb, db, nullptr, &gid, &err));
     EXPECT_EQ(94, gid);
-    EXPECT_FAILS(qbobj_getUID(qbdb, db, "bob", nullptr, &err), QBOBJ_ERROR_API_ARGS, "uid cannot be NULL.");
 }
 
 TEST_F(UsersRead, NamesOfIds)
@@ -505,22 +420,26 @@ TEST_F(UsersRead, PosixIds)
 {
     sql("INSERT INTO `$user`(id,uname,group_id,rid) VALUES(-1,'domain daemon',-1,1),(-9999999,'gone',-7,2),"
         "(-2,'half',-9999999,3)");
-    EXPECT_EQ(100, qbobj_getPosixUID(qbdb, db, "bob", &err));
-    EXPECT_EQ(-1, qbobj_getPosixUID(qbdb, db, "daemon", &err)); // local names are not asked of the system
-    EXPECT_EQ(100, qbobj_getPosixGID(qbdb, db, "staff", &err));
-    EXPECT_EQ(-1, qbobj_getPosixGID(qbdb, db, "daemon", &err));
-    EXPECT_EQ(97, qbobj_getPosixUID(qbdb, db, nullptr, &err));
-    EXPECT_EQ(100, qbobj_getPosixUIDbyUID(qbdb, db, 100, &err));
-    EXPECT_EQ(1, qbobj_getPosixUIDbyUID(qbdb, db, -1, &err));
-    EXPECT_EQ(1, qbobj_getPosixGIDbyGID(qbdb, db, -1, &err));
-    EXPECT_EQ(-1, qbobj_getPosixGIDbyGID(qbdb, db, -9999999, &err));
-
-    join_directory();
-    EXPECT_EQ(1, qbobj_getPosixUID(qbdb, db, "domain daemon", &err));
-    EXPECT_EQ(1, qbobj_getPosixUID(qbdb, db, "daemon", &err));
-    EXPECT_EQ(1, qbobj_getPosixGID(qbdb, db, "daemon", &err));
-    EXPECT_EQ(-1, qbobj_getPosixUID(qbdb, db, "gone", &err));
-    EXPECT_EQ(-1, qbobj_getPosixUID(qbdb, db, "no such person", &err));
+    const struct {
+        int (*look_up)(qbdb_handle_t *, sqlite3 *, const char *, qbobj_error_rec_t *);
+        const char *name;
+        int local, directory;
+    } by_name[] = {
+        {qbobj_getPosixUID, "carol", 102, -1},         {qbobj_getPosixGID, "staff", 100, 100},
+        {qbobj_getPosixUID, "daemon", -1, 1}, // local names are not asked of the system
+        {qbobj_getPosixGID, "daemon", -1, 1},          {qbobj_getPosixUID, nullptr, 97, 97},
+        {qbobj_getPosixUID, "domain daemon", -1, 1},   {qbobj_getPosixUID, "gone", -1, -1},
+        {qbobj_getPosixUID, "no such person", -1, -1},
+    };
+    for (const bool directory : {false, true}) {
+        for (const auto &c : by_name)
+            EXPECT_EQ(directory ? c.directory : c.local, c.look_up(qbdb, db, c.name, &err))
+                << (c.name ? c.name : "(null)") << directory;
+        join_directory();
+    }
+    for (const auto by_id : {qbobj_getPosixUIDbyUID, qbobj_getPosixGIDbyGID})
+        for (const auto &[id, posix] : {std::pair{100, 100}, std::pair{-1, 1}, std::pair{-9999999, -1}})
+            EXPECT_EQ(posix, by_id(qbdb, db, id, &err));
 
     int uid = -5;
     int gid = -5;
@@ -538,8 +457,7 @@ TEST_F(UsersRead, Membership)
 {
     sql("INSERT INTO `$group_has_user`(user_id,group_id) VALUES(100,100)");
     const struct {
-        const char *user;
-        const char *group;
+        const char *user, *group;
         int result;
     } cases[] = {
         {"alice", "staff", 0}, {"bob", "users", 0},         {"Bob", "Staff", 0},
@@ -550,6 +468,23 @@ TEST_F(UsersRead, Membership)
     sql("DROP TABLE `$group_has_user`");
     EXPECT_EQ(0, qbobj_isMemberOfGroup(qbdb, db, "alice", "staff", &err));
     EXPECT_EQ(-1, qbobj_isMemberOfGroup(qbdb, db, "carol", "staff", &err));
+}
+
+TEST_F(UsersRead, AMissingResultIsNamed)
+{
+    int id = 0;
+    const struct {
+        std::function<int()> call;
+        const char *missing;
+    } cases[] = {
+        {[&] { return qbobj_getUserCollection(qbdb, db, nullptr, nullptr, 0, &err); }, "collection"},
+        {[&] { return qbobj_getGroupCollection(qbdb, db, nullptr, nullptr, &err); }, "collection"},
+        {[&] { return qbobj_getUser(qbdb, db, nullptr, &err); }, "user"},
+        {[&] { return qbobj_getUID(qbdb, db, "bob", nullptr, &err); }, "uid"},
+        {[&] { return qbobj_getPosixUIDGID(qbdb, db, "bob", &id, nullptr, &err); }, "gid"},
+    };
+    for (const auto &c : cases)
+        EXPECT_FAILS(c.call(), QBOBJ_ERROR_API_ARGS, (std::string(c.missing) + " cannot be NULL.").c_str());
 }
 
 } // namespace
