@@ -165,7 +165,8 @@ int qbdb_hf_stats_import(qbdb_handle_t *qbdb, sqlite3 *db);
 int qbdb_service_update_setting_by_share(qbdb_handle_t *qbdb, sqlite3 *db, const char *service);
 
 /** Reads a storage property of a dataset with a scanf format, as scanf() does into the pointers given.
- * Returns 0 when the property was read, non-zero when there is no storage tool or no such property. */
+ * Returns 0 when the property was read, non-zero when there is no storage tool or no such property, or the
+ * tool did not answer in time (2 s, or as qbdb_open() was told). */
 int qbdb_fs_get_attr_scanf(qbdb_handle_t *qbdb, const char *dataset, const char *property, const char *format,
                            ...)
 #if defined(__GNUC__)
@@ -240,6 +241,10 @@ typedef struct qbdb_options {
     FILE *jnl;              /**< the handle's journal, which stays the caller's; may be null */
     int commit_decides;     /**< non-zero: an operation whose commit fails returns that failure; 0: its result
                                stands, and qbdb_last_commit() tells */
+    const char
+        *storage_tool;   /**< path of the storage tool; null: "zfs" in one of the system's own folders, never
+                               by the caller's PATH */
+    int tool_timeout_ms; /**< how long the storage tool may take, then it is killed; 0 is 2000 */
 } qbdb_options_t;
 
 /** Makes a fresh database. Refused when something stands at `path`. On failure nothing is left at `path` and

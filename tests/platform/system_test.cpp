@@ -1,12 +1,15 @@
 // The log, the system's state, accounts and text helpers.
 #include "platform.h"
 
+#include <chrono>
 #include <climits>
 #include <cstdlib>
 #include <pwd.h>
 #include <sstream>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
 
 using namespace platform_test;
 namespace fs = std::filesystem;
@@ -99,25 +102,66 @@ TEST_F(System, ReadsTheUsageOfHomesThatAreFileSystems)
               session->ask("SELECT user_id,used>=0 FROM _hf_zfs_stat WHERE user_id>900"));
 }
 
-TEST_F(System, AsksTheStorageToolWithoutAShell)
+class StorageTool : public System
+{
+  protected:
+    // A tool that does what the shell script says.
+    void tool(const std::string &script)
+    {
+        write_file(folder / "tool", "#!/bin/sh\n" + script);
+        fs::permissions(folder / "tool", fs::perms::owner_all);
+        const std::string path = folder / "tool";
+        options.storage_tool = path.c_str();
+        session = std::make_unique<Session>(file, options);
+    }
+    int read(const char *dataset, const char *property)
+    {
+        return qbdb_fs_get_attr_scanf(session->qbdb, dataset, property, "%lu", &value);
+    }
+
+    unsigned long value = 0;
+};
+
+TEST_F(StorageTool, IsAskedWithoutAShellAndByItsOwnPath)
 {
     const std::string old_path = std::getenv("PATH");
-    unsigned long value = 0;
-    const auto read = [&](const char *dataset, const char *property) {
-        return qbdb_fs_get_attr_scanf(session->qbdb, dataset, property, "%lu", &value);
-    };
+    tool("case \"$6\" in none) exit 1;; 'data/a b;$(x)') echo \"$#$5\";; path) echo \"$PATH\" | grep -c "
+         "/usr/bin;; "
+         "*) echo -;; esac\n");
     setenv("PATH", (folder / "bin").c_str(), 1);
-    EXPECT_NE(0, read("data/vol", "used")) << "there is no tool";
-    write_file(
-        folder / "bin/zfs",
-        "#!/bin/sh\ncase \"$6\" in none) exit 1;; 'data/a b;$(x)') echo \"$#$5\";; *) echo -;; esac\n");
-    fs::permissions(folder / "bin/zfs", fs::perms::owner_all);
     EXPECT_EQ(0, read("data/a b;$(x)", "77"));
     EXPECT_EQ(677u, value);
+    EXPECT_EQ(0, read("path", "used"));
+    EXPECT_EQ(1u, value) << "the caller's environment is not the tool's";
     EXPECT_NE(0, read("none", "used"));
     EXPECT_NE(0, read("data/vol", "used")) << "a dash is no value";
     EXPECT_NE(0, read("-r", "used"));
+    fs::create_directory(folder / "bin");
+    fs::rename(folder / "tool", folder / "bin/zfs");
+    EXPECT_NE(0, read("path", "used")) << "there is no tool";
+    session = std::make_unique<Session>(file);
+    if (access("/usr/sbin/zfs", X_OK) != 0 && access("/sbin/zfs", X_OK) != 0) {
+        EXPECT_NE(0, read("path", "used")) << "the caller's PATH is not searched";
+    }
     setenv("PATH", old_path.c_str(), 1);
+}
+
+TEST_F(StorageTool, IsKilledWhenItHangs)
+{
+    using namespace std::chrono;
+    options.tool_timeout_ms = 100;
+    const std::string late = "sleep 1; touch '" + (folder / "late") + "'";
+    for (const std::string &script :
+         {"echo 7; " + late, "echo 7; exec >&-; " + late, "(" + late + ") & echo 7",
+          std::string("while :; do echo 7777777777777777777777777777; done"), std::string("kill -STOP $$")}) {
+        tool(script + "\n");
+        const auto begun = steady_clock::now();
+        EXPECT_NE(0, read("data/vol", "used")) << script;
+        EXPECT_LT(steady_clock::now() - begun, milliseconds(900)) << script;
+    }
+    EXPECT_EQ(-1, waitpid(-1, nullptr, WNOHANG)) << "a process was not reaped";
+    std::this_thread::sleep_for(milliseconds(1200));
+    EXPECT_FALSE(fs::exists(folder / "late")) << "what the tool had started went on";
 }
 
 TEST_F(System, KnowsAccountsOfTheNameService)
