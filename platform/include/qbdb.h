@@ -183,9 +183,10 @@ const char *snapshot_get_path(qbdb_handle_t *qbdb, const char *path, const char 
 int qbdb_util_get_posix_uid(qbdb_handle_t *qbdb, int uid);
 /** The POSIX gid of a directory group's (negative) internal id, or a negative number when unknown. */
 int qbdb_util_get_posix_gid(qbdb_handle_t *qbdb, int gid);
-/** The POSIX uid of a name (`ads_mode` non-zero: a directory name), or a negative number when unknown. */
+/** The POSIX uid of a name, or a negative number when unknown. `ads_mode` non-zero: of a directory name, for
+ *  which no id below 1 is an answer. */
 int qbdb_util_get_posix_uid_by_name(qbdb_handle_t *qbdb, const char *name, int ads_mode);
-/** The POSIX gid of a name (`ads_mode` non-zero: a directory name), or a negative number when unknown. */
+/** The POSIX gid of a name, as qbdb_util_get_posix_uid_by_name(). */
 int qbdb_util_get_posix_gid_by_name(qbdb_handle_t *qbdb, const char *name, int ads_mode);
 /** The name of a directory user, or null when unknown. */
 const char *qbdb_util_get_domain_uname_by_uid(qbdb_handle_t *qbdb, int uid);

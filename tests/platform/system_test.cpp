@@ -167,8 +167,11 @@ TEST_F(StorageTool, IsKilledWhenItHangs)
 TEST_F(System, KnowsAccountsOfTheNameService)
 {
     qbdb_handle_t *const qbdb = session->qbdb;
-    EXPECT_EQ(0, qbdb_util_get_posix_uid_by_name(qbdb, "root", 1));
-    EXPECT_EQ(0, qbdb_util_get_posix_gid_by_name(qbdb, "root", 0));
+    for (const auto by_name : {qbdb_util_get_posix_uid_by_name, qbdb_util_get_posix_gid_by_name}) {
+        EXPECT_EQ(0, by_name(qbdb, "root", 0));
+        EXPECT_GT(0, by_name(qbdb, "root", 1)) << "it is no directory account";
+        EXPECT_EQ(by_name(qbdb, "daemon", 0), by_name(qbdb, "daemon", 1));
+    }
     const passwd *const daemon = getpwnam("daemon");
     ASSERT_NE(nullptr, daemon);
     const int id = static_cast<int>(daemon->pw_uid);
