@@ -275,6 +275,11 @@ int qbdb_last_commit(const qbdb_handle_t *qbdb, const char **message);
  * result code. */
 int qbdb_register_volume(qbdb_handle_t *qbdb, sqlite3 *db, const char *name, char **errmsg);
 
+/** Removes the users and groups that are marked as deleted (`is_privileged` -1), with their memberships, quotas,
+ * access list entries and home folder settings, so that their names and ids can be given again. The owner of a
+ * share stays what it was. Runs in its own transaction. Returns 0 or SQLite's result code. */
+int qbdb_remove_deleted_accounts(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg);
+
 #if defined(__GNUC__)
 #pragma GCC visibility pop
 #endif

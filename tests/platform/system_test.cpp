@@ -4,6 +4,7 @@
 #include <chrono>
 #include <climits>
 #include <cstdlib>
+#include <cstring>
 #include <pwd.h>
 #include <sstream>
 #include <sys/stat.h>
@@ -192,6 +193,46 @@ TEST_F(System, KnowsAccountsOfTheNameService)
     EXPECT_EQ(1, qbdb_get_no_sync_ads(qbdb, session->db));
     session->exec("DROP TABLE service_cifs");
     EXPECT_EQ(0, qbdb_get_no_sync_ads(qbdb, session->db));
+}
+
+TEST_F(System, RemovesDeletedAccountsWithWhatHangsOnThem)
+{
+    session->exec("INSERT INTO share (id,zfs_name,name,volume_id,path,user_id,group_id) "
+                  "VALUES(1,'d/s','s','d','/d/s',150,150)");
+    session->exec("INSERT INTO `$user` (id,uname,is_privileged) VALUES(150,'ann',-1),(151,'bob',0)");
+    session->exec("INSERT INTO `$group` (id,gname,is_privileged) VALUES(150,'staff',-1),(151,'guests',0)");
+    const struct {
+        const char *table, *columns, *values;
+    } rows[] = {{"user_quota", "user_id,share_id", "%d,1"},
+                {"_user_quota_stat", "user_id,share_id", "%d,1"},
+                {"user_acl", "user_id,share_id,proto", "%d,1,'cifs'"},
+                {"$home_folder", "user_id", "%d"},
+                {"_hf_zfs_stat", "user_id", "%d"},
+                {"$timemachine_quota", "user_id", "%d"},
+                {"$group_has_user", "user_id,group_id", "%d,99"},
+                {"$group_has_user", "group_id,user_id", "%d,99"},
+                {"group_quota", "group_id,share_id", "%d,1"},
+                {"_group_quota_stat", "group_id,share_id", "%d,1"},
+                {"group_acl", "group_id,share_id,proto", "%d,1,'cifs'"}};
+    for (const auto &row : rows)
+        for (const int id : {150, 151})
+            ASSERT_EQ(
+                0, session->exec(("INSERT INTO \"%w\" (%s) VALUES(" + std::string(row.values) + ")").c_str(),
+                                 row.table, row.columns, id));
+    ASSERT_EQ(0, qbdb_remove_deleted_accounts(session->qbdb, session->db, &session->error)) << session->error;
+    for (const auto &row : rows) {
+        const std::string column = std::string(row.columns).substr(0, std::strcspn(row.columns, ","));
+        EXPECT_EQ("1", session->one("SELECT sum(\"%w\"=151)+10*sum(\"%w\"=150) FROM \"%w\"", column.c_str(),
+                                    column.c_str(), row.table))
+            << row.table;
+    }
+    EXPECT_EQ(0, session->exec("INSERT INTO `$user` (id,uname) VALUES(150,'Ann')")) << session->error;
+    EXPECT_EQ(0, session->exec("INSERT INTO `$group` (id,gname) VALUES(150,'Staff')")) << session->error;
+    EXPECT_EQ("150", session->one("SELECT user_id FROM share"));
+    const Session writer(file);
+    ASSERT_EQ(0, qbdb_sql_begin(writer.qbdb, writer.db, nullptr, unit, 1));
+    sqlite3_busy_timeout(session->db, 0);
+    EXPECT_EQ(SQLITE_BUSY, qbdb_remove_deleted_accounts(session->qbdb, session->db, &session->error));
 }
 
 TEST_F(System, SplitsLists)
