@@ -7,7 +7,8 @@ int main(int argc, char **argv)
     qbdb_handle_t *qbdb = NULL;
     sqlite3 *db = NULL;
     char message[512];
-    if (argc != 2 || qbdb_open(argv[1], NULL, &qbdb, &db, message, sizeof message) != 0) {
+    const qbdb_options_t options = {.commit_decides = 1}; /* a change that was not kept is a failure */
+    if (argc != 2 || qbdb_open(argv[1], &options, &qbdb, &db, message, sizeof message) != 0) {
         fprintf(stderr, "%s\n", argc != 2 ? "usage: caller FILE" : message);
         return 1;
     }

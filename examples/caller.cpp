@@ -14,7 +14,9 @@ int main(int argc, char **argv)
     qbdb_handle_t *qbdb = nullptr;
     sqlite3 *db = nullptr;
     std::array<char, 512> message{};
-    if (qbdb_open(argv[1], nullptr, &qbdb, &db, message.data(), message.size()) != 0) {
+    qbdb_options_t options{};
+    options.commit_decides = 1; // a change that was not kept is a failure
+    if (qbdb_open(argv[1], &options, &qbdb, &db, message.data(), message.size()) != 0) {
         std::cerr << message.data() << '\n';
         return 1;
     }

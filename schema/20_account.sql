@@ -37,13 +37,13 @@ CREATE TABLE `$group` (
 CREATE UNIQUE INDEX group_local_name ON `$group` (gname, CASE WHEN rid IS NULL THEN 1 END);
 CREATE UNIQUE INDEX group_domain_name ON `$group` (gname COLLATE BINARY, CASE WHEN rid IS NOT NULL THEN 1 END);
 
--- Secondary memberships as the caller listed them, repetitions included. Owner: src/account.
+-- Secondary memberships. Owner: src/account.
 CREATE TABLE `$group_has_user` (
     user_id INTEGER NOT NULL,
-    group_id INTEGER NOT NULL
+    group_id INTEGER NOT NULL,
+    PRIMARY KEY (group_id, user_id)
 );
 CREATE INDEX group_has_user_user ON `$group_has_user` (user_id, group_id);
-CREATE INDEX group_has_user_group ON `$group_has_user` (group_id);
 
 -- Settings of a user's home folder. Owner: src/account.
 CREATE TABLE `$home_folder` (

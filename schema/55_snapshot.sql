@@ -38,16 +38,17 @@ CREATE TABLE snapshot_schedule (
     last_weekly_taken INTEGER DEFAULT 0
 );
 
--- Snapshots of users' home folders. Owner: src/storage; src/account renames and deletes them with their user.
+-- Snapshots of users' home folders; a user's new name may bring equal rows together. Owner: src/storage; src/account
+-- renames and deletes them with their user.
 CREATE TABLE `$home_folder_snapshot` (
     id INTEGER PRIMARY KEY,
     user_name TEXT NOT NULL COLLATE NOCASE,
     home_dir TEXT,
     name TEXT NOT NULL,
     type INTEGER,                             -- 1 continuous, 2 manual
-    created_on INTEGER,                       -- Unix seconds
-    UNIQUE (home_dir, name, user_name)
+    created_on INTEGER                        -- Unix seconds
 );
+CREATE INDEX home_folder_snapshot_name ON `$home_folder_snapshot` (home_dir, name, user_name);
 CREATE INDEX home_folder_snapshot_created ON `$home_folder_snapshot` (created_on);
 CREATE INDEX home_folder_snapshot_user ON `$home_folder_snapshot` (user_name, created_on);
 CREATE INDEX home_folder_snapshot_home ON `$home_folder_snapshot` (home_dir, created_on);

@@ -165,7 +165,8 @@ int qbdb_hf_stats_import(qbdb_handle_t *qbdb, sqlite3 *db);
 int qbdb_service_update_setting_by_share(qbdb_handle_t *qbdb, sqlite3 *db, const char *service);
 
 /** Reads a storage property of a dataset with a scanf format, as scanf() does into the pointers given.
- * Returns 0 when the property was read, non-zero when there is no storage tool or no such property. */
+ * Returns 0 when the property was read, non-zero when there is no storage tool or no such property, or the
+ * tool did not answer in time (2 s, or as qbdb_open() was told). */
 int qbdb_fs_get_attr_scanf(qbdb_handle_t *qbdb, const char *dataset, const char *property, const char *format,
                            ...)
 #if defined(__GNUC__)
@@ -182,9 +183,10 @@ const char *snapshot_get_path(qbdb_handle_t *qbdb, const char *path, const char 
 int qbdb_util_get_posix_uid(qbdb_handle_t *qbdb, int uid);
 /** The POSIX gid of a directory group's (negative) internal id, or a negative number when unknown. */
 int qbdb_util_get_posix_gid(qbdb_handle_t *qbdb, int gid);
-/** The POSIX uid of a name (`ads_mode` non-zero: a directory name), or a negative number when unknown. */
+/** The POSIX uid of a name, or a negative number when unknown. `ads_mode` non-zero: of a directory name, for
+ *  which no id below 1 is an answer. */
 int qbdb_util_get_posix_uid_by_name(qbdb_handle_t *qbdb, const char *name, int ads_mode);
-/** The POSIX gid of a name (`ads_mode` non-zero: a directory name), or a negative number when unknown. */
+/** The POSIX gid of a name, as qbdb_util_get_posix_uid_by_name(). */
 int qbdb_util_get_posix_gid_by_name(qbdb_handle_t *qbdb, const char *name, int ads_mode);
 /** The name of a directory user, or null when unknown. */
 const char *qbdb_util_get_domain_uname_by_uid(qbdb_handle_t *qbdb, int uid);
@@ -240,6 +242,10 @@ typedef struct qbdb_options {
     FILE *jnl;              /**< the handle's journal, which stays the caller's; may be null */
     int commit_decides;     /**< non-zero: an operation whose commit fails returns that failure; 0: its result
                                stands, and qbdb_last_commit() tells */
+    const char
+        *storage_tool;   /**< path of the storage tool; null: "zfs" in one of the system's own folders, never
+                               by the caller's PATH */
+    int tool_timeout_ms; /**< how long the storage tool may take, then it is killed; 0 is 2000 */
 } qbdb_options_t;
 
 /** Makes a fresh database. Refused when something stands at `path`. On failure nothing is left at `path` and
@@ -268,6 +274,11 @@ int qbdb_last_commit(const qbdb_handle_t *qbdb, const char **message);
  * that is registered already has its sizes refreshed. Runs in its own transaction. Returns 0 or SQLite's
  * result code. */
 int qbdb_register_volume(qbdb_handle_t *qbdb, sqlite3 *db, const char *name, char **errmsg);
+
+/** Removes the users and groups that are marked as deleted (`is_privileged` -1), with their memberships, quotas,
+ * access list entries and home folder settings, so that their names and ids can be given again. The owner of a
+ * share stays what it was. Runs in its own transaction. Returns 0 or SQLite's result code. */
+int qbdb_remove_deleted_accounts(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg);
 
 #if defined(__GNUC__)
 #pragma GCC visibility pop

@@ -52,6 +52,15 @@ unsigned posix_id(int id)
     return id < 0 ? 0u - static_cast<unsigned>(id) : static_cast<unsigned>(id);
 }
 
+// The name service knows the system's own accounts too; what has an id below 1 is no directory account.
+template <class Record>
+int id_by_name(qbdb_handle_t *qbdb, int (*get)(const char *, Record *, char *, std::size_t, Record **),
+               const char *name, bool directory)
+{
+    const int id = name && *name != 0 ? look_up(qbdb, get, name).id : unknown;
+    return directory && id < 1 ? unknown : id;
+}
+
 Account user_by_id(qbdb_handle_t *qbdb, int uid)
 {
     return look_up(qbdb, getpwuid_r, posix_id(uid));
@@ -73,14 +82,14 @@ int qbdb_util_get_posix_gid(qbdb_handle_t *qbdb, int gid)
     return gid >= 0 ? gid : group_by_id(qbdb, gid).id;
 }
 
-int qbdb_util_get_posix_uid_by_name(qbdb_handle_t *qbdb, const char *name, int /*ads_mode*/)
+int qbdb_util_get_posix_uid_by_name(qbdb_handle_t *qbdb, const char *name, int ads_mode)
 {
-    return name && *name != 0 ? look_up(qbdb, getpwnam_r, name).id : unknown;
+    return id_by_name(qbdb, getpwnam_r, name, ads_mode != 0);
 }
 
-int qbdb_util_get_posix_gid_by_name(qbdb_handle_t *qbdb, const char *name, int /*ads_mode*/)
+int qbdb_util_get_posix_gid_by_name(qbdb_handle_t *qbdb, const char *name, int ads_mode)
 {
-    return name && *name != 0 ? look_up(qbdb, getgrnam_r, name).id : unknown;
+    return id_by_name(qbdb, getgrnam_r, name, ads_mode != 0);
 }
 
 const char *qbdb_util_get_domain_uname_by_uid(qbdb_handle_t *qbdb, int uid)

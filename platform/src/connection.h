@@ -76,6 +76,8 @@ struct qbdb_sysinfo {
     qbdb_handle_t handle{};
     std::string root; // the handle's, when it was given
     bool commit_decides = false;
+    std::string storage_tool; // empty: wherever it is
+    std::chrono::milliseconds tool_timeout{0};
     qbdb::BusyWait busy;
     qbdb::TableCopies copies;
     qbdb::Connection db;

@@ -39,6 +39,19 @@ int guarded(const Call &call, Body &&body)
     }
 }
 
+// Runs the body, which returns 0 or a code that was reported, in a transaction of its own.
+template <class Body>
+int in_transaction(const Call &call, Body &&body)
+{
+    if (const int rc = qbdb_sql_begin(call.qbdb, call.db, call.errmsg, call.file, call.line); rc != SQLITE_OK)
+        return -rc;
+    if (const int rc = guarded(call, std::forward<Body>(body)); rc != SQLITE_OK) {
+        qbdb_sql_rollback(call.qbdb, call.db, nullptr, call.file, call.line);
+        return rc;
+    }
+    return qbdb_sql_commit(call.qbdb, call.db, call.errmsg, call.file, call.line);
+}
+
 class Execution
 {
   public:

@@ -36,7 +36,25 @@ int run_steps(sqlite3 *db)
 
 std::span<const char *const> migrations()
 {
-    return {};
+    static constexpr const char *steps[] = {
+        // 2: a group holds a person once, and snapshots of homes may have equal names
+        R"(CREATE TABLE migrated (user_id INTEGER NOT NULL, group_id INTEGER NOT NULL, PRIMARY KEY (group_id, user_id));
+INSERT OR IGNORE INTO migrated SELECT user_id, group_id FROM `$group_has_user` ORDER BY rowid;
+DROP TABLE `$group_has_user`;
+ALTER TABLE migrated RENAME TO `$group_has_user`;
+CREATE INDEX group_has_user_user ON `$group_has_user` (user_id, group_id);
+
+CREATE TABLE migrated (id INTEGER PRIMARY KEY, user_name TEXT NOT NULL COLLATE NOCASE, home_dir TEXT,
+    name TEXT NOT NULL, type INTEGER, created_on INTEGER);
+INSERT INTO migrated SELECT id, user_name, home_dir, name, type, created_on FROM `$home_folder_snapshot`;
+DROP TABLE `$home_folder_snapshot`;
+ALTER TABLE migrated RENAME TO `$home_folder_snapshot`;
+CREATE INDEX home_folder_snapshot_name ON `$home_folder_snapshot` (home_dir, name, user_name);
+CREATE INDEX home_folder_snapshot_created ON `$home_folder_snapshot` (created_on);
+CREATE INDEX home_folder_snapshot_user ON `$home_folder_snapshot` (user_name, created_on);
+CREATE INDEX home_folder_snapshot_home ON `$home_folder_snapshot` (home_dir, created_on);)",
+    };
+    return steps;
 }
 
 int migrate(sqlite3 *db)

@@ -148,6 +148,8 @@ Problem open_database(const std::string &path, const qbdb_options_t &options, qb
     if (Problem problem = connect(path, options, *state))
         return problem;
     state->root = options.root ? options.root : "/";
+    state->storage_tool = options.storage_tool ? options.storage_tool : "";
+    state->tool_timeout = std::chrono::milliseconds(options.tool_timeout_ms);
     state->commit_decides = options.commit_decides != 0;
     qbdb_handle_t &handle = state->handle;
     handle.log = options.log;

@@ -98,12 +98,6 @@ int qbdb_register_volume(qbdb_handle_t *qbdb, sqlite3 *db, const char *name, cha
         const std::string wanted = name ? name : "";
         if (const char *problem = name_problem(wanted))
             return call.fail(SQLITE_MISUSE, (problem + std::string(": \"") + wanted + "\"").c_str(), unit);
-        if (const int rc = qbdb_sql_begin(qbdb, db, errmsg, unit, __LINE__); rc != SQLITE_OK)
-            return -rc;
-        if (const int rc = store_volume(call, wanted); rc != SQLITE_OK) {
-            qbdb_sql_rollback(qbdb, db, nullptr, unit, __LINE__);
-            return rc;
-        }
-        return qbdb_sql_commit(qbdb, db, errmsg, unit, __LINE__);
+        return in_transaction(call, [&] { return store_volume(call, wanted); });
     });
 }

@@ -104,7 +104,7 @@ TEST_F(Open, RefusesBadFilesAndChangesNothing)
         {[&] { fs::resize_file(file, good.size() - 1); }, SQLITE_CORRUPT, "cut short"},
         {[&] { patch(68, "abcd"); }, SQLITE_NOTADB, "another application"},
         {[&] { patch(60, std::string("\0\0\0\7", 4)); }, SQLITE_CANTOPEN,
-         "was made by a newer version (schema 7, this is 1)"},
+         "was made by a newer version (schema 7, this is 2)"},
         {[&] { patch(60, std::string(4, '\0')); }, SQLITE_CORRUPT, "it has schema 0"},
         {[&] { patch(100, std::string(3000, '\x55')); }, SQLITE_CORRUPT, "is damaged"},
     };
@@ -176,6 +176,52 @@ TEST_F(Open, ClosesToOneFileAndAcceptsNull)
     EXPECT_EQ("1", again.one("SELECT count(*) FROM t"));
     qbdb_clear_pool(again.qbdb);
     EXPECT_EQ("1", again.one("SELECT count(*) FROM t"));
+}
+
+// What the tables and indexes of the file are, without the words in which they were made.
+Rows shape(Session &session)
+{
+    Rows rows = session.ask(
+        "SELECT T.name,C.* FROM sqlite_schema T,pragma_table_xinfo(T.name) C WHERE T.type='table' "
+        "ORDER BY 1,C.cid");
+    const Rows indexes = session.ask(
+        "SELECT T.name,L.[unique],L.origin,I.seqno,I.name FROM sqlite_schema T,pragma_index_list(T.name) L,"
+        "pragma_index_info(L.name) I WHERE T.type='table' ORDER BY 1,L.origin,L.name,I.seqno");
+    rows.insert(rows.end(), indexes.begin(), indexes.end());
+    return rows;
+}
+
+TEST_F(Open, MigratesAnOlderSchema)
+{
+    const Rows fresh = shape(*session);
+    const std::string first_schema = R"(PRAGMA user_version=1;
+        DROP TABLE `$group_has_user`;
+        CREATE TABLE `$group_has_user` (user_id INTEGER NOT NULL, group_id INTEGER NOT NULL);
+        CREATE INDEX group_has_user_user ON `$group_has_user` (user_id, group_id);
+        CREATE INDEX group_has_user_group ON `$group_has_user` (group_id);
+        INSERT INTO `$group_has_user` VALUES(102,99),(100,99),(102,99),(102,100);
+        DROP TABLE `$home_folder_snapshot`;
+        CREATE TABLE `$home_folder_snapshot` (id INTEGER PRIMARY KEY, user_name TEXT NOT NULL COLLATE NOCASE,
+            home_dir TEXT, name TEXT NOT NULL, type INTEGER, created_on INTEGER, UNIQUE (home_dir, name, user_name));
+        CREATE INDEX home_folder_snapshot_created ON `$home_folder_snapshot` (created_on);
+        CREATE INDEX home_folder_snapshot_user ON `$home_folder_snapshot` (user_name, created_on);
+        CREATE INDEX home_folder_snapshot_home ON `$home_folder_snapshot` (home_dir, created_on);
+        INSERT INTO `$home_folder_snapshot` VALUES(7,'ann','/home/ann','s',2,5);)";
+    ASSERT_EQ(SQLITE_OK, sqlite3_exec(session->db, first_schema.c_str(), nullptr, nullptr, nullptr));
+    session.reset();
+    options.readonly = 1;
+    EXPECT_THROW(Session(file, options), std::runtime_error) << "who only reads cannot migrate";
+    options.readonly = 0;
+    for (int round = 0; round < 2; round++) {
+        Session migrated(file, options);
+        EXPECT_EQ(fresh, shape(migrated));
+        EXPECT_EQ("2", migrated.one("PRAGMA user_version"));
+        EXPECT_EQ((Rows{{"102", "99"}, {"100", "99"}, {"102", "100"}}),
+                  migrated.ask("SELECT * FROM `$group_has_user` ORDER BY rowid"));
+        EXPECT_EQ((Rows{{"7", "ann", "/home/ann", "s", "2", "5"}}),
+                  migrated.ask("SELECT * FROM `$home_folder_snapshot`"));
+        EXPECT_EQ("ok", migrated.one("PRAGMA integrity_check"));
+    }
 }
 
 // Opens and closes handles in several threads at once; the process ends with 0 when all of it worked.

@@ -1,12 +1,16 @@
 // The log, the system's state, accounts and text helpers.
 #include "platform.h"
 
+#include <chrono>
 #include <climits>
 #include <cstdlib>
+#include <cstring>
 #include <pwd.h>
 #include <sstream>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
 
 using namespace platform_test;
 namespace fs = std::filesystem;
@@ -99,32 +103,76 @@ TEST_F(System, ReadsTheUsageOfHomesThatAreFileSystems)
               session->ask("SELECT user_id,used>=0 FROM _hf_zfs_stat WHERE user_id>900"));
 }
 
-TEST_F(System, AsksTheStorageToolWithoutAShell)
+class StorageTool : public System
+{
+  protected:
+    // A tool that does what the shell script says.
+    void tool(const std::string &script)
+    {
+        write_file(folder / "tool", "#!/bin/sh\n" + script);
+        fs::permissions(folder / "tool", fs::perms::owner_all);
+        const std::string path = folder / "tool";
+        options.storage_tool = path.c_str();
+        session = std::make_unique<Session>(file, options);
+    }
+    int read(const char *dataset, const char *property)
+    {
+        return qbdb_fs_get_attr_scanf(session->qbdb, dataset, property, "%lu", &value);
+    }
+
+    unsigned long value = 0;
+};
+
+TEST_F(StorageTool, IsAskedWithoutAShellAndByItsOwnPath)
 {
     const std::string old_path = std::getenv("PATH");
-    unsigned long value = 0;
-    const auto read = [&](const char *dataset, const char *property) {
-        return qbdb_fs_get_attr_scanf(session->qbdb, dataset, property, "%lu", &value);
-    };
+    tool("case \"$6\" in none) exit 1;; 'data/a b;$(x)') echo \"$#$5\";; path) echo \"$PATH\" | grep -c "
+         "/usr/bin;; "
+         "*) echo -;; esac\n");
     setenv("PATH", (folder / "bin").c_str(), 1);
-    EXPECT_NE(0, read("data/vol", "used")) << "there is no tool";
-    write_file(
-        folder / "bin/zfs",
-        "#!/bin/sh\ncase \"$6\" in none) exit 1;; 'data/a b;$(x)') echo \"$#$5\";; *) echo -;; esac\n");
-    fs::permissions(folder / "bin/zfs", fs::perms::owner_all);
     EXPECT_EQ(0, read("data/a b;$(x)", "77"));
     EXPECT_EQ(677u, value);
+    EXPECT_EQ(0, read("path", "used"));
+    EXPECT_EQ(1u, value) << "the caller's environment is not the tool's";
     EXPECT_NE(0, read("none", "used"));
     EXPECT_NE(0, read("data/vol", "used")) << "a dash is no value";
     EXPECT_NE(0, read("-r", "used"));
+    fs::create_directory(folder / "bin");
+    fs::rename(folder / "tool", folder / "bin/zfs");
+    EXPECT_NE(0, read("path", "used")) << "there is no tool";
+    session = std::make_unique<Session>(file);
+    if (access("/usr/sbin/zfs", X_OK) != 0 && access("/sbin/zfs", X_OK) != 0) {
+        EXPECT_NE(0, read("path", "used")) << "the caller's PATH is not searched";
+    }
     setenv("PATH", old_path.c_str(), 1);
+}
+
+TEST_F(StorageTool, IsKilledWhenItHangs)
+{
+    using namespace std::chrono;
+    options.tool_timeout_ms = 100;
+    const std::string late = "sleep 1; touch '" + (folder / "late") + "'";
+    for (const std::string &script :
+         {"echo 7; " + late, "echo 7; exec >&-; " + late, "(" + late + ") & echo 7",
+          std::string("while :; do echo 7777777777777777777777777777; done"), std::string("kill -STOP $$")}) {
+        tool(script + "\n");
+        const auto begun = steady_clock::now();
+        EXPECT_NE(0, read("data/vol", "used")) << script;
+        EXPECT_LT(steady_clock::now() - begun, milliseconds(900)) << script;
+    }
+    EXPECT_EQ(-1, waitpid(-1, nullptr, WNOHANG)) << "a process was not reaped";
+    std::this_thread::sleep_for(milliseconds(1200));
+    EXPECT_FALSE(fs::exists(folder / "late")) << "what the tool had started went on";
 }
 
 TEST_F(System, KnowsAccountsOfTheNameService)
 {
     qbdb_handle_t *const qbdb = session->qbdb;
-    EXPECT_EQ(0, qbdb_util_get_posix_uid_by_name(qbdb, "root", 1));
-    EXPECT_EQ(0, qbdb_util_get_posix_gid_by_name(qbdb, "root", 0));
+    for (const auto by_name : {qbdb_util_get_posix_uid_by_name, qbdb_util_get_posix_gid_by_name}) {
+        EXPECT_EQ(0, by_name(qbdb, "root", 0));
+        EXPECT_GT(0, by_name(qbdb, "root", 1)) << "it is no directory account";
+        EXPECT_EQ(by_name(qbdb, "daemon", 0), by_name(qbdb, "daemon", 1));
+    }
     const passwd *const daemon = getpwnam("daemon");
     ASSERT_NE(nullptr, daemon);
     const int id = static_cast<int>(daemon->pw_uid);
@@ -145,6 +193,46 @@ TEST_F(System, KnowsAccountsOfTheNameService)
     EXPECT_EQ(1, qbdb_get_no_sync_ads(qbdb, session->db));
     session->exec("DROP TABLE service_cifs");
     EXPECT_EQ(0, qbdb_get_no_sync_ads(qbdb, session->db));
+}
+
+TEST_F(System, RemovesDeletedAccountsWithWhatHangsOnThem)
+{
+    session->exec("INSERT INTO share (id,zfs_name,name,volume_id,path,user_id,group_id) "
+                  "VALUES(1,'d/s','s','d','/d/s',150,150)");
+    session->exec("INSERT INTO `$user` (id,uname,is_privileged) VALUES(150,'ann',-1),(151,'bob',0)");
+    session->exec("INSERT INTO `$group` (id,gname,is_privileged) VALUES(150,'staff',-1),(151,'guests',0)");
+    const struct {
+        const char *table, *columns, *values;
+    } rows[] = {{"user_quota", "user_id,share_id", "%d,1"},
+                {"_user_quota_stat", "user_id,share_id", "%d,1"},
+                {"user_acl", "user_id,share_id,proto", "%d,1,'cifs'"},
+                {"$home_folder", "user_id", "%d"},
+                {"_hf_zfs_stat", "user_id", "%d"},
+                {"$timemachine_quota", "user_id", "%d"},
+                {"$group_has_user", "user_id,group_id", "%d,99"},
+                {"$group_has_user", "group_id,user_id", "%d,99"},
+                {"group_quota", "group_id,share_id", "%d,1"},
+                {"_group_quota_stat", "group_id,share_id", "%d,1"},
+                {"group_acl", "group_id,share_id,proto", "%d,1,'cifs'"}};
+    for (const auto &row : rows)
+        for (const int id : {150, 151})
+            ASSERT_EQ(
+                0, session->exec(("INSERT INTO \"%w\" (%s) VALUES(" + std::string(row.values) + ")").c_str(),
+                                 row.table, row.columns, id));
+    ASSERT_EQ(0, qbdb_remove_deleted_accounts(session->qbdb, session->db, &session->error)) << session->error;
+    for (const auto &row : rows) {
+        const std::string column = std::string(row.columns).substr(0, std::strcspn(row.columns, ","));
+        EXPECT_EQ("1", session->one("SELECT sum(\"%w\"=151)+10*sum(\"%w\"=150) FROM \"%w\"", column.c_str(),
+                                    column.c_str(), row.table))
+            << row.table;
+    }
+    EXPECT_EQ(0, session->exec("INSERT INTO `$user` (id,uname) VALUES(150,'Ann')")) << session->error;
+    EXPECT_EQ(0, session->exec("INSERT INTO `$group` (id,gname) VALUES(150,'Staff')")) << session->error;
+    EXPECT_EQ("150", session->one("SELECT user_id FROM share"));
+    const Session writer(file);
+    ASSERT_EQ(0, qbdb_sql_begin(writer.qbdb, writer.db, nullptr, unit, 1));
+    sqlite3_busy_timeout(session->db, 0);
+    EXPECT_EQ(SQLITE_BUSY, qbdb_remove_deleted_accounts(session->qbdb, session->db, &session->error));
 }
 
 TEST_F(System, SplitsLists)

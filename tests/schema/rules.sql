@@ -94,11 +94,13 @@
 /*refused*/INSERT INTO `$group` (id,gname,is_privileged) VALUES(100,'USERS',0)
 /*accepted*/INSERT INTO `$group` (id,gname,is_privileged,rid) VALUES(-9,'users',0,513)
 /*accepted*/INSERT INTO `$group_has_user` (user_id,group_id) VALUES(100,99)
-/*accepted*/INSERT INTO `$group_has_user` (user_id,group_id) VALUES(100,99)
+/*refused*/INSERT INTO `$group_has_user` (user_id,group_id) VALUES(100,99)
 /*accepted*/INSERT INTO `user_acl` (share_id,user_id,proto,read,write) VALUES(1,20000,'cifs',1,0)
 /*refused*/INSERT INTO `user_acl` (share_id,user_id,proto,read,write) VALUES(1,20000,'cifs',1,1)
 
 -- Rows that may stand twice, and rows that may not
+/*accepted*/INSERT INTO `$home_folder_snapshot` (user_name,home_dir,name) VALUES('bob','/home/bob','s')
+/*accepted*/INSERT INTO `$home_folder_snapshot` (user_name,home_dir,name) VALUES('bob','/home/bob','s')
 /*accepted*/INSERT INTO `$iscsi_lun_group_access` VALUES ('g','i')
 /*accepted*/INSERT INTO `$iscsi_lun_group_access` VALUES ('g','i')
 /*accepted*/INSERT INTO _ups_config (name,host,port,type) VALUES('a','localhost','auto','local')
