@@ -366,10 +366,7 @@ int add_share(Call &call, Share &share)
 
 int x_qbobj_addShare(Call &call, qbobj_Share_t *share)
 {
-    for (Share &next : Chain(share))
-        if (const int rc = add_share(call, next))
-            return rc;
-    return 0;
+    return for_each(share, add_share, call);
 }
 
 int qbobj_api2_addDlnaShareOption(Call &call, qbobj_DlnaShareOption_t *option, int32_t share_id)

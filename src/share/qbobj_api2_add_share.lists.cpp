@@ -191,7 +191,7 @@ std::optional<HostRights> stored_rights(std::string_view proto, Default access, 
     return HostRights{read, write, 0};
 }
 
-int add_host(Call &call, const qbobj_HostAcl_t &entry, int32_t share_id, const char *proto, Default access)
+int add_host(Call &call, int32_t share_id, const char *proto, Default access, const qbobj_HostAcl_t &entry)
 {
     if (entry.Host == nullptr)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid HostAcl->Host cannot be NULL");
@@ -262,10 +262,7 @@ int qbobj_api2_addHostAcl(Call &call, qbobj_HostAcl_t *acl, int32_t share_id, co
     Default access = Default::none;
     if (const int rc = read_default(call, share_id, proto, access))
         return rc;
-    for (const qbobj_HostAcl_t &entry : Chain(acl))
-        if (const int rc = add_host(call, entry, share_id, proto, access))
-            return rc;
-    return 0;
+    return for_each(acl, add_host, call, share_id, proto, access);
 }
 
 int qbobj_api2_addUserAcl(Call &call, qbobj_UserAcl_t *acl, int32_t share_id, const char *proto)

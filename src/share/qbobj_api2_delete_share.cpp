@@ -144,10 +144,7 @@ int remove_shares(Call &call, const Select &select, const char *key)
 
 int x_qbobj_deleteShare(Call &call, qbobj_Share_t *share)
 {
-    for (qbobj_Share_t &next : Chain(share))
-        if (const int rc = delete_share(call, next))
-            return rc;
-    return 0;
+    return for_each(share, delete_share, call);
 }
 
 int x_qbobj_deleteShareOnVolume(Call &call, const char *VolumeId)
