@@ -90,8 +90,10 @@ struct Skipped {
 };
 inline constexpr Skipped skipped{};
 
-template <class Record, class Value>
-void fill_column(const qbobj_env_t &env, Record &record, Value Record::*const &member, const char *cell)
+// A member of the record, or of the one that it is derived from.
+template <class Record, class Base, class Value>
+requires std::derived_from<Record, Base>
+void fill_column(const qbobj_env_t &env, Record &record, Value Base::*const &member, const char *cell)
 {
     convert(env.qbdb->pool, record.*member, cell);
 }

@@ -27,6 +27,7 @@ struct TextChange {
     Statement<const char *> pair;
 
     bool is_given(const Record &record) const { return record.*member != nullptr; }
+    const char *value(const Record &record) const { return record.*member; }
 };
 
 // A number that changes its column when its flag says that it is given.
@@ -37,6 +38,18 @@ struct NumberChange {
     Statement<Value> pair;
 
     bool is_given(const Record &record) const { return record.*flag == 0; }
+    Value value(const Record &record) const { return record.*member; }
+};
+
+// A switch, of which any number but 0 is written as 1.
+template <class Record>
+struct SwitchChange {
+    int Record::*flag;
+    int Record::*member;
+    Statement<int> pair;
+
+    bool is_given(const Record &record) const { return record.*flag == 0; }
+    int value(const Record &record) const { return record.*member != 0 ? 1 : 0; }
 };
 
 // `change<&R::Comment>("comment=%Q")` and `change<&R::_void_QuotaMB, &R::QuotaMB>("mb_quota=%llu")`; several of them in
@@ -51,6 +64,13 @@ requires FlagOf<Flag, Member>
 consteval auto change(Statement<ValueOf<Member>> pair)
 {
     return NumberChange<RecordOf<Member>, ValueOf<Member>>{Flag, Member, pair};
+}
+// `change_switch<&R::_void_Guest, &R::Guest>("guest=%d")`
+template <auto Flag, auto Member>
+requires FlagOf<Flag, Member>
+consteval auto change_switch(Statement<int> pair)
+{
+    return SwitchChange<RecordOf<Member>>{Flag, Member, pair};
 }
 
 /* ---- The list ------------------------------------------------------------------------------------------ */
@@ -81,7 +101,7 @@ class SetList
     {
         const auto add_one = [&](const auto &change) {
             if (change.is_given(record))
-                add(change.pair, record.*change.member);
+                add(change.pair, change.value(record));
         };
         std::apply([&](const auto &...change) { (add_one(change), ...); }, changes);
     }

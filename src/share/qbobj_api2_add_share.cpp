@@ -1,5 +1,4 @@
 // Shares and block volumes created: the share's row and every row that hangs on it.
-#include "core/call.h"
 #include "share/share_writing.h"
 
 #include <qbobj/storage.h>
@@ -10,161 +9,155 @@ namespace qbobj
 namespace
 {
 
-// A number that the record may leave out.
-template <class Number>
-Number given_or(int is_void, Number value, std::type_identity_t<Number> otherwise)
-{
-    return is_void != 0 ? otherwise : value;
-}
+using Share = qbobj_Share_t;
+using Cifs = qbobj_CifsShareOption_t;
+using Afp = qbobj_AfpShareOption_t;
+using Nfs = qbobj_NfsShareOption_t;
+using Ftp = qbobj_FtpShareOption_t;
+using Http = qbobj_HttpShareOption_t;
+using Dlna = qbobj_DlnaShareOption_t;
+using Daap = qbobj_DaapShareOption_t;
+using Rsync = qbobj_RsyncShareOption_t;
 
 /* ---- The options of the protocols ---------------------------------------------------------------------- */
 
-int insert_option(Call &call, const Directory &directory, qbobj_CifsShareOption_t &option, int32_t share_id)
+// Guests are welcome where accounts are the appliance's own.
+template <class Option>
+int guest_access(Call &call, const Option &option)
 {
-    static constexpr RightNames names{"Cifs->FileCreateGroupRights", "Cifs->FileCreateEveryoneRights",
-                                      "Cifs->FolderCreateGroupRights", "Cifs->FolderCreateEveryoneRights"};
+    return given_or<&Option::_void_AllowGuestAccess, &Option::AllowGuestAccess>(option,
+                                                                                !call.directory().ads);
+}
+
+int insert_option(Call &call, const Cifs &option, int32_t share_id)
+{
     const char *access = nullptr;
     if (qbobj_validate_access(option.DefaultAccess, "ReadWrite", &access) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS,
                      "Invalid Cifs->DefaultAccess (%s). Valid value is ReadWrite, ReadOnly or DIsabled.",
                      option.DefaultAccess);
     Rights rights;
-    if (const int rc = read_rights(call, option, qbobj_validate_rights, names, rights))
+    if (const int rc = read_rights(call, qbobj_validate_rights,
+                                   {"Cifs->FileCreateGroupRights", "Cifs->FileCreateEveryoneRights",
+                                    "Cifs->FolderCreateGroupRights", "Cifs->FolderCreateEveryoneRights"},
+                                   right_words(option), rights))
         return rc;
-    const Status inserted = call.run(
+    return call.exec(
+        "Failed DB Query for cifs share_option. %s",
         R"(INSERT INTO cifs_share_option (share_id,cifs_access,cifs_guest_access,cifs_hide_share,
         cifs_group_create_mask,cifs_everyone_create_mask,cifs_enable_masks,cifs_group_directory_mask,
         cifs_everyone_directory_mask,cifs_enable_forced_minimum,cifs_recycle,cifs_recycle_mb_limit,
         cifs_recycle_age_limit,oplocks,available,cifs_enabledfs)
         VALUES(%d,%Q,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d))",
-        share_id, access, given_or(option._void_AllowGuestAccess, option.AllowGuestAccess, !directory.ads),
-        given_or(option._void_ShareDisplayOption, option.ShareDisplayOption, 0), rights.file_group,
+        share_id, access, guest_access(call, option),
+        given_or<&Cifs::_void_ShareDisplayOption, &Cifs::ShareDisplayOption>(option, 0), rights.file_group,
         rights.file_everyone,
-        given_or(option._void_NewFileFolderPermAutoset, option.NewFileFolderPermAutoset, 1),
+        given_or<&Cifs::_void_NewFileFolderPermAutoset, &Cifs::NewFileFolderPermAutoset>(option, 1),
         rights.folder_group, rights.folder_everyone,
-        given_or(option._void_AclChangeRestrictionToggle, option.AclChangeRestrictionToggle, 1023),
-        given_or(option._void_EnableRecycleBin, option.EnableRecycleBin, 1),
-        given_or(option._void_RecycleSizeLimit, option.RecycleSizeLimit, 25000),
-        given_or(option._void_RecycleAgeLimit, option.RecycleAgeLimit, 0),
-        given_or(option._void_EnableOplocks, option.EnableOplocks, 0), !option.NotAvailable,
+        given_or<&Cifs::_void_AclChangeRestrictionToggle, &Cifs::AclChangeRestrictionToggle>(option, 1023),
+        given_or<&Cifs::_void_EnableRecycleBin, &Cifs::EnableRecycleBin>(option, 1),
+        given_or<&Cifs::_void_RecycleSizeLimit, &Cifs::RecycleSizeLimit>(option, 25000),
+        given_or<&Cifs::_void_RecycleAgeLimit, &Cifs::RecycleAgeLimit>(option, 0),
+        given_or<&Cifs::_void_EnableOplocks, &Cifs::EnableOplocks>(option, 0), !option.NotAvailable,
         option.EnableDFS);
-    if (!inserted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for cifs share_option. %s",
-                     inserted.error());
-    return 0;
 }
 
-int insert_option(Call &call, const Directory &directory, qbobj_AfpShareOption_t &option, int32_t share_id)
+int insert_option(Call &call, const Afp &option, int32_t share_id)
 {
-    // One name stands for both rights of a kind.
-    static constexpr RightNames names{"Afp->FileCreateGroupRights", "Afp->FileCreateGroupRights",
-                                      "Afp->FolderCreateGroupRights", "Afp->FolderCreateGroupRights"};
+    static constexpr Failure failed = "Failed DB Query for afp share_option. %s";
     const char *access = nullptr;
     if (const int rc = read_access(call, "Afp->DfefaultAccess", option.DefaultAccess, "ReadWrite", access))
         return rc;
-    const int guest = given_or(option._void_AllowGuestAccess, option.AllowGuestAccess, !directory.ads);
-    Status inserted;
-    if (given_or(option._void_NewFileFolderPermAutoset, option.NewFileFolderPermAutoset, 0) != 0) {
-        Rights rights;
-        if (const int rc = read_rights(call, option, qbobj_validate_rights, names, rights))
-            return rc;
-        inserted = call.run(R"(INSERT INTO afp_share_option
-            (share_id,available,afp_access,afp_guest_access,afp_fperm,afp_dperm) VALUES(%d,%d,%Q,%d,%d,%d))",
-                            share_id, !option.NotAvailable, access, guest, rights.file(), rights.folder());
-    } else {
-        inserted = call.run(R"(INSERT INTO afp_share_option
+    const int guest = guest_access(call, option);
+    if (given_or<&Afp::_void_NewFileFolderPermAutoset, &Afp::NewFileFolderPermAutoset>(option, 0) == 0)
+        return call.exec(failed, R"(INSERT INTO afp_share_option
             (share_id,available,afp_access,afp_guest_access,afp_fperm,afp_dperm) VALUES(%d,%d,%Q,%d,NULL,NULL))",
-                            share_id, !option.NotAvailable, access, guest);
-    }
-    if (!inserted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for afp share_option. %s", inserted.error());
-    return 0;
+                         share_id, !option.NotAvailable, access, guest);
+    Rights rights;
+    // One name stands for both rights of a kind.
+    if (const int rc = read_rights(call, qbobj_validate_rights,
+                                   {"Afp->FileCreateGroupRights", "Afp->FileCreateGroupRights",
+                                    "Afp->FolderCreateGroupRights", "Afp->FolderCreateGroupRights"},
+                                   right_words(option), rights))
+        return rc;
+    return call.exec(failed, R"(INSERT INTO afp_share_option
+        (share_id,available,afp_access,afp_guest_access,afp_fperm,afp_dperm) VALUES(%d,%d,%Q,%d,%d,%d))",
+                     share_id, !option.NotAvailable, access, guest, rights.file(), rights.folder());
 }
 
-int insert_option(Call &call, const Directory &, qbobj_NfsShareOption_t &option, int32_t share_id)
+int insert_option(Call &call, const Nfs &option, int32_t share_id)
 {
     const char *access = nullptr;
     if (const int rc = read_access(call, "Nfs->DfefaultAccess", option.DefaultAccess, "ReadWrite", access))
         return rc;
     // A new share always answers writes when they are on disk, whatever the record says.
-    const Status inserted =
-        call.run("INSERT INTO nfs_share_option (share_id,available,nfs_access,nfs_sync) VALUES(%d,%d,%Q,1)",
-                 share_id, !option.NotAvailable, access);
-    if (!inserted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for nfs share_option. %s", inserted.error());
-    return 0;
+    return call.exec(
+        "Failed DB Query for nfs share_option. %s",
+        "INSERT INTO nfs_share_option (share_id,available,nfs_access,nfs_sync) VALUES(%d,%d,%Q,1)", share_id,
+        !option.NotAvailable, access);
 }
 
-int insert_option(Call &call, const Directory &, qbobj_FtpShareOption_t &option, int32_t share_id)
+int insert_option(Call &call, const Ftp &option, int32_t share_id)
 {
-    static constexpr RightNames names{"Ftp->FileCreateGroupRights", "Ftp->FileCreateGroupRights",
-                                      "Ftp->FolderCreateGroupRights", "Ftp->FolderCreateGroupRights"};
     const char *access = nullptr;
     if (const int rc = read_access(call, "Ftp->DfefaultAccess", option.DefaultAccess, "ReadWrite", access))
         return rc;
     Rights umasks;
-    if (const int rc = read_rights(call, option, qbobj_validate_umask, names, umasks))
+    if (const int rc = read_rights(call, qbobj_validate_umask,
+                                   {"Ftp->FileCreateGroupRights", "Ftp->FileCreateGroupRights",
+                                    "Ftp->FolderCreateGroupRights", "Ftp->FolderCreateGroupRights"},
+                                   right_words(option), umasks))
         return rc;
-    const Status inserted =
-        call.run(R"(INSERT INTO ftp_share_option
+    return call.exec(
+        "Failed DB Query for ftp share_option. %s", R"(INSERT INTO ftp_share_option
         (share_id,available,ftp_access,ftp_mask,ftp_create_mask,ftp_directory_mask) VALUES(%d,%d,%Q,%d,%d,%d))",
-                 share_id, !option.NotAvailable, access,
-                 given_or(option._void_NewFileFolderPermAutoset, option.NewFileFolderPermAutoset, 0),
-                 umasks.file(), umasks.folder());
-    if (!inserted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for ftp share_option. %s", inserted.error());
-    return 0;
+        share_id, !option.NotAvailable, access,
+        given_or<&Ftp::_void_NewFileFolderPermAutoset, &Ftp::NewFileFolderPermAutoset>(option, 0),
+        umasks.file(), umasks.folder());
 }
 
-int insert_option(Call &call, const Directory &, qbobj_HttpShareOption_t &option, int32_t share_id)
+int insert_option(Call &call, const Http &option, int32_t share_id)
 {
     const char *access = nullptr;
     if (const int rc = read_access(call, "Http->DfefaultAccess", option.DefaultAccess, "ReadWrite", access))
         return rc;
-    const Status inserted = call.run(
+    return call.exec(
+        "Failed DB Query for http share_option. %s",
         "INSERT INTO http_share_option (share_id,available,http_access,http_webdav) VALUES(%d,%d,%Q,%d)",
-        share_id, !option.NotAvailable, access, given_or(option._void_EnableWebDav, option.EnableWebDav, 0));
-    if (!inserted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for http share_option. %s",
-                     inserted.error());
-    return 0;
+        share_id, !option.NotAvailable, access,
+        given_or<&Http::_void_EnableWebDav, &Http::EnableWebDav>(option, 0));
 }
 
-int insert_option(Call &call, const Directory &, qbobj_RsyncShareOption_t &option, int32_t share_id)
+int insert_option(Call &call, Rsync &option, int32_t share_id)
 {
     return qbobj_api2_addRsyncShareOption(call, &option, share_id);
 }
 
-int insert_option(Call &call, const Directory &, qbobj_DlnaShareOption_t &option, int32_t share_id)
+int insert_option(Call &call, Dlna &option, int32_t share_id)
 {
     return qbobj_api2_addDlnaShareOption(call, &option, share_id);
 }
 
-int insert_option(Call &call, const Directory &, qbobj_DaapShareOption_t &option, int32_t share_id)
+int insert_option(Call &call, Daap &option, int32_t share_id)
 {
     return qbobj_api2_addDaapShareOption(call, &option, share_id);
 }
 
 template <class Option>
-int add_option(Call &call, const Directory &directory, Option *option, int32_t share_id)
+int add_option(Call &call, Option &option, int32_t share_id)
 {
-    if (option == nullptr)
-        return 0;
-    if (const int rc = insert_option(call, directory, *option, share_id))
+    if (const int rc = insert_option(call, option, share_id))
         return rc;
-    if (const int rc = write_lists(call, *option, share_id))
+    if (const int rc = write_lists(call, option, share_id))
         return rc;
-    refresh_service<Option>(call);
+    tell_service<Option>(call);
     return 0;
 }
 
-// In the order given; the first failure ends it.
-template <class... Options>
-int add_options(Call &call, const Directory &directory, int32_t share_id, Options *...options)
+int add_options(Call &call, const Share &share, int32_t share_id)
 {
-    int rc = 0;
-    static_cast<void>((... || ((rc = add_option(call, directory, options, share_id)) != 0)));
-    return rc;
+    return each_option([&](auto &option) { return add_option(call, option, share_id); }, share.Cifs,
+                       share.Afp, share.Nfs, share.Ftp, share.Rsync, share.Dlna, share.Daap, share.Http);
 }
 
 /* ---- The share itself ---------------------------------------------------------------------------------- */
@@ -179,141 +172,122 @@ struct Ownership {
 };
 
 // A negative resource_id leaves the choice to the account's id; 0 is the administrator.
-int read_owner(Call &call, const qbobj_SystemUser_t *user, int &id)
+template <class Account>
+int read_owner(Call &call, const Account *owner, const Message<int> &invalid, int &id)
 {
-    id = user == nullptr ? -1 : user->resource_id >= 0 ? user->resource_id : user->UserId;
-    if (id < 0)
-        return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid Stat->User (resource_id=%d).",
-                     user == nullptr ? -1 : user->resource_id);
-    return 0;
-}
-
-int read_owning_group(Call &call, const qbobj_SystemGroup_t *group, int &id)
-{
-    id = group == nullptr ? -1 : group->resource_id >= 0 ? group->resource_id : group->GroupId;
-    if (id < 0)
-        return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid Stat->Group (resource_id=%d).",
-                     group == nullptr ? -1 : group->resource_id);
-    return 0;
+    const int resource_id = owner == nullptr ? -1 : owner->resource_id;
+    id = owner == nullptr || resource_id >= 0 ? resource_id : owner->*AccountKind<Account>::id;
+    return id < 0 ? raise(call, QBOBJ_ERROR_API_ARGS, invalid, resource_id) : 0;
 }
 
 // Without a Stat the guest owns the share and everyone may do everything.
-int read_ownership(Call &call, const qbobj_FileStat_t *stat, Ownership &ownership)
+int read_ownership(Call &call, const qbobj_FileStat_t *given, Ownership &ownership)
 {
+    using Stat = qbobj_FileStat_t;
     if (x_qbobj_getUID(call, nullptr, &ownership.user) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Cannot get UID for guest");
     if (x_qbobj_getGID(call, nullptr, &ownership.group) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Cannot get GID for guest");
-    if (stat != nullptr) {
-        if (const int rc = read_owner(call, stat->User, ownership.user))
+    Stat stat{};
+    stat._void_NonOwnerDelete = 1;
+    if (given != nullptr) {
+        stat = *given;
+        if (const int rc =
+                read_owner(call, stat.User, "Invalid Stat->User (resource_id=%d).", ownership.user))
             return rc;
-        if (const int rc = read_owning_group(call, stat->Group, ownership.group))
+        if (const int rc =
+                read_owner(call, stat.Group, "Invalid Stat->Group (resource_id=%d).", ownership.group))
             return rc;
-        ownership.non_owner_delete = given_or(stat->_void_NonOwnerDelete, stat->NonOwnerDelete, 1);
     }
-    if (const int rc = read_right(call, qbobj_validate_rights, "Stat->UserAccess",
-                                  stat == nullptr ? nullptr : stat->UserAccess, 1, ownership.user_access))
+    ownership.non_owner_delete = given_or<&Stat::_void_NonOwnerDelete, &Stat::NonOwnerDelete>(stat, 1);
+    if (const int rc = read_right(call, qbobj_validate_rights, "Stat->UserAccess", stat.UserAccess, 1,
+                                  ownership.user_access))
         return rc;
-    if (const int rc = read_right(call, qbobj_validate_rights, "Stat->GroupAccess",
-                                  stat == nullptr ? nullptr : stat->GroupAccess, 1, ownership.group_access))
+    if (const int rc = read_right(call, qbobj_validate_rights, "Stat->GroupAccess", stat.GroupAccess, 1,
+                                  ownership.group_access))
         return rc;
-    return read_right(call, qbobj_validate_rights, "Stat->EveryoneAccess",
-                      stat == nullptr ? nullptr : stat->EveryoneAccess, 1, ownership.everyone_access);
+    return read_right(call, qbobj_validate_rights, "Stat->EveryoneAccess", stat.EveryoneAccess, 1,
+                      ownership.everyone_access);
 }
 
 // What is the matter with a share that could not be stored.
-int raise_insert_failed(Call &call, const Status &inserted)
-{
-    if (inserted.rc == constraint_violation)
-        return raise(call, QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS,
-                     "Sharename specified is already exist. Or specified volume is not exist.");
-    return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT INTO share'. %s", inserted.error());
-}
+constexpr Failure taken{QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS,
+                        "Sharename specified is already exist. Or specified volume is not exist."};
+constexpr Failure not_stored = "Failed DB Query for 'INSERT INTO share'. %s";
 
-int insert_share(Call &call, const qbobj_Share_t &share, const char *type, const char *volume_id,
-                 const Ownership &owned, int32_t &share_id)
+int insert_share(Call &call, const Share &share, const char *type, const char *volume_id,
+                 const Ownership &owned)
 {
     const char *snapdir = share.VisibleSnapshot != 0 ? share.VisibleSnapFolder : nullptr;
-    Status inserted;
     if (!is_empty(share.Path)) {
         const char *zfs_name = *share.Path == '/' ? share.Path + 1 : share.Path;
-        inserted = call.run(R"(INSERT INTO share (zfs_name,type,name,comment,visible_snapdir,volume_id,path,
+        return call.exec_unique(
+            taken, not_stored,
+            R"(INSERT INTO share (zfs_name,type,name,comment,visible_snapdir,volume_id,path,
             user_access,group_access,everyone_access,non_owner_delete,user_id,group_id)
             VALUES(%Q,%Q,%Q,%Q,%Q,%Q,%Q,%d,%d,%d,%d,%d,%d))",
-                            zfs_name, type, share.ShareName, share.Comment, snapdir, volume_id, share.Path,
-                            owned.user_access, owned.group_access, owned.everyone_access,
-                            owned.non_owner_delete, owned.user, owned.group);
-    } else {
-        inserted = call.run(R"(INSERT INTO share (zfs_name,type,name,comment,visible_snapdir,volume_id,path,
-            user_access,group_access,everyone_access,non_owner_delete,user_id,group_id)
-            VALUES((SELECT lv_name||'/'||%Q FROM _volume WHERE id=%Q),%Q,%Q,%Q,%Q,%Q,
-            (SELECT '/'||lv_name||'/'||%Q FROM _volume WHERE id=%Q),%d,%d,%d,%d,%d,%d))",
+            zfs_name, type, share.ShareName, share.Comment, snapdir, volume_id, share.Path, owned.user_access,
+            owned.group_access, owned.everyone_access, owned.non_owner_delete, owned.user, owned.group);
+    }
+    return call.exec_unique(taken, not_stored,
+                            R"(INSERT INTO share (zfs_name,type,name,comment,visible_snapdir,volume_id,path,
+        user_access,group_access,everyone_access,non_owner_delete,user_id,group_id)
+        VALUES((SELECT lv_name||'/'||%Q FROM _volume WHERE id=%Q),%Q,%Q,%Q,%Q,%Q,
+        (SELECT '/'||lv_name||'/'||%Q FROM _volume WHERE id=%Q),%d,%d,%d,%d,%d,%d))",
                             share.ShareName, volume_id, type, share.ShareName, share.Comment, snapdir,
                             volume_id, share.ShareName, volume_id, owned.user_access, owned.group_access,
                             owned.everyone_access, owned.non_owner_delete, owned.user, owned.group);
-    }
-    if (!inserted)
-        return raise_insert_failed(call, inserted);
-    share_id = call.last_id();
-    return 0;
 }
 
 // Sizes that the record leaves out are stored as 0, which is no limit.
-int insert_attributes(Call &call, const qbobj_Share_t &share, const char *volume_id, int32_t share_id)
+int insert_attributes(Call &call, const Share &share, const char *volume_id, int32_t share_id)
 {
-    const Text free_kb =
-        call.ask_text("SELECT V.blk_free FROM share S LEFT JOIN _volume V ON V.id=%Q LIMIT 1", volume_id);
-    if (!free_kb)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", free_kb.error());
-    const uint64_t refquota = given_or(share._void_RefQuotaMB, share.RefQuotaMB, 0);
+    const char *free_kb = nullptr;
+    if (const int rc =
+            call.text("Failed DB Query for 'SELECT share'. %s", free_kb,
+                      "SELECT V.blk_free FROM share S LEFT JOIN _volume V ON V.id=%Q LIMIT 1", volume_id))
+        return rc;
+    const uint64_t refquota = given_or<&Share::_void_RefQuotaMB, &Share::RefQuotaMB>(share, 0);
     // Compared in 32 bits; QuotaMB is not compared at all.
-    if (static_cast<uint32_t>(refquota) > static_cast<uint32_t>(to_uint64(free_kb.value) / 1024))
+    if (static_cast<uint32_t>(refquota) > static_cast<uint32_t>(to_uint64(free_kb) / 1024))
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid quota value. Need to be less than Free Space.");
-    const Status inserted = call.run(
+    return call.exec_unique(
+        taken, not_stored,
         R"(INSERT INTO zfs_attr (share_id,mb_quota,mb_reservation,mb_refquota,mb_refreservation,compression,
         bit_rot_protection,dedup,logbias,sync) VALUES(%d,%llu,%llu,%llu,%llu,%d,%d,%d,%Q,%Q))",
-        share_id, given_or(share._void_QuotaMB, share.QuotaMB, 0),
-        given_or(share._void_ReserveMB, share.ReserveMB, 0), refquota,
-        given_or(share._void_RefReserveMB, share.RefReserveMB, 0),
-        given_or(share._void_Compression, share.Compression, 0),
-        given_or(share._void_BitRotProtection, share.BitRotProtection, 0),
-        given_or(share._void_Dedup, share.Dedup, 0), share.LogBias, share.Sync);
-    if (!inserted)
-        return raise_insert_failed(call, inserted);
-    return 0;
+        share_id, given_or<&Share::_void_QuotaMB, &Share::QuotaMB>(share, 0),
+        given_or<&Share::_void_ReserveMB, &Share::ReserveMB>(share, 0), refquota,
+        given_or<&Share::_void_RefReserveMB, &Share::RefReserveMB>(share, 0),
+        given_or<&Share::_void_Compression, &Share::Compression>(share, 0),
+        given_or<&Share::_void_BitRotProtection, &Share::BitRotProtection>(share, 0),
+        given_or<&Share::_void_Dedup, &Share::Dedup>(share, 0), share.LogBias, share.Sync);
 }
 
 int insert_zvol(Call &call, const qbobj_ZvolShareOption_t *zvol, int32_t share_id)
 {
     if (zvol == nullptr)
         return 0;
-    const Status inserted =
-        call.run("INSERT INTO zvol_share_option (share_id,kb_size,is_sparse) VALUES(%d,%llu,%d)", share_id,
-                 zvol->SizeKB, zvol->IsSparse);
-    if (!inserted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for zvol share_option. %s",
-                     inserted.error());
-    return 0;
+    return call.exec("Failed DB Query for zvol share_option. %s",
+                     "INSERT INTO zvol_share_option (share_id,kb_size,is_sparse) VALUES(%d,%llu,%d)",
+                     share_id, zvol->SizeKB, zvol->IsSparse);
 }
 
 int insert_used_by(Call &call, qbobj_UsedBy_t *used_by, int32_t share_id)
 {
     if (used_by == nullptr)
         return 0;
-    const Status removed = call.run("DELETE FROM `$application_on_share` WHERE zfs_name="
-                                    "(SELECT S.zfs_name FROM share S WHERE S.id=%d)",
-                                    share_id);
-    if (!removed)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DELETE $application_on_share. (%s)", removed.error());
-    for (const qbobj_UsedBy_t &entry : Chain(used_by)) {
-        const Status inserted = call.run("INSERT OR REPLACE INTO `$application_on_share` "
-                                         "(zfs_name,app_name,app_data) "
-                                         "VALUES((SELECT S.zfs_name FROM share S WHERE S.id=%d),%Q,%Q)",
-                                         share_id, entry.AppName, entry.AppData);
-        if (!inserted)
-            return raise(call, QBOBJ_ERROR_DB_MISC, "Failed INSERT $application_on_share. (%s)",
-                         inserted.error());
-    }
+    if (const int rc = call.exec("Failed DELETE $application_on_share. (%s)",
+                                 "DELETE FROM `$application_on_share` WHERE zfs_name="
+                                 "(SELECT S.zfs_name FROM share S WHERE S.id=%d)",
+                                 share_id))
+        return rc;
+    for (const qbobj_UsedBy_t &entry : Chain(used_by))
+        if (const int rc = call.exec("Failed INSERT $application_on_share. (%s)",
+                                     "INSERT OR REPLACE INTO `$application_on_share` "
+                                     "(zfs_name,app_name,app_data) "
+                                     "VALUES((SELECT S.zfs_name FROM share S WHERE S.id=%d),%Q,%Q)",
+                                     share_id, entry.AppName, entry.AppData))
+            return rc;
     return 0;
 }
 
@@ -333,16 +307,14 @@ constexpr qbobj_Schedule_t default_schedule{
 
 int insert_schedule(Call &call, const qbobj_Schedule_t &schedule, int32_t share_id)
 {
-    const Status inserted = call.run(
+    return call.exec(
+        "Failed INSERT snapshot_schedule. (%s)",
         R"(INSERT OR REPLACE INTO snapshot_schedule (share_id,enabled,minute,hour,day_of_month,day_of_week,month,
         last_taken,purge_manual_snapshot,last_daily_taken,last_weekly_taken)
         VALUES(%d,%d,%Q,%Q,%Q,%Q,%Q,%d,%d,%d,%d))",
         share_id, schedule.Enabled, schedule.Minute, schedule.Hour, schedule.DayOfMonth, schedule.DayOfWeek,
         schedule.Month, schedule.LastTaken, schedule.PurgeManualSnapshot, schedule.LastDailyTaken,
         schedule.LastWeeklyTaken);
-    if (!inserted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed INSERT snapshot_schedule. (%s)", inserted.error());
-    return 0;
 }
 
 int check_new_share(Call &call, const qbobj_Share_t &share, const char *&type)
@@ -359,7 +331,7 @@ int check_new_share(Call &call, const qbobj_Share_t &share, const char *&type)
     return 0;
 }
 
-int add_share(Call &call, const Directory &directory, qbobj_Share_t &share)
+int add_share(Call &call, Share &share)
 {
     const char *type = nullptr;
     if (const int rc = check_new_share(call, share, type))
@@ -372,13 +344,12 @@ int add_share(Call &call, const Directory &directory, qbobj_Share_t &share)
     if (const int rc = read_ownership(call, share.Stat, ownership))
         return rc;
 
-    int32_t share_id = 0;
-    if (const int rc = insert_share(call, share, type, volume_id, ownership, share_id))
+    if (const int rc = insert_share(call, share, type, volume_id, ownership))
         return rc;
+    const int32_t share_id = call.last_id();
     if (const int rc = insert_attributes(call, share, volume_id, share_id))
         return rc;
-    if (const int rc = add_options(call, directory, share_id, share.Cifs, share.Afp, share.Nfs, share.Ftp,
-                                   share.Rsync, share.Dlna, share.Daap, share.Http))
+    if (const int rc = add_options(call, share, share_id))
         return rc;
     if (const int rc = insert_zvol(call, share.Zvol, share_id))
         return rc;
@@ -395,40 +366,25 @@ int add_share(Call &call, const Directory &directory, qbobj_Share_t &share)
 
 int x_qbobj_addShare(Call &call, qbobj_Share_t *share)
 {
-    const Directory directory = call.directory();
-    for (qbobj_Share_t &next : Chain(share)) {
-        if (const int rc = add_share(call, directory, next))
-            return rc;
-    }
-    return 0;
+    return for_each(share, add_share, call);
 }
 
 int qbobj_api2_addDlnaShareOption(Call &call, qbobj_DlnaShareOption_t *option, int32_t share_id)
 {
-    const char *access = nullptr; // only checked: media players never write
-    if (const int rc = read_access(call, "Dlna->DefaultAccess", option->DefaultAccess, "ReadOnly", access))
-        return rc;
     int media_type = 0;
-    if (qbobj_validate_media_type(option->MediaType, "All", &media_type) != 0)
-        return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid Dlna->MediaType (%s).", option->MediaType);
-    const Status inserted = call.run("INSERT INTO dlna_share_option "
-                                     "(share_id,available,access,media_type) "
-                                     "VALUES(%d,%d,'readonly',%d)",
-                                     share_id, !option->NotAvailable, media_type);
-    if (!inserted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT INTO dlna_share_option'. %s",
-                     inserted.error());
-    return 0;
+    if (const int rc = read_media(call, *option, media_type))
+        return rc;
+    return call.exec("Failed DB Query for 'INSERT INTO dlna_share_option'. %s",
+                     "INSERT INTO dlna_share_option (share_id,available,access,media_type) "
+                     "VALUES(%d,%d,'readonly',%d)",
+                     share_id, !option->NotAvailable, media_type);
 }
 
 int qbobj_api2_addDaapShareOption(Call &call, qbobj_DaapShareOption_t *option, int32_t share_id)
 {
-    const Status inserted = call.run("INSERT INTO daap_share_option (share_id,available) VALUES(%d,%d)",
-                                     share_id, !option->NotAvailable);
-    if (!inserted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT INTO daap_share_option'. %s",
-                     inserted.error());
-    return 0;
+    return call.exec("Failed DB Query for 'INSERT INTO daap_share_option'. %s",
+                     "INSERT INTO daap_share_option (share_id,available) VALUES(%d,%d)", share_id,
+                     !option->NotAvailable);
 }
 
 int qbobj_api2_addRsyncShareOption(Call &call, qbobj_RsyncShareOption_t *option, int32_t share_id)
@@ -440,14 +396,10 @@ int qbobj_api2_addRsyncShareOption(Call &call, qbobj_RsyncShareOption_t *option,
     if (qbobj_validate_enable_disable(option->PasswordProtection, "Disabled", &protection) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid Rsync->PasswordProtection (%s).",
                      option->PasswordProtection);
-    const Status inserted = call.run("INSERT INTO rsync_share_option "
-                                     "(share_id,available,rsync_access,passwordprotection) "
-                                     "VALUES(%d,%d,%Q,%Q)",
-                                     share_id, !option->NotAvailable, access, protection);
-    if (!inserted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT INTO rsync_share_option'. %s",
-                     inserted.error());
-    return 0;
+    return call.exec("Failed DB Query for 'INSERT INTO rsync_share_option'. %s",
+                     "INSERT INTO rsync_share_option (share_id,available,rsync_access,passwordprotection) "
+                     "VALUES(%d,%d,%Q,%Q)",
+                     share_id, !option->NotAvailable, access, protection);
 }
 
 } // namespace qbobj

@@ -1,7 +1,5 @@
 // The access lists of a share: who may use it over a protocol, the links to other servers, rsync's logins.
-#include "core/call.h"
-#include "share/share.h"
-#include "validate/validate.h"
+#include "share/share_writing.h"
 
 #include <cstring>
 #include <optional>
@@ -15,29 +13,28 @@ namespace
 {
 
 // What a protocol allows those whom no list names.
-enum default_access_t : int { _ACC_NO = 0, _ACC_RO = 1, _ACC_RW = 2 };
+enum class Default : int { none = 0, read_only = 1, read_write = 2 };
 
 // A share without an option row allows nothing.
-int read_default_access(Call &call, int32_t share_id, const char *proto, default_access_t &access)
+int read_default(Call &call, int32_t share_id, const char *proto, Default &access)
 {
-    const Number stored = call.ask_number(
+    int32_t stored = 0;
+    const int rc = call.number(
+        {"Failed DB Query for 'SELECT %s_share_option'. %s", proto}, stored,
         R"(SELECT CASE WHEN O.%s_access='writeable' THEN %d WHEN O.%s_access='readonly' THEN %d ELSE %d END
         FROM %s_share_option O WHERE share_id=%d)",
-        proto, _ACC_RW, proto, _ACC_RO, _ACC_NO, proto, share_id);
-    if (!stored)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT %s_share_option'. %s", proto,
-                     stored.error());
-    access = static_cast<default_access_t>(stored.value);
-    return 0;
+        proto, Default::read_write, proto, Default::read_only, Default::none, proto, share_id);
+    access = static_cast<Default>(stored);
+    return rc;
 }
 
 // An entry that grants what the default grants anyway. Where the default grants nothing, no entry repeats it.
-bool repeats_default(default_access_t access, int read, int write)
+bool repeats_default(Default access, int read, int write)
 {
     switch (access) {
-    case _ACC_RO:
+    case Default::read_only:
         return read != 0 && write == 0;
-    case _ACC_RW:
+    case Default::read_write:
         return read != 0 && write != 0;
     default:
         return false;
@@ -47,15 +44,22 @@ bool repeats_default(default_access_t access, int read, int write)
 /* ---- Users and groups ---------------------------------------------------------------------------------- */
 
 // Members of the cloud-access group and administrators are listed whatever the default is.
-bool is_always_listed(Call &call, int user_id)
+bool is_always_listed(Call &call, const qbobj_UserAcl_t &, int user_id)
 {
     const Number member = call.ask_number(R"(SELECT DISTINCT 1 FROM `$user` u, `$group` g
         WHERE u.group_id = g.id AND (g.gname = 'sky-port' OR g.gname = 'admin') AND u.id = %d)",
                                           user_id);
-    if (!member)
-        log(call, QBDB_LOG_ERROR, "ERROR:%s:%d Failed DB Query error: %s", here().unit.data(), here().line,
+    if (!member) {
+        const Site site = here();
+        log(call, QBDB_LOG_ERROR, "ERROR:%s:%d Failed DB Query error: %s", site.unit.data(), site.line,
             member.error());
+    }
     return member.found != 0;
+}
+
+bool is_always_listed(Call &, const qbobj_GroupAcl_t &, int)
+{
+    return false;
 }
 
 // The differences between the list of users and that of groups.
@@ -64,43 +68,23 @@ struct AccountList;
 
 template <>
 struct AccountList<qbobj_UserAcl_t> {
+    using Account = qbobj_SystemUser_t;
     static constexpr auto account = &qbobj_UserAcl_t::User;
-    static constexpr auto id = &qbobj_SystemUser_t::UserId;
-    static constexpr auto name = &qbobj_SystemUser_t::UserName;
-    static constexpr auto id_of_name = qbdb_util_get_posix_uid_by_name;
-    static constexpr auto is_always_listed = qbobj::is_always_listed;
-
-    static constexpr Statement<int, const char *> remove =
-        "DELETE FROM `user_acl` WHERE share_id=%d AND proto=%Q";
     static constexpr Statement<int, int, const char *, int, int> insert =
         "INSERT INTO `user_acl` (share_id,user_id,proto,read,write) VALUES(%d,%d,%Q,%d,%d)";
-
-    static constexpr Message<const char *, const char *> remove_failed =
-        "Failed DB Query for %s 'DELETE FROM user_acl'. %s";
-    static const char *remove_word(const char *proto) { return proto; }
     static constexpr Message<> no_account = "Invalid UserAcl->User cannot be NULL";
     static constexpr Message<int, const char *> bad_account =
         "Invalid UserAcl->User (resource_id=%d, UserName=%s).";
     static constexpr Message<const char *> bad_access = "Invalid UserAcl->Access (%s).";
 };
 
-// Its messages speak of cifs and of users in places; callers depend on the wording.
+// One of its messages speaks of users; callers depend on the wording.
 template <>
 struct AccountList<qbobj_GroupAcl_t> {
+    using Account = qbobj_SystemGroup_t;
     static constexpr auto account = &qbobj_GroupAcl_t::Group;
-    static constexpr auto id = &qbobj_SystemGroup_t::GroupId;
-    static constexpr auto name = &qbobj_SystemGroup_t::GroupName;
-    static constexpr auto id_of_name = qbdb_util_get_posix_gid_by_name;
-    static bool is_always_listed(Call &, int) { return false; }
-
-    static constexpr Statement<int, const char *> remove =
-        "DELETE FROM `group_acl` WHERE share_id=%d AND proto=%Q";
     static constexpr Statement<int, int, const char *, int, int> insert =
         "INSERT INTO `group_acl` (share_id,group_id,proto,read,write) VALUES(%d,%d,%Q,%d,%d)";
-
-    static constexpr Message<const char *, const char *> remove_failed =
-        "Failed DB Query for %s 'DELETE FROM group_acl'. %s";
-    static const char *remove_word(const char *) { return "cifs"; }
     static constexpr Message<> no_account = "Invalid UserAcl->Group cannot be NULL";
     static constexpr Message<int, const char *> bad_account =
         "Invalid GroupAcl->Group (resource_id=%d, GroupName=%s).";
@@ -110,51 +94,46 @@ struct AccountList<qbobj_GroupAcl_t> {
 // The account's id. An entry that has only a name is looked up where accounts are not mirrored, and its
 // record then carries the id.
 template <class Entry>
-int find_account(Call &call, Entry &entry, const Directory &directory, int &id)
+int find_account(Call &call, Entry &entry, int &id)
 {
     using List = AccountList<Entry>;
+    using Kind = AccountKind<typename List::Account>;
     auto *account = entry.*List::account;
     if (account == nullptr)
         return raise(call, QBOBJ_ERROR_API_ARGS, List::no_account);
-    const char *name = account->*List::name;
-    id = account->resource_id != 0 ? account->resource_id : account->*List::id;
+    const char *name = account->*Kind::name;
+    id = account->resource_id != 0 ? account->resource_id : account->*Kind::id;
     if (id != 0)
         return 0;
-    if (!directory.no_sync || is_empty(name))
+    if (!call.directory().no_sync || is_empty(name))
         return raise(call, QBOBJ_ERROR_API_ARGS, List::bad_account, account->resource_id, name);
-    id = List::id_of_name(call.qbdb(), name, directory.ads);
+    id = Kind::id_in_directory(call.qbdb(), name, call.directory().ads);
     if (id < 0)
         return raise(call, QBOBJ_ERROR_UI__NO_LDAP_OBJECT, List::bad_account, account->resource_id, name);
-    account->resource_id = account->*List::id = id;
+    account->resource_id = account->*Kind::id = id;
     return 0;
 }
 
 template <class Entry>
-int replace_accounts(Call &call, Entry *acl, int32_t share_id, const char *proto, const Directory &directory)
+int add_accounts(Call &call, Entry *acl, int32_t share_id, const char *proto)
 {
     using List = AccountList<Entry>;
-    const Status removed = call.run(List::remove, share_id, proto);
-    if (!removed)
-        return raise(call, QBOBJ_ERROR_DB_MISC, List::remove_failed, List::remove_word(proto),
-                     removed.error());
-    default_access_t access = _ACC_NO;
-    if (const int rc = read_default_access(call, share_id, proto, access))
+    Default access = Default::none;
+    if (const int rc = read_default(call, share_id, proto, access))
         return rc;
-
     for (Entry &entry : Chain(acl)) {
         int id = 0;
         int read = 0;
         int write = 0;
-        if (const int rc = find_account(call, entry, directory, id))
+        if (const int rc = find_account(call, entry, id))
             return rc;
         if (qbobj_validate_read_write(entry.Access, nullptr, &read, &write) != 0)
             return raise(call, QBOBJ_ERROR_API_ARGS, List::bad_access, entry.Access);
-        if (repeats_default(access, read, write) && !List::is_always_listed(call, id))
+        if (repeats_default(access, read, write) && !is_always_listed(call, entry, id))
             continue;
-        const Status inserted = call.run(List::insert, share_id, id, proto, read, write);
-        if (!inserted)
-            return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for %s 'INSERT user_acl'. %s", proto,
-                         inserted.error());
+        if (const int rc = call.exec({"Failed DB Query for %s 'INSERT user_acl'. %s", proto}, List::insert,
+                                     share_id, id, proto, read, write))
+            return rc;
     }
     return 0;
 }
@@ -164,12 +143,14 @@ int replace_accounts(Call &call, Entry *acl, int32_t share_id, const char *proto
 // A host that is known by its id, perhaps with its name as a proof.
 int check_host(Call &call, int id, const char *name)
 {
-    const Number count =
-        name == nullptr ? call.ask_number("SELECT COUNT(*) FROM `host` WHERE id=%d", id)
-                        : call.ask_number("SELECT COUNT(*) FROM `host` WHERE id=%d AND name=%Q", id, name);
-    if (!count)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed SQL 'SELECT host'. %s", count.error());
-    if (count.value != 1)
+    static constexpr Failure failed = "Failed SQL 'SELECT host'. %s";
+    int32_t count = 0;
+    if (const int rc =
+            name == nullptr
+                ? call.number(failed, count, "SELECT COUNT(*) FROM `host` WHERE id=%d", id)
+                : call.number(failed, count, "SELECT COUNT(*) FROM `host` WHERE id=%d AND name=%Q", id, name))
+        return rc;
+    if (count != 1)
         return raise(call, QBOBJ_ERROR_API_ARGS,
                      "Specified HostId (%d) and/or HostName (%s) conflict with db. ", id, name);
     return 0;
@@ -181,14 +162,10 @@ int remember_host(Call &call, const char *name, int &id)
     const char *canonical = nullptr;
     if (name == nullptr || qbobj_validate_host_or_net(call.pool(), name, &canonical) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid HostName or Network specified (%s).", name);
-    const Status inserted = call.run("INSERT OR IGNORE INTO `host` (name) VALUES(%Q)", canonical);
-    if (!inserted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed SQL 'INSERT host'. %s", inserted.error());
-    const Number found = call.ask_number("SELECT id FROM `host` WHERE name=%Q", canonical);
-    if (!found)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed SQL 'SELECT host'. %s", found.error());
-    id = found.value;
-    return 0;
+    if (const int rc = call.exec("Failed SQL 'INSERT host'. %s",
+                                 "INSERT OR IGNORE INTO `host` (name) VALUES(%Q)", canonical))
+        return rc;
+    return call.number("Failed SQL 'SELECT host'. %s", id, "SELECT id FROM `host` WHERE name=%Q", canonical);
 }
 
 struct HostRights {
@@ -198,7 +175,7 @@ struct HostRights {
 };
 
 // What is stored of a host's entry, if anything.
-std::optional<HostRights> stored_rights(std::string_view proto, default_access_t access, HostRights given)
+std::optional<HostRights> stored_rights(std::string_view proto, Default access, HostRights given)
 {
     const auto [read, write, root] = given;
     if (proto == "cifs")
@@ -206,7 +183,7 @@ std::optional<HostRights> stored_rights(std::string_view proto, default_access_t
     if (proto == "afp")
         return std::nullopt;
     if (proto == "nfs" && root != 0 && read == 0 && write == 0)
-        return HostRights{access != _ACC_NO, access == _ACC_RW, root};
+        return HostRights{access != Default::none, access == Default::read_write, root};
     if (proto == "nfs")
         return given;
     if (proto == "ftp" && repeats_default(access, read, write))
@@ -214,8 +191,7 @@ std::optional<HostRights> stored_rights(std::string_view proto, default_access_t
     return HostRights{read, write, 0};
 }
 
-int add_host(Call &call, const qbobj_HostAcl_t &entry, int32_t share_id, const char *proto,
-             default_access_t access)
+int add_host(Call &call, int32_t share_id, const char *proto, Default access, const qbobj_HostAcl_t &entry)
 {
     if (entry.Host == nullptr)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid HostAcl->Host cannot be NULL");
@@ -232,26 +208,35 @@ int add_host(Call &call, const qbobj_HostAcl_t &entry, int32_t share_id, const c
     const std::optional<HostRights> rights = stored_rights(proto, access, given);
     if (!rights)
         return 0;
-    const Status inserted = call.run("INSERT OR REPLACE INTO `host_acl` "
-                                     "(share_id,host_id,proto,read,write,root) "
-                                     "VALUES(%d,%d,%Q,%d,%d,%d)",
-                                     share_id, id, proto, rights->read, rights->write, rights->root);
-    if (!inserted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for %s 'INSERT host_acl'. %s", proto,
-                     inserted.error());
-    return 0;
+    return call.exec({"Failed DB Query for %s 'INSERT host_acl'. %s", proto},
+                     "INSERT OR REPLACE INTO `host_acl` (share_id,host_id,proto,read,write,root) "
+                     "VALUES(%d,%d,%Q,%d,%d,%d)",
+                     share_id, id, proto, rights->read, rights->write, rights->root);
 }
 
-/* ---- rsync's logins ------------------------------------------------------------------------------------ */
+/* ---- Links to other servers, and rsync's logins -------------------------------------------------------- */
+
+// Where a share lies, as its links repeat it; null for a share that is gone.
+struct Home {
+    const char *volume = nullptr;
+    const char *name = nullptr;
+};
+
+constexpr auto home_of = select<int>("SELECT S.volume_id,S.name FROM share S WHERE S.id=%d",
+                                     "Failed DB Query for 'SELECT share'. %s", &Home::volume, &Home::name);
+
+struct Login {
+    const char *user;
+};
+
+constexpr auto stored_logins =
+    select<int>("SELECT U.user FROM rsync_user_password_acl U WHERE share_id=%d",
+                "Failed DB Query for 'SELECT rsync_user_password_acl'. %s", or_empty(&Login::user));
 
 int remove_login(Call &call, int32_t share_id, const char *user)
 {
-    const Status removed =
-        call.run("DELETE FROM `rsync_user_password_acl` WHERE share_id=%d AND user=%Q", share_id, user);
-    if (!removed)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE rsync_user_password_acl'. %s",
-                     removed.error());
-    return 0;
+    return call.exec("Failed DB Query for 'DELETE rsync_user_password_acl'. %s",
+                     "DELETE FROM `rsync_user_password_acl` WHERE share_id=%d AND user=%Q", share_id, user);
 }
 
 // A password that is left out or comes back masked stays as it is stored.
@@ -261,67 +246,58 @@ int store_login(Call &call, int32_t share_id, const qbobj_UserPasswordAcl_t &ent
         return 0;
     if (const int rc = remove_login(call, share_id, entry.UserName))
         return rc;
-    const Status inserted =
-        call.run("INSERT INTO `rsync_user_password_acl` (share_id,user,password) VALUES(%d,%Q,%Q)", share_id,
-                 entry.UserName, entry.Password);
-    if (!inserted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT rsync_user_password_acl'. %s",
-                     inserted.error());
-    return 0;
+    return call.exec("Failed DB Query for 'INSERT rsync_user_password_acl'. %s",
+                     "INSERT INTO `rsync_user_password_acl` (share_id,user,password) VALUES(%d,%Q,%Q)",
+                     share_id, entry.UserName, entry.Password);
 }
 
 } // namespace
 
 int qbobj_api2_addHostAcl(Call &call, qbobj_HostAcl_t *acl, int32_t share_id, const char *proto)
 {
-    const Status removed = call.run("DELETE FROM `host_acl` WHERE share_id=%d AND proto=%Q", share_id, proto);
     // The word "cifs" stands for every protocol here.
-    if (!removed)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for cifs 'DELETE FROM host_acl'. %s",
-                     removed.error());
-    default_access_t access = _ACC_NO;
-    if (const int rc = read_default_access(call, share_id, proto, access))
+    if (const int rc = call.exec("Failed DB Query for cifs 'DELETE FROM host_acl'. %s",
+                                 "DELETE FROM `host_acl` WHERE share_id=%d AND proto=%Q", share_id, proto))
         return rc;
-    for (const qbobj_HostAcl_t &entry : Chain(acl)) {
-        if (const int rc = add_host(call, entry, share_id, proto, access))
-            return rc;
-    }
-    return 0;
+    Default access = Default::none;
+    if (const int rc = read_default(call, share_id, proto, access))
+        return rc;
+    return for_each(acl, add_host, call, share_id, proto, access);
 }
 
-int qbobj_api2_addUserAcl(Call &call, qbobj_UserAcl_t *acl, int32_t share_id, const char *proto, int ads_mode,
-                          int no_sync_ads)
+int qbobj_api2_addUserAcl(Call &call, qbobj_UserAcl_t *acl, int32_t share_id, const char *proto)
 {
-    return replace_accounts(call, acl, share_id, proto, {ads_mode != 0, ads_mode != 0 && no_sync_ads != 0});
+    if (const int rc = call.exec({"Failed DB Query for %s 'DELETE FROM user_acl'. %s", proto},
+                                 "DELETE FROM `user_acl` WHERE share_id=%d AND proto=%Q", share_id, proto))
+        return rc;
+    return add_accounts(call, acl, share_id, proto);
 }
 
-int qbobj_api2_addGroupAcl(Call &call, qbobj_GroupAcl_t *acl, int32_t share_id, const char *proto,
-                           int ads_mode, int no_sync_ads)
+int qbobj_api2_addGroupAcl(Call &call, qbobj_GroupAcl_t *acl, int32_t share_id, const char *proto)
 {
-    return replace_accounts(call, acl, share_id, proto, {ads_mode != 0, ads_mode != 0 && no_sync_ads != 0});
+    // The word "cifs" stands for every protocol here, too.
+    if (const int rc = call.exec("Failed DB Query for cifs 'DELETE FROM group_acl'. %s",
+                                 "DELETE FROM `group_acl` WHERE share_id=%d AND proto=%Q", share_id, proto))
+        return rc;
+    return add_accounts(call, acl, share_id, proto);
 }
 
 int qbobj_api2_addDfolderAcl(Call &call, qbobj_DfolderAcl_t *acl, int32_t share_id)
 {
-    const Status removed = call.run("DELETE FROM `cifs_dfs_option` WHERE share_id=%d", share_id);
-    if (!removed)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE FROM cifs_dfs_option'. %s",
-                     removed.error());
-    const Table share = call.table("SELECT S.volume_id,S.name FROM share S WHERE S.id=%d", share_id);
-    if (!share)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", share.error());
-    const auto [volume, name] =
-        share.empty() ? std::pair<const char *, const char *>()
-                      : std::pair<const char *, const char *>((*share.begin())[0], (*share.begin())[1]);
-    for (const qbobj_DfolderAcl_t &link : Chain(acl)) {
-        const Status inserted = call.run("INSERT INTO `cifs_dfs_option` "
-                                         "(share_id,volume,share,folder,address,remote_share) "
-                                         "VALUES(%d,%Q,%Q,%Q,%Q,%Q)",
-                                         share_id, volume, name, link.Name, link.Address, link.RemoteShare);
-        if (!inserted)
-            return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'INSERT INTO cifs_dfs_option'. %s",
-                         inserted.error());
-    }
+    if (const int rc = call.exec("Failed DB Query for 'DELETE FROM cifs_dfs_option'. %s",
+                                 "DELETE FROM `cifs_dfs_option` WHERE share_id=%d", share_id))
+        return rc;
+    Home home;
+    if (const int rc = call.read(home_of, home, share_id))
+        return rc;
+    for (const qbobj_DfolderAcl_t &link : Chain(acl))
+        if (const int rc =
+                call.exec("Failed DB Query for 'INSERT INTO cifs_dfs_option'. %s",
+                          "INSERT INTO `cifs_dfs_option` "
+                          "(share_id,volume,share,folder,address,remote_share) "
+                          "VALUES(%d,%Q,%Q,%Q,%Q,%Q)",
+                          share_id, home.volume, home.name, link.Name, link.Address, link.RemoteShare))
+            return rc;
     return 0;
 }
 
@@ -337,19 +313,10 @@ int qbobj_api2_addUserPasswordAcl(Call &call, qbobj_UserPasswordAcl_t *acl, int3
             return rc;
         named.insert(entry.UserName);
     }
-
-    const Table stored =
-        call.table("SELECT U.user FROM rsync_user_password_acl U WHERE share_id=%d", share_id);
-    if (!stored)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT rsync_user_password_acl'. %s",
-                     stored.error());
-    for (const Row row : stored) {
-        if (named.contains(row[0]))
-            continue;
-        if (const int rc = remove_login(call, share_id, row[0]))
-            return rc;
-    }
-    return 0;
+    const auto remove_unnamed = [&](const Login &login) {
+        return named.contains(login.user) ? 0 : remove_login(call, share_id, login.user);
+    };
+    return call.each<Login>(stored_logins, remove_unnamed, share_id);
 }
 
 } // namespace qbobj

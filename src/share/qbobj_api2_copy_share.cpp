@@ -1,5 +1,4 @@
 // A share's configuration cloned under a new name.
-#include "core/call.h"
 #include "share/share.h"
 #include "validate/validate.h"
 
@@ -17,22 +16,19 @@ constexpr const char *copied_tables[] = {
 };
 
 // Repeats a share's rows of a table for another share, whatever the table's other columns are.
-int _copy_table_row(Call &call, const char *table, int source_id, int new_id)
+int copy_rows(Call &call, const char *table, int source_id, int new_id)
 {
-    const Status copied = call.run("CREATE TEMPORARY TABLE `_%s` AS SELECT * FROM `%s` WHERE share_id=%d",
-                                   table, table, source_id);
-    if (!copied)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'COPY %s'. (%s)", table, copied.error());
-    const Status updated = call.run("UPDATE `_%s` SET share_id=%d", table, new_id);
-    if (!updated)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'UPDATE _%s'. (%s)", table, updated.error());
-    const Status inserted = call.run("INSERT INTO `%s` SELECT * FROM `_%s`", table, table);
-    if (!inserted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'INSERT %s'. (%s)", table, inserted.error());
-    const Status dropped = call.run("DROP TABLE IF EXISTS `_%s`", table);
-    if (!dropped)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'DROP _%s'. (%s)", table, dropped.error());
-    return 0;
+    if (const int rc = call.exec({"Error in 'COPY %s'. (%s)", table},
+                                 "CREATE TEMPORARY TABLE `_%s` AS SELECT * FROM `%s` WHERE share_id=%d",
+                                 table, table, source_id))
+        return rc;
+    if (const int rc =
+            call.exec({"Error in 'UPDATE _%s'. (%s)", table}, "UPDATE `_%s` SET share_id=%d", table, new_id))
+        return rc;
+    if (const int rc = call.exec({"Error in 'INSERT %s'. (%s)", table},
+                                 "INSERT INTO `%s` SELECT * FROM `_%s`", table, table))
+        return rc;
+    return call.exec({"Error in 'DROP _%s'. (%s)", table}, "DROP TABLE IF EXISTS `_%s`", table);
 }
 
 } // namespace
@@ -52,19 +48,18 @@ int x_qbobj_copyShare(Call &call, const char *VolumeName, const char *ShareName,
     if (qbobj_validate_db_sharename(call, NewShareName, nullptr, &existing) == 0)
         return raise(call, QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS, "Sharename specified is already exist.");
 
-    const Status inserted = call.run(
-        R"(INSERT INTO share(zfs_name,type,volume_id,usb_storage_id,name,path,comment,user_access,group_access,
-        everyone_access,non_owner_delete,user_id,group_id)
-        SELECT %Q||'/'||%Q,type,volume_id,usb_storage_id,%Q,'/'||%Q||'/'||%Q,comment,user_access,group_access,
-        everyone_access,non_owner_delete,user_id,group_id FROM share WHERE id=%d)",
-        VolumeName, NewShareName, NewShareName, VolumeName, NewShareName, source_id);
-    if (!inserted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'INSERT share'. (%s)", inserted.error());
+    if (const int rc = call.exec(
+            "Error in 'INSERT share'. (%s)",
+            R"(INSERT INTO share(zfs_name,type,volume_id,usb_storage_id,name,path,comment,user_access,group_access,
+            everyone_access,non_owner_delete,user_id,group_id)
+            SELECT %Q||'/'||%Q,type,volume_id,usb_storage_id,%Q,'/'||%Q||'/'||%Q,comment,user_access,group_access,
+            everyone_access,non_owner_delete,user_id,group_id FROM share WHERE id=%d)",
+            VolumeName, NewShareName, NewShareName, VolumeName, NewShareName, source_id))
+        return rc;
     const int new_id = call.last_id();
-    for (const char *table : copied_tables) {
-        if (const int rc = _copy_table_row(call, table, source_id, new_id))
+    for (const char *table : copied_tables)
+        if (const int rc = copy_rows(call, table, source_id, new_id))
             return rc;
-    }
     return 0;
 }
 

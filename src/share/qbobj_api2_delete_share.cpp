@@ -1,6 +1,5 @@
 // Shares and block volumes deleted, with the rows that hang on them. Process markers and the DLNA, DAAP and
 // rsync rows stay: they outlive their share.
-#include "core/call.h"
 #include "share/share_writing.h"
 
 namespace qbobj
@@ -11,50 +10,39 @@ namespace
 
 // What a share was, read while it is removed.
 struct RemovedShare {
-    const char *name = nullptr;
-    const char *path = nullptr;
-    int visible_snapshot = 0;
+    char *name = nullptr;
+    char *path = nullptr;
+    int32_t visible_snapshot = 0;
 };
 
 int read_removed_share(Call &call, int share_id, RemovedShare &removed)
 {
-    const Text name = call.ask_text("SELECT S.name FROM share S WHERE S.id=%d", share_id);
-    if (!name)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", name.error());
-    const Text path = call.ask_text("SELECT S.path FROM share S WHERE S.id=%d", share_id);
-    if (!path)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", path.error());
-    const Number visible = call.ask_number(
+    static constexpr Failure failed = "Failed DB Query for 'SELECT share'. %s";
+    if (const int rc = call.text(failed, removed.name, "SELECT S.name FROM share S WHERE S.id=%d", share_id))
+        return rc;
+    if (const int rc = call.text(failed, removed.path, "SELECT S.path FROM share S WHERE S.id=%d", share_id))
+        return rc;
+    return call.number(
+        failed, removed.visible_snapshot,
         "SELECT CASE WHEN S.visible_snapdir IS NULL THEN 0 ELSE 1 END FROM share S WHERE S.id=%d", share_id);
-    if (!visible)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", visible.error());
-    removed = {name.value, path.value, visible.value};
-    return 0;
 }
 
 int remove_protocol(Call &call, int share_id, const char *proto)
 {
-    const Status users = call.run("DELETE FROM user_acl WHERE share_id=%d AND proto=%Q", share_id, proto);
-    if (!users)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE FROM user_acl'. %s",
-                     users.error());
-    const Status groups = call.run("DELETE FROM group_acl WHERE share_id=%d AND proto=%Q", share_id, proto);
-    if (!groups)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE FROM group_acl'. %s",
-                     groups.error());
-    const Status hosts = call.run("DELETE FROM host_acl WHERE share_id=%d AND proto=%Q", share_id, proto);
-    if (!hosts)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE FROM host_acl'. %s",
-                     hosts.error());
-    const Status option = call.run("DELETE FROM `%s_share_option` WHERE share_id=%d", proto, share_id);
-    if (!option)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE FROM %s_share_option'. %s",
-                     proto, option.error());
-    const Status links = call.run("DELETE FROM cifs_dfs_option WHERE share_id=%d", share_id);
-    if (!links)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE FROM cifs_dfs_option'. %s",
-                     links.error());
-    return 0;
+    if (const int rc = call.exec("Failed DB Query for 'DELETE FROM user_acl'. %s",
+                                 "DELETE FROM user_acl WHERE share_id=%d AND proto=%Q", share_id, proto))
+        return rc;
+    if (const int rc = call.exec("Failed DB Query for 'DELETE FROM group_acl'. %s",
+                                 "DELETE FROM group_acl WHERE share_id=%d AND proto=%Q", share_id, proto))
+        return rc;
+    if (const int rc = call.exec("Failed DB Query for 'DELETE FROM host_acl'. %s",
+                                 "DELETE FROM host_acl WHERE share_id=%d AND proto=%Q", share_id, proto))
+        return rc;
+    if (const int rc = call.exec({"Failed DB Query for 'DELETE FROM %s_share_option'. %s", proto},
+                                 "DELETE FROM `%s_share_option` WHERE share_id=%d", proto, share_id))
+        return rc;
+    return call.exec("Failed DB Query for 'DELETE FROM cifs_dfs_option'. %s",
+                     "DELETE FROM cifs_dfs_option WHERE share_id=%d", share_id);
 }
 
 // Everything else that hangs on the share, in this order; false at the first failure.
@@ -88,25 +76,25 @@ bool remove_dependants(Call &call, int id)
 // Removes one share; `removed` may be null.
 int remove_share(Call &call, int share_id, RemovedShare *removed)
 {
-    if (removed != nullptr) {
+    if (removed != nullptr)
         if (const int rc = read_removed_share(call, share_id, *removed))
             return rc;
-    }
-    for (const char *proto : {"cifs", "afp", "nfs", "ftp", "http", "zvol"}) {
+    for (const char *proto : {"cifs", "afp", "nfs", "ftp", "http", "zvol"})
         if (const int rc = remove_protocol(call, share_id, proto))
             return rc;
-    }
     // The only failure that leaves the error record empty; the log has the statement.
     if (!remove_dependants(call, share_id))
         return QBOBJ_ERROR_UNKNOWN;
-    const Status deleted = call.run("DELETE FROM share WHERE id=%d", share_id);
-    if (!deleted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for share. %s", deleted.error());
+    if (const int rc = call.exec("Failed DB Query for share. %s", "DELETE FROM share WHERE id=%d", share_id))
+        return rc;
     if (call.changes() == 0)
         return raise(call, QBOBJ_ERROR_DB_NOTEXISTS, "None of row is deleted. May be bad resource_id=%d'",
                      share_id);
     return 0;
 }
+
+constexpr auto stored_path = select<int>("SELECT path FROM share S WHERE id=%d",
+                                         "Failed DB Query for share. %s", or_empty(&qbobj_Share_t::Path));
 
 int delete_share(Call &call, qbobj_Share_t &share)
 {
@@ -114,90 +102,77 @@ int delete_share(Call &call, qbobj_Share_t &share)
     if (qbobj_validate_db_zfsname(call, share.resource_id, nullptr, &share_id) != 0 &&
         qbobj_validate_db_zfsname(call, share.ShareId, nullptr, &share_id) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%s).", share.resource_id);
-    const Number nested = call.ask_number(
-        "SELECT 1 FROM share S WHERE S.path LIKE (SELECT path FROM share WHERE id=%d)||'/%%'", share_id);
-    if (!nested)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for share. %s", nested.error());
-    if (nested.found != 0)
+    bool holds_another = false;
+    if (const int rc = call.exists(
+            "Failed DB Query for share. %s", holds_another,
+            "SELECT 1 FROM share S WHERE S.path LIKE (SELECT path FROM share WHERE id=%d)||'/%%'", share_id))
+        return rc;
+    if (holds_another)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Cannot delete share (share_id=%d).", share_id);
-    const Text path = call.ask_text("SELECT path FROM share S WHERE id=%d", share_id);
-    if (!path)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for share. %s", path.error());
-    if (path.found == 0)
-        return raise(call, QBOBJ_ERROR_API_ARGS, "Share (share_id=%d) not exist.", share_id);
-    share.Path = path.value;
+    if (const int rc =
+            call.require(stored_path, error(QBOBJ_ERROR_API_ARGS, "Share (share_id=%d) not exist.", share_id),
+                         share, share_id))
+        return rc;
 
     RemovedShare removed;
     if (const int rc = remove_share(call, share_id, &removed))
         return rc;
-    share.OldShareName = removed.name;
-    share.OldPath = removed.path;
+    share.OldShareName = or_empty(removed.name);
+    share.OldPath = or_empty(removed.path);
     share.OldVisibleSnapshot = removed.visible_snapshot;
-    if (share.Cifs != nullptr)
-        refresh_service<qbobj_CifsShareOption_t>(call);
-    if (share.Ftp != nullptr)
-        refresh_service<qbobj_FtpShareOption_t>(call);
+    each_option([&]<class Option>(Option &) { return tell_service<Option>(call), 0; }, share.Cifs, share.Ftp);
     return 0;
 }
 
-// Removes the shares whose ids a SELECT found.
-int remove_shares(Call &call, const Table &ids)
+struct ShareKey {
+    int id;
+};
+
+constexpr auto shares_on_volume = select<const char *>("SELECT S.id FROM share S WHERE S.volume_id=%Q",
+                                                       "Error in 'SELECT FROM share'.", &ShareKey::id);
+constexpr auto shares_of_dataset = select<const char *>("SELECT S.id FROM share S WHERE S.zfs_name=%Q",
+                                                        "Error in 'SELECT FROM share'.", &ShareKey::id);
+
+template <class Select>
+int remove_shares(Call &call, const Select &select, const char *key)
 {
-    if (!ids)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'SELECT FROM share'.");
-    for (const Row row : ids) {
-        if (const int rc = remove_share(call, to_int(row[0]), nullptr))
-            return rc;
-    }
-    return 0;
+    return call.each<ShareKey>(
+        select, [&](const ShareKey &share) { return remove_share(call, share.id, nullptr); }, key);
 }
 
 } // namespace
 
 int x_qbobj_deleteShare(Call &call, qbobj_Share_t *share)
 {
-    for (qbobj_Share_t &next : Chain(share)) {
-        if (const int rc = delete_share(call, next))
-            return rc;
-    }
-    return 0;
+    return for_each(share, delete_share, call);
 }
 
 int x_qbobj_deleteShareOnVolume(Call &call, const char *VolumeId)
 {
-    return remove_shares(call, call.table("SELECT S.id FROM share S WHERE S.volume_id=%Q", VolumeId));
+    return remove_shares(call, shares_on_volume, VolumeId);
 }
 
 int x_qbobj_deleteZvol(Call &call, const char *ZfsName)
 {
-    return remove_shares(call, call.table("SELECT S.id FROM share S WHERE S.zfs_name=%Q", ZfsName));
+    return remove_shares(call, shares_of_dataset, ZfsName);
 }
 
 int qbobj_api2_deleteDlnaShareOption(Call &call, int32_t share_id)
 {
-    const Status deleted = call.run("DELETE FROM dlna_share_option WHERE share_id=%d", share_id);
-    if (!deleted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE FROM dlna_share_option'. %s",
-                     deleted.error());
-    return 0;
+    return call.exec("Failed DB Query for 'DELETE FROM dlna_share_option'. %s",
+                     "DELETE FROM dlna_share_option WHERE share_id=%d", share_id);
 }
 
 int qbobj_api2_deleteDaapShareOption(Call &call, int32_t share_id)
 {
-    const Status deleted = call.run("DELETE FROM daap_share_option WHERE share_id=%d", share_id);
-    if (!deleted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE FROM daap_share_option'. %s",
-                     deleted.error());
-    return 0;
+    return call.exec("Failed DB Query for 'DELETE FROM daap_share_option'. %s",
+                     "DELETE FROM daap_share_option WHERE share_id=%d", share_id);
 }
 
 int qbobj_api2_deleteRsyncShareOption(Call &call, int32_t share_id)
 {
-    const Status deleted = call.run("DELETE FROM rsync_share_option WHERE share_id=%d", share_id);
-    if (!deleted)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE FROM rsync_share_option'. %s",
-                     deleted.error());
-    return 0;
+    return call.exec("Failed DB Query for 'DELETE FROM rsync_share_option'. %s",
+                     "DELETE FROM rsync_share_option WHERE share_id=%d", share_id);
 }
 
 } // namespace qbobj

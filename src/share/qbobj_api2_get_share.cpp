@@ -1,8 +1,12 @@
 // Shares read: whole records, the light list, and what a user may do with a share.
+#include "account/account.h"
 #include "core/set_list.h"
+#include "share/share.h"
 #include "share/share_access.h"
 #include "share/share_reading.h"
 #include "validate/validate.h"
+
+#include <qbobj/storage.h>
 
 namespace qbobj
 {
@@ -12,7 +16,24 @@ namespace
 
 /* ---- The row of a share -------------------------------------------------------------------------------- */
 
-constexpr const char *share_rows = R"(SELECT S.id,S.name,S.comment,S.path,S.non_owner_delete,
+// A share's record with what the row tells beyond it.
+struct ShareRow : qbobj_Share_t {
+    int id;
+    const char *snapshot_usage;
+};
+
+// A member that is 0 whatever the column holds.
+template <class Number>
+constexpr auto zero(Number qbobj_Share_t::*member)
+{
+    return [member](const qbobj_env_t &, qbobj_Share_t &share, const char *) { share.*member = 0; };
+}
+
+constexpr auto visible_snapshot = [](const qbobj_env_t &, qbobj_Share_t &share, const char *cell) {
+    share.VisibleSnapshot = is_empty(cell) ? 0 : 1;
+};
+
+constexpr char share_rows[] = R"(SELECT S.id,S.name,S.comment,S.path,S.non_owner_delete,
     IFNULL((SELECT U.id FROM `$user` U WHERE U.id=S.user_id),S.user_id),
     CASE WHEN S.user_access&2=2 THEN 'ReadWrite' WHEN S.user_access&4=4 THEN 'ReadOnly' ELSE 'Disabled' END,
     (SELECT G.id FROM `$group` G WHERE G.id=S.group_id),
@@ -26,7 +47,7 @@ constexpr const char *share_rows = R"(SELECT S.id,S.name,S.comment,S.path,S.non_
     (SELECT MIN(SS.created_on) FROM `$snapshot` SS WHERE SS.zfs_name=S.zfs_name),
     (SELECT MAX(SS.created_on) FROM `$snapshot` SS WHERE SS.zfs_name=S.zfs_name),
     S.migrate_to_volume_id,ZA.logbias,ZA.origin,S.visible_snapdir,IFNULL(ZA.sync,'standard'),
-    STRFTIME('%s',S.update_ts),
+    STRFTIME('%%s',S.update_ts),
     (SELECT IFNULL(MAX(PS.blocking)+1,0) FROM `process_on_share` PS WHERE PS.share_id=S.id),
     ZS.referenced/1048576,
     (SELECT S.volume_id||'/'||SC.parent_zfs_name||'@'||SC.parent_snapshot_name),
@@ -35,198 +56,137 @@ constexpr const char *share_rows = R"(SELECT S.id,S.name,S.comment,S.path,S.non_
     LEFT JOIN _zfs_stat ZS ON ZS.share_id=S.id LEFT JOIN zfs_attr ZA ON ZA.share_id=S.id
     LEFT JOIN `$snapshot_clones` SC ON SC.cloned_zfs_name=S.name)";
 
-// A row and the record that it fills.
-struct ShareRow {
-    qbobj_Share_t *share;
-    int id;
-    const char *snapshot_usage;
-};
-
-// A member that is 0 whatever the column holds.
-template <class Record, class Number>
-constexpr auto zero(Number Record::*member)
+// The rows of shares, as a SELECT of `text`, which begins with share_rows.
+template <class... Args>
+consteval auto select_shares(std::type_identity_t<Statement<Args...>> text, Failure failure)
 {
-    return [member](const qbobj_env_t &, Record &record, const char *) { record.*member = 0; };
+    using Share = qbobj_Share_t;
+    return select<Args...>(
+        text, failure, &ShareRow::id, or_empty(&Share::ShareName), or_empty(&Share::Comment),
+        or_empty(&Share::Path),
+        // The folder itself tells its owner and permissions, see read_folder_stat().
+        skipped, skipped, skipped, skipped, skipped, skipped, or_empty(&Share::VolumeId),
+        zero(&Share::AvailableMB), &Share::UsedMB, zero(&Share::UsedByChildrenMB), &Share::UsedByDatasetMB,
+        zero(&Share::UsedByRefReservationMB),
+        both(&ShareRow::snapshot_usage, zero(&Share::UsedBySnapshotsMB)), &Share::CompressRatio,
+        given<&Share::_void_QuotaMB, &Share::QuotaMB>, given<&Share::_void_ReserveMB, &Share::ReserveMB>,
+        given<&Share::_void_RefQuotaMB, &Share::RefQuotaMB>,
+        given<&Share::_void_RefReserveMB, &Share::RefReserveMB>,
+        given<&Share::_void_Compression, &Share::Compression>, given<&Share::_void_Dedup, &Share::Dedup>,
+        &Share::ShareType, both(&Share::ShareId, &Share::ZfsName), &Share::NrContinuousSnapshots,
+        &Share::NrManualSnapshots, &Share::FirstSnapshotCreatedOn, &Share::LastSnapshotCreatedOn,
+        &Share::MigrateToVolumeId, &Share::LogBias, &Share::Origin,
+        both(or_empty(&Share::VisibleSnapFolder), visible_snapshot), &Share::Sync, &Share::UpdateTS,
+        &Share::Busy, zero(&Share::ReferencedMB), &Share::CloneOf,
+        given<&Share::_void_BitRotProtection, &Share::BitRotProtection>);
 }
 
-constexpr auto visible_snapshot = [](const qbobj_env_t &, qbobj_Share_t &share, const char *cell) {
-    share.VisibleSnapshot = is_empty(cell) ? 0 : 1;
-};
+constexpr auto listed_text = joined(share_rows, " WHERE S.type='share' ORDER BY S.name COLLATE NOCASE");
+constexpr auto listed_shares = select_shares<>(listed_text, "Failed DB Query for 'SELECT FROM share'. %s");
 
-constexpr auto share_columns = std::tuple_cat(
-    std::tuple{&ShareRow::id},
-    parts(&ShareRow::share, &qbobj_Share_t::ShareName, or_empty(&qbobj_Share_t::Comment),
-          &qbobj_Share_t::Path,
-          // The folder itself tells its owner and permissions, see read_folder_stat().
-          skipped, skipped, skipped, skipped, skipped, skipped, or_empty(&qbobj_Share_t::VolumeId),
-          zero(&qbobj_Share_t::AvailableMB), &qbobj_Share_t::UsedMB, zero(&qbobj_Share_t::UsedByChildrenMB),
-          &qbobj_Share_t::UsedByDatasetMB, zero(&qbobj_Share_t::UsedByRefReservationMB)),
-    std::make_tuple(
-        both(&ShareRow::snapshot_usage, of(&ShareRow::share, zero(&qbobj_Share_t::UsedBySnapshotsMB)))),
-    parts(&ShareRow::share, &qbobj_Share_t::CompressRatio,
-          given<&qbobj_Share_t::_void_QuotaMB, &qbobj_Share_t::QuotaMB>,
-          given<&qbobj_Share_t::_void_ReserveMB, &qbobj_Share_t::ReserveMB>,
-          given<&qbobj_Share_t::_void_RefQuotaMB, &qbobj_Share_t::RefQuotaMB>,
-          given<&qbobj_Share_t::_void_RefReserveMB, &qbobj_Share_t::RefReserveMB>,
-          given<&qbobj_Share_t::_void_Compression, &qbobj_Share_t::Compression>,
-          given<&qbobj_Share_t::_void_Dedup, &qbobj_Share_t::Dedup>, &qbobj_Share_t::ShareType,
-          both(&qbobj_Share_t::ShareId, &qbobj_Share_t::ZfsName), &qbobj_Share_t::NrContinuousSnapshots,
-          &qbobj_Share_t::NrManualSnapshots, &qbobj_Share_t::FirstSnapshotCreatedOn,
-          &qbobj_Share_t::LastSnapshotCreatedOn, &qbobj_Share_t::MigrateToVolumeId, &qbobj_Share_t::LogBias,
-          &qbobj_Share_t::Origin, both(or_empty(&qbobj_Share_t::VisibleSnapFolder), visible_snapshot),
-          &qbobj_Share_t::Sync, &qbobj_Share_t::UpdateTS, &qbobj_Share_t::Busy,
-          zero(&qbobj_Share_t::ReferencedMB), &qbobj_Share_t::CloneOf,
-          given<&qbobj_Share_t::_void_BitRotProtection, &qbobj_Share_t::BitRotProtection>));
+constexpr auto zvols_too_text =
+    joined(share_rows, " WHERE S.type='share' OR S.type='zvol' ORDER BY S.name COLLATE NOCASE");
+constexpr auto shares_and_zvols =
+    select_shares<>(zvols_too_text, "Failed DB Query for 'SELECT FROM share'. %s");
 
-ShareRow read_row(const ShareReading &reading, qbobj_Share_t &share, const Row &row)
-{
-    ShareRow read{.share = &share, .id = 0, .snapshot_usage = nullptr};
-    fill(reading.call, read, share_columns, row);
-    return read;
-}
+constexpr auto one_text = joined(share_rows, " WHERE S.id=%d ORDER BY S.name COLLATE NOCASE");
+constexpr auto one_share = select_shares<int>(one_text, "Failed DB Query for 'SELECT share'. %s");
+
+constexpr auto all_shares = select_shares<>(share_rows, "Failed DB Query for 'SELECT share'. %s");
+constexpr auto matching_text = joined(share_rows, " WHERE %s");
+constexpr auto matching_shares =
+    select_shares<const char *>(matching_text, "Failed DB Query for 'SELECT share'. %s");
 
 /* ---- What belongs to a share --------------------------------------------------------------------------- */
 
-constexpr auto schedule_columns = std::tuple{
-    &qbobj_Schedule_t::Enabled,        &qbobj_Schedule_t::Minute,
-    &qbobj_Schedule_t::Hour,           &qbobj_Schedule_t::DayOfMonth,
-    &qbobj_Schedule_t::DayOfWeek,      &qbobj_Schedule_t::Month,
-    &qbobj_Schedule_t::LastTaken,      &qbobj_Schedule_t::PurgeManualSnapshot,
-    &qbobj_Schedule_t::LastDailyTaken, &qbobj_Schedule_t::LastWeeklyTaken,
-};
+constexpr auto schedule = select<int>(
+    R"(SELECT SS.enabled,SS.minute,SS.hour,SS.day_of_month,SS.day_of_week,SS.month,SS.last_taken,
+    SS.purge_manual_snapshot,SS.last_daily_taken,SS.last_weekly_taken
+    FROM snapshot_schedule SS WHERE share_id=%d)",
+    "Failed DB Query for 'SELECT FROM snapshot_schedule'. %s", &qbobj_Schedule_t::Enabled,
+    &qbobj_Schedule_t::Minute, &qbobj_Schedule_t::Hour, &qbobj_Schedule_t::DayOfMonth,
+    &qbobj_Schedule_t::DayOfWeek, &qbobj_Schedule_t::Month, &qbobj_Schedule_t::LastTaken,
+    &qbobj_Schedule_t::PurgeManualSnapshot, &qbobj_Schedule_t::LastDailyTaken,
+    &qbobj_Schedule_t::LastWeeklyTaken);
 
-constexpr auto clone_columns = std::tuple{
-    &qbobj_SnapshotClone_t::resource_id,
-    &qbobj_SnapshotClone_t::ClonedShareName,
-    &qbobj_SnapshotClone_t::ParentSnapshotName,
-    &qbobj_SnapshotClone_t::ParentShareName,
-};
+constexpr auto used_by = select<int>(R"(SELECT A.app_name,A.app_data FROM `$application_on_share` A
+    WHERE zfs_name=(SELECT S.zfs_name FROM share S WHERE S.id=%d))",
+                                     "Failed DB Query for 'SELECT FROM $application_on_share'. %s",
+                                     &qbobj_UsedBy_t::AppName, &qbobj_UsedBy_t::AppData);
 
-constexpr auto quota_columns = std::tuple{
-    &qbobj_Quota_t::AccountId, &qbobj_Quota_t::ShareId,     &qbobj_Quota_t::HardMB,
-    &qbobj_Quota_t::UsedMB,    &qbobj_Quota_t::AccountName,
-};
+constexpr auto clones =
+    select<int>(R"(SELECT id,cloned_zfs_name,parent_snapshot_name,parent_zfs_name
+    FROM `$snapshot_clones` WHERE parent_zfs_name=(SELECT S.name FROM share S WHERE S.id=%d))",
+                "Failed DB Query for 'SELECT FROM snapshot_clones %s", &qbobj_SnapshotClone_t::resource_id,
+                &qbobj_SnapshotClone_t::ClonedShareName, &qbobj_SnapshotClone_t::ParentSnapshotName,
+                &qbobj_SnapshotClone_t::ParentShareName);
 
-int raise_failed_read(Call &call, const FailedRead &failed)
-{
-    return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT FROM %s'. %s", failed.table,
-                 failed.error);
-}
+constexpr auto user_quotas = select<int>(
+    R"(SELECT Q.user_id,S.zfs_name,Q.mb_hard,QS.mb_used,A.uname FROM user_quota Q
+    INNER JOIN share S ON S.id=Q.share_id
+    LEFT JOIN _user_quota_stat QS ON QS.share_id=Q.share_id AND QS.user_id=Q.user_id
+    LEFT JOIN `$user` A ON A.id=Q.user_id WHERE Q.share_id=%d)",
+    "Failed DB Query for 'SELECT FROM user_quota'. %s", &qbobj_Quota_t::AccountId, &qbobj_Quota_t::ShareId,
+    &qbobj_Quota_t::HardMB, &qbobj_Quota_t::UsedMB, &qbobj_Quota_t::AccountName);
 
-int read_schedule(Call &call, int share_id, qbobj_Schedule_t *&schedule)
-{
-    schedule = nullptr;
-    const Table rows = call.table(R"(SELECT SS.enabled,SS.minute,SS.hour,SS.day_of_month,SS.day_of_week,
-        SS.month,SS.last_taken,SS.purge_manual_snapshot,SS.last_daily_taken,SS.last_weekly_taken
-        FROM snapshot_schedule SS WHERE share_id=%d)",
-                                  share_id);
-    if (!rows)
-        return raise_failed_read(call, {"snapshot_schedule", rows.error()});
-    if (!rows.empty()) {
-        schedule = create<qbobj_Schedule_t>(call.pool());
-        fill(call, *schedule, schedule_columns, *rows.begin());
-    }
-    return 0;
-}
-
-int read_used_by(const ShareReading &reading, int share_id, qbobj_UsedBy_t *&list)
-{
-    list = nullptr;
-    const Table rows = reading.call.table(R"(SELECT A.app_name,A.app_data FROM `$application_on_share` A
-        WHERE zfs_name=(SELECT S.zfs_name FROM share S WHERE S.id=%d))",
-                                          share_id);
-    if (!rows)
-        return raise_failed_read(reading.call, {"$application_on_share", rows.error()});
-    append_rows(reading.call, list, used_by_columns, rows);
-    return 0;
-}
-
-int read_clones(const ShareReading &reading, int share_id, qbobj_SnapshotClone_t *&list)
-{
-    list = nullptr;
-    const Table rows = reading.call.table(R"(SELECT id,cloned_zfs_name,parent_snapshot_name,parent_zfs_name
-        FROM `$snapshot_clones` WHERE parent_zfs_name=(SELECT S.name FROM share S WHERE S.id=%d))",
-                                          share_id);
-    if (!rows)
-        return raise(reading.call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT FROM snapshot_clones %s",
-                     rows.error());
-    append_rows(reading.call, list, clone_columns, rows);
-    return 0;
-}
-
-// The quotas of users or of groups. The tables differ only in these words.
-struct QuotaKind {
-    const char *word;
-    const char *name_column;
-    const char
-        *accounts; // with its quotes: a statement with a splice inside quotes is prepared anew each time
-    const char *table;
-};
-constexpr QuotaKind user_quota{"user", "uname", "`$user`", "user_quota"};
-constexpr QuotaKind group_quota{"group", "gname", "`$group`", "group_quota"};
-
-int read_quotas(const ShareReading &reading, int share_id, const QuotaKind &kind, qbobj_Quota_t *&list)
-{
-    list = nullptr;
-    const Table rows = reading.call.table(
-        R"(SELECT Q.%s_id,S.zfs_name,Q.mb_hard,QS.mb_used,A.%s FROM %s_quota Q
-        INNER JOIN share S ON S.id=Q.share_id
-        LEFT JOIN _%s_quota_stat QS ON QS.share_id=Q.share_id AND QS.%s_id=Q.%s_id
-        LEFT JOIN %s A ON A.id=Q.%s_id WHERE Q.share_id=%d)",
-        kind.word, kind.name_column, kind.word, kind.word, kind.word, kind.word, kind.accounts, kind.word,
-        share_id);
-    if (!rows)
-        return raise_failed_read(reading.call, {kind.table, rows.error()});
-    append_rows(reading.call, list, quota_columns, rows);
-    return 0;
-}
+constexpr auto group_quotas = select<int>(
+    R"(SELECT Q.group_id,S.zfs_name,Q.mb_hard,QS.mb_used,A.gname FROM group_quota Q
+    INNER JOIN share S ON S.id=Q.share_id
+    LEFT JOIN _group_quota_stat QS ON QS.share_id=Q.share_id AND QS.group_id=Q.group_id
+    LEFT JOIN `$group` A ON A.id=Q.group_id WHERE Q.share_id=%d)",
+    "Failed DB Query for 'SELECT FROM group_quota'. %s", &qbobj_Quota_t::AccountId, &qbobj_Quota_t::ShareId,
+    &qbobj_Quota_t::HardMB, &qbobj_Quota_t::UsedMB, &qbobj_Quota_t::AccountName);
 
 // Adds to a record, whose row has been read, everything that other tables and the file system hold.
-int complete_share(const ShareReading &reading, int share_id, qbobj_Share_t &share)
+int complete_share(const ShareReading &reading, qbobj_Share_t &share)
 {
-    share.Stat = create<qbobj_FileStat_t>(reading.call.pool());
-    if (const int rc = read_folder_stat(reading, share.Path, *share.Stat); rc != 0)
+    Call &call = reading.call;
+    const int id = reading.share_id;
+    share.Stat = create<qbobj_FileStat_t>(call.pool());
+    if (const int rc = read_folder_stat(call, share.Path, *share.Stat))
         return rc;
-    if (const int rc = read_schedule(reading.call, share_id, share.SnapshotSchedule); rc != 0)
+    if (const int rc = call.read_new(schedule, share.SnapshotSchedule, id))
         return rc;
-    if (const FailedRead failed = read_share_options(reading, share_id, share); failed)
-        return raise_failed_read(reading.call, failed);
-    if (const int rc = read_used_by(reading, share_id, share.UsedBy); rc != 0)
+    if (const int rc = read_share_options(reading, share))
         return rc;
-    if (const int rc = read_clones(reading, share_id, share.SnapshotClones); rc != 0)
+    share.UsedBy = nullptr;
+    if (const int rc = call.append(used_by, share.UsedBy, id))
         return rc;
-    if (const int rc = read_quotas(reading, share_id, user_quota, share.UserQuota); rc != 0)
+    share.SnapshotClones = nullptr;
+    if (const int rc = call.append(clones, share.SnapshotClones, id))
         return rc;
-    return read_quotas(reading, share_id, group_quota, share.GroupQuota);
-}
-
-int read_share(const ShareReading &reading, qbobj_Share_t &share, const Row &row)
-{
-    const ShareRow read = read_row(reading, share, row);
-    return complete_share(reading, read.id, share);
+    share.UserQuota = nullptr;
+    if (const int rc = call.append(user_quotas, share.UserQuota, id))
+        return rc;
+    share.GroupQuota = nullptr;
+    return call.append(group_quotas, share.GroupQuota, id);
 }
 
 /* ---- Steps that several workers share ------------------------------------------------------------------ */
 
-ShareReading start_reading(Call &call)
+// Asked once a call; a failing query counts as no.
+bool is_ftp_anonymous(Call &call)
 {
-    // A failing query counts as 0.
     const Number anonymous = call.ask_number(
         "SELECT IFNULL(CASE WHEN auth_mode='anonymous' THEN 1 ELSE 0 END, 0) FROM service_ftp LIMIT 1");
-    return {call, anonymous && anonymous.value != 0};
+    return anonymous && anonymous.value != 0;
 }
 
 // Appends one complete record a row.
-int append_shares(const ShareReading &reading, const Table &rows, qbobj_Share_t *&head)
+template <class Columns, class... Args>
+int append_shares(Call &call, const Select<Columns, Args...> &select, qbobj_Share_t *&list,
+                  std::type_identity_t<Args>... args)
 {
-    Tail<qbobj_Share_t> tail(head);
-    for (const Row row : rows) {
-        qbobj_Share_t &share = tail.append(reading.call.pool());
-        if (const int rc = read_share(reading, share, row); rc != 0)
+    const bool ftp_anonymous = is_ftp_anonymous(call);
+    Tail<qbobj_Share_t> tail(list);
+    const auto append = [&](const ShareRow &row) {
+        qbobj_Share_t &share = tail.append(call.pool(), row);
+        if (const int rc = complete_share({call, row.id, ftp_anonymous}, share))
             return rc;
         share.resource_id = share.ShareId;
-    }
-    return 0;
+        return 0;
+    };
+    return call.each<ShareRow>(select, append, args...);
 }
 
 int raise_missing(Call &call, const char *argument)
@@ -253,24 +213,14 @@ int x_qbobj_getShareCollection(Call &call, qbobj_ShareCollection_t *collection)
 {
     if (collection == nullptr)
         return raise_missing(call, "collection");
-    const ShareReading reading = start_reading(call);
-    const Table rows =
-        reading.call.table("%s WHERE S.type='share' ORDER BY S.name COLLATE NOCASE", share_rows);
-    if (!rows)
-        return raise_failed_read(call, {"share", rows.error()});
-    return append_shares(reading, rows, collection->Share);
+    return append_shares(call, listed_shares, collection->Share);
 }
 
 int x_qbobj_getShareAndZvolCollection(Call &call, qbobj_ShareCollection_t *collection)
 {
     if (collection == nullptr)
         return raise_missing(call, "collection");
-    const ShareReading reading = start_reading(call);
-    const Table rows = reading.call.table(
-        "%s WHERE S.type='share' OR S.type='zvol' ORDER BY S.name COLLATE NOCASE", share_rows);
-    if (!rows)
-        return raise_failed_read(call, {"share", rows.error()});
-    return append_shares(reading, rows, collection->Share);
+    return append_shares(call, shares_and_zvols, collection->Share);
 }
 
 int x_qbobj_getAccessibleShareCollection(Call &call, qbobj_ShareCollection_t *collection,
@@ -284,39 +234,28 @@ int x_qbobj_getAccessibleShareCollection(Call &call, qbobj_ShareCollection_t *co
     if (qbobj_validate_protocol_name(ProtocolName) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "ProtocolName (%s) is invalid", ProtocolName);
 
-    const ShareReading reading = start_reading(call);
-    const Table rows =
-        reading.call.table("%s WHERE S.type='share' ORDER BY S.name COLLATE NOCASE", share_rows);
-    if (!rows)
-        return raise_failed_read(call, {"share", rows.error()});
+    const bool ftp_anonymous = is_ftp_anonymous(call);
     Tail<qbobj_Share_t> tail(collection->Share);
-    for (const Row row : rows) {
-        qbobj_Share_t &share = tail.append(call.pool());
-        qbobj_Share_t read{};
-        const ShareRow key = read_row(reading, read, row);
+    return call.each<ShareRow>(listed_shares, [&](ShareRow &row) {
         // Callers see nothing but this of a share that is denied.
-        share.resource_id = read.resource_id = key.snapshot_usage;
-        switch (may_read({call, key.id, user_id}, ProtocolName)) {
-        case Verdict::denied:
-            break;
-        case Verdict::granted:
-            share = read;
-            if (const int rc = complete_share(reading, key.id, share); rc != 0)
-                return rc;
-            break;
-        default:
+        row.resource_id = row.snapshot_usage;
+        qbobj_Share_t &share = tail.append(call.pool());
+        share.resource_id = row.resource_id;
+        bool granted = false;
+        if (may_read({call, row.id, user_id}, ProtocolName, granted) != 0)
             return raise(call, QBOBJ_ERROR_OOM, "Failed in access check.");
-        }
-    }
-    return 0;
+        if (!granted)
+            return 0;
+        share = row;
+        return complete_share({call, row.id, ftp_anonymous}, share);
+    });
 }
 
 namespace
 {
 
-// A light row: its id and the four protocols, each by name or NULL.
-struct SimpleRow {
-    qbobj_SimpleShare_t *share;
+// A light record with the id of its row.
+struct SimpleRow : qbobj_SimpleShare_t {
     int id;
 };
 
@@ -324,16 +263,22 @@ struct SimpleRow {
 constexpr auto common_protocol = [](const qbobj_env_t &env, qbobj_SimpleShare_t &share, const char *cell) {
     if (cell == nullptr)
         return;
-    share.CommonProtocolsCSV = share.CommonProtocolsCSV == empty_str
+    share.CommonProtocolsCSV = is_empty(share.CommonProtocolsCSV)
                                    ? copy_text(env.qbdb->pool, cell)
                                    : print(env, "%s,%s", share.CommonProtocolsCSV, cell);
 };
 
-constexpr auto simple_columns = std::tuple_cat(
-    std::tuple{&SimpleRow::id},
-    parts(&SimpleRow::share, both(&qbobj_SimpleShare_t::resource_id, &qbobj_SimpleShare_t::ShareId),
-          &qbobj_SimpleShare_t::ShareName, common_protocol, common_protocol, common_protocol,
-          common_protocol));
+constexpr auto simple_shares = select<>(
+    R"(SELECT S.id,S.zfs_name,S.name,
+    (SELECT 'cifs' FROM cifs_share_option O WHERE O.share_id=S.id AND O.cifs_access<>'disabled' AND O.available<>0),
+    (SELECT 'afp' FROM afp_share_option O WHERE O.share_id=S.id AND O.afp_access<>'disabled' AND O.available<>0),
+    (SELECT 'ftp' FROM ftp_share_option O WHERE O.share_id=S.id AND O.ftp_access<>'disabled' AND O.available<>0),
+    (SELECT 'nfs' FROM nfs_share_option O WHERE O.share_id=S.id AND O.nfs_access<>'disabled' AND O.available<>0)
+    FROM share S WHERE S.type='share' ORDER BY S.name COLLATE NOCASE)",
+    "Failed DB Query for 'SELECT FROM share'. %s", &SimpleRow::id,
+    both(&qbobj_SimpleShare_t::resource_id, &qbobj_SimpleShare_t::ShareId),
+    or_empty(&qbobj_SimpleShare_t::ShareName), common_protocol, common_protocol, common_protocol,
+    common_protocol);
 
 } // namespace
 
@@ -341,24 +286,12 @@ int x_qbobj_getSimpleShareCollection(Call &call, qbobj_SimpleShareCollection_t *
 {
     if (collection == nullptr)
         return raise_missing(call, "collection");
-    const ShareReading reading{call};
-    const Table rows = reading.call.table(R"(SELECT S.id,S.zfs_name,S.name,
-        (SELECT 'cifs' FROM cifs_share_option O WHERE O.share_id=S.id AND O.cifs_access<>'disabled' AND O.available<>0),
-        (SELECT 'afp' FROM afp_share_option O WHERE O.share_id=S.id AND O.afp_access<>'disabled' AND O.available<>0),
-        (SELECT 'ftp' FROM ftp_share_option O WHERE O.share_id=S.id AND O.ftp_access<>'disabled' AND O.available<>0),
-        (SELECT 'nfs' FROM nfs_share_option O WHERE O.share_id=S.id AND O.nfs_access<>'disabled' AND O.available<>0)
-        FROM share S WHERE S.type='share' ORDER BY S.name COLLATE NOCASE)");
-    if (!rows)
-        return raise_failed_read(call, {"share", rows.error()});
     Tail<qbobj_SimpleShare_t> tail(collection->SimpleShare);
-    for (const Row row : rows) {
-        SimpleRow read{.share = &tail.append(call.pool()), .id = 0};
-        read.share->CommonProtocolsCSV = empty_str;
-        fill(call, read, simple_columns, row);
-        if (const int rc = read_used_by(reading, read.id, read.share->UsedBy); rc != 0)
-            return rc;
-    }
-    return 0;
+    return call.each<SimpleRow>(simple_shares, [&](const SimpleRow &row) {
+        qbobj_SimpleShare_t &share = tail.append(call.pool(), row);
+        share.CommonProtocolsCSV = or_empty(row.CommonProtocolsCSV);
+        return call.append(used_by, share.UsedBy, row.id);
+    });
 }
 
 /* ---- One share ----------------------------------------------------------------------------------------- */
@@ -370,14 +303,14 @@ int x_qbobj_getShare(Call &call, qbobj_Share_t *share)
     const int share_id = identify(call, *share);
     if (share_id < 0)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Invalid ShareId=%s.", share->ShareId);
-    const ShareReading reading = start_reading(call);
-    const Table rows =
-        reading.call.table("%s WHERE S.id=%d ORDER BY S.name COLLATE NOCASE", share_rows, share_id);
-    if (!rows)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", rows.error());
-    if (rows.empty())
-        return raise(call, QBOBJ_ERROR_DB_NOTEXISTS, "None of row selected for resource_id=%d.", share_id);
-    if (const int rc = read_share(reading, *share, *rows.begin()); rc != 0)
+    const bool ftp_anonymous = is_ftp_anonymous(call);
+    ShareRow row{*share, 0, nullptr};
+    if (const int rc = call.require(
+            one_share, error(QBOBJ_ERROR_DB_NOTEXISTS, "None of row selected for resource_id=%d.", share_id),
+            row, share_id))
+        return rc;
+    *share = row;
+    if (const int rc = complete_share({call, row.id, ftp_anonymous}, *share))
         return rc;
     share->resource_id = share->ShareId;
     return 0;
@@ -398,12 +331,8 @@ int x_qbobj_queryShare(Call &call, const char *VolumeId, const char *ShareNameLi
         return raise(call, QBOBJ_ERROR_API_ARGS, "The value of column '%s' is too long for the query.",
                      where.refused());
 
-    const ShareReading reading = start_reading(call);
-    const Table rows = where.empty() ? reading.call.table("%s", share_rows)
-                                     : reading.call.table("%s WHERE %s", share_rows, where.text());
-    if (!rows)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'SELECT share'. %s", rows.error());
-    return append_shares(reading, rows, *shares);
+    return where.empty() ? append_shares(call, all_shares, *shares)
+                         : append_shares(call, matching_shares, *shares, where.text());
 }
 
 int x_qbobj_getShareSnapshotSchedule(Call &call, const char *share_name, qbobj_Schedule_t **snapshot_schedule)
@@ -413,7 +342,7 @@ int x_qbobj_getShareSnapshotSchedule(Call &call, const char *share_name, qbobj_S
     const int share_id = x_qbobj_getShareId(call, share_name);
     if (share_id < 0)
         return raise(call, QBOBJ_ERROR_DB_NOTEXISTS, "Share name (%s) may be invalid.", share_name);
-    return read_schedule(call, share_id, *snapshot_schedule);
+    return call.read_new(schedule, *snapshot_schedule, share_id);
 }
 
 /* ---- Identity and access ------------------------------------------------------------------------------- */
@@ -445,9 +374,10 @@ namespace
 const char *cifs_access(Call &call, int share_id, const char *user_name)
 {
     const AccessQuestion question{call, share_id, x_qbobj_getPosixUID(call, user_name)};
-    if (share_id < 0 || question.is_guest() || may_read_cifs(question) != Verdict::granted)
+    bool granted = false;
+    if (share_id < 0 || question.is_guest() || may_read_cifs(question, granted) != 0 || !granted)
         return "Disabled";
-    return may_write_cifs(question) == Verdict::granted ? "ReadWrite" : "ReadOnly";
+    return may_write_cifs(question, granted) == 0 && granted ? "ReadWrite" : "ReadOnly";
 }
 
 // Stores the answer. A failure on the way is an answer too, and no error of the operation.

@@ -1,5 +1,4 @@
 // A share's move to another volume: marked before its data moves, settled or given up afterwards.
-#include "core/call.h"
 #include "share/share.h"
 
 #include <string_view>
@@ -24,48 +23,40 @@ int x_qbobj_preMigrateShare(Call &call, const char *ShareId, const char *VolumeI
         return raise(call, QBOBJ_ERROR_API_ARGS, "ShareId cannot be NULL.");
     if (VolumeId == nullptr)
         return raise(call, QBOBJ_ERROR_API_ARGS, "VolumeId cannot be NULL.");
-    const Number pending =
-        call.ask_number("SELECT COUNT(*) FROM share S WHERE S.migrate_to_volume_id IS NOT NULL");
-    if (!pending)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'SELECT FROM share'. (%s)", pending.error());
-    if (pending.value > 0)
+    int32_t pending = 0;
+    if (const int rc = call.number("Error in 'SELECT FROM share'. (%s)", pending,
+                                   "SELECT COUNT(*) FROM share S WHERE S.migrate_to_volume_id IS NOT NULL"))
+        return rc;
+    if (pending > 0)
         return raise(call, QBOBJ_ERROR_UI__SHARE_CANNOT_MIGRATE, "Only one migration at a time");
     if (lives_on(ShareId, VolumeId))
         return raise(call, QBOBJ_ERROR_API_ARGS, "Destination VolumeId is the same as source");
-    const Status marked =
-        call.run("UPDATE share SET migrate_to_volume_id=%Q WHERE zfs_name=%Q", VolumeId, ShareId);
-    if (!marked)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'UPDATE share'.");
-    return 0;
+    return call.exec("Error in 'UPDATE share'.", "UPDATE share SET migrate_to_volume_id=%Q WHERE zfs_name=%Q",
+                     VolumeId, ShareId);
 }
 
 int x_qbobj_postMigrateShare(Call &call, const char *ShareId, int Commit, char **NewPath)
 {
-    if (NewPath != nullptr) {
-        const Text path = call.ask_text(
-            "SELECT '/'||migrate_to_volume_id||'/'||name FROM share S WHERE zfs_name=%Q", ShareId);
-        if (!path)
-            return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'SELECT share'.");
-        *NewPath = path.value;
-    }
-    // The snapshots are found by the dataset's old name, so they go first.
+    if (NewPath != nullptr)
+        if (const int rc = call.text(
+                "Error in 'SELECT share'.", *NewPath,
+                "SELECT '/'||migrate_to_volume_id||'/'||name FROM share S WHERE zfs_name=%Q", ShareId))
+            return rc;
+    const char *moves = "";
     if (Commit != 0) {
-        const Status moved = call.run("UPDATE `$snapshot` SET zfs_name="
-                                      "(SELECT migrate_to_volume_id||'/'||name FROM share WHERE zfs_name=%Q) "
-                                      "WHERE zfs_name=%Q",
-                                      ShareId, ShareId);
-        if (!moved)
-            return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'UPDATE `$snapshot`'.");
+        // The snapshots are found by the dataset's old name, so they go first.
+        if (const int rc = call.exec("Error in 'UPDATE `$snapshot`'.",
+                                     "UPDATE `$snapshot` SET zfs_name="
+                                     "(SELECT migrate_to_volume_id||'/'||name FROM share WHERE zfs_name=%Q) "
+                                     "WHERE zfs_name=%Q",
+                                     ShareId, ShareId))
+            return rc;
+        moves = "volume_id=migrate_to_volume_id,"
+                "path=(SELECT '/'||V.lv_name||'/'||name FROM _volume V WHERE V.id=migrate_to_volume_id),"
+                "zfs_name=migrate_to_volume_id||'/'||name,";
     }
-    const char *moves = Commit == 0 ? ""
-                                    : "volume_id=migrate_to_volume_id,"
-                                      "path=(SELECT '/'||V.lv_name||'/'||name FROM _volume V WHERE "
-                                      "V.id=migrate_to_volume_id),zfs_name=migrate_to_volume_id||'/'||name,";
-    const Status settled =
-        call.run("UPDATE share SET %smigrate_to_volume_id=NULL WHERE zfs_name=%Q", moves, ShareId);
-    if (!settled)
-        return raise(call, QBOBJ_ERROR_DB_MISC, "Error in 'UPDATE share'.");
-    return 0;
+    return call.exec("Error in 'UPDATE share'.",
+                     "UPDATE share SET %smigrate_to_volume_id=NULL WHERE zfs_name=%Q", moves, ShareId);
 }
 
 } // namespace qbobj

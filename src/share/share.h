@@ -1,7 +1,7 @@
 // Workers and helpers of the share operations.
 #pragma once
 
-#include "account/account.h"
+#include "core/call.h"
 
 #include <qbobj/share.h>
 
@@ -57,10 +57,8 @@ int x_qbobj_modifyShareUsedByExclusive(Call &call, qbobj_UsedBy_t *usedby, const
 
 // Each replaces the list of the share (for one protocol) with `acl`, which may be null: an empty list.
 int qbobj_api2_addHostAcl(Call &call, qbobj_HostAcl_t *acl, int32_t share_id, const char *proto);
-int qbobj_api2_addUserAcl(Call &call, qbobj_UserAcl_t *acl, int32_t share_id, const char *proto, int ads_mode,
-                          int no_sync_ads);
-int qbobj_api2_addGroupAcl(Call &call, qbobj_GroupAcl_t *acl, int32_t share_id, const char *proto,
-                           int ads_mode, int no_sync_ads);
+int qbobj_api2_addUserAcl(Call &call, qbobj_UserAcl_t *acl, int32_t share_id, const char *proto);
+int qbobj_api2_addGroupAcl(Call &call, qbobj_GroupAcl_t *acl, int32_t share_id, const char *proto);
 int qbobj_api2_addDfolderAcl(Call &call, qbobj_DfolderAcl_t *acl, int32_t share_id);
 int qbobj_api2_addUserPasswordAcl(Call &call, qbobj_UserPasswordAcl_t *acl, int32_t share_id);
 

@@ -1,17 +1,10 @@
 // May a user read or write a share? Answered from the protocol's default access and its access lists.
 #pragma once
 
-#include "share/share.h"
+#include "core/call.h"
 
 namespace qbobj
 {
-
-enum class Verdict {
-    denied,
-    granted,
-    failed, // the error is raised
-    unknown_protocol
-};
 
 // A user and a share. A negative user id is a guest.
 struct AccessQuestion {
@@ -22,9 +15,10 @@ struct AccessQuestion {
     bool is_guest() const { return user_id < 0; }
 };
 
-Verdict may_read_cifs(const AccessQuestion &question);
-Verdict may_write_cifs(const AccessQuestion &question);
+// Each returns non-zero when there is no answer.
+int may_read_cifs(const AccessQuestion &question, bool &granted);
+int may_write_cifs(const AccessQuestion &question, bool &granted);
 // By the protocol's word; only "cifs" and "http" can be asked about.
-Verdict may_read(const AccessQuestion &question, const char *protocol);
+int may_read(const AccessQuestion &question, const char *protocol, bool &granted);
 
 } // namespace qbobj

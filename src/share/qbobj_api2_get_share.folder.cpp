@@ -1,4 +1,5 @@
 // Owner, permissions and POSIX access control lists of a share's folder, read from the file system.
+#include "account/account.h"
 #include "share/share_reading.h"
 
 #include <acl/libacl.h>
@@ -6,10 +7,12 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <climits>
 #include <memory>
 
 namespace qbobj
 {
+
 namespace
 {
 
@@ -33,7 +36,14 @@ int permissions(acl_entry_t entry)
     return bit(ACL_READ, 4) + bit(ACL_WRITE, 2) + bit(ACL_EXECUTE, 1);
 }
 
-void fill_entry(const ShareReading &reading, acl_entry_t entry, qbobj_PosixAcl_t &record)
+// Without memory a list would seem shorter than it is.
+void check_memory(const void *result)
+{
+    if (result == nullptr && errno == ENOMEM)
+        throw std::bad_alloc();
+}
+
+void fill_entry(Call &call, acl_entry_t entry, qbobj_PosixAcl_t &record)
 {
     acl_tag_t tag = ACL_UNDEFINED_TAG;
     acl_get_tag_type(entry, &tag);
@@ -43,15 +53,16 @@ void fill_entry(const ShareReading &reading, acl_entry_t entry, qbobj_PosixAcl_t
     if (tag != ACL_USER && tag != ACL_GROUP)
         return;
     const Qualifier qualifier(acl_get_qualifier(entry));
+    check_memory(qualifier.get());
     if (qualifier == nullptr)
         return;
     char *name = nullptr;
     if (tag == ACL_USER) {
         record.Id = static_cast<int>(*static_cast<const uid_t *>(qualifier.get()));
-        x_qbobj_getUserName(reading.call, record.Id, &name);
+        x_qbobj_getUserName(call, record.Id, &name);
     } else {
         record.Id = static_cast<int>(*static_cast<const gid_t *>(qualifier.get()));
-        x_qbobj_getGroupName(reading.call, record.Id, &name);
+        x_qbobj_getGroupName(call, record.Id, &name);
     }
     record.Name = name;
 }
@@ -66,24 +77,23 @@ constexpr AclKind access_list{ACL_TYPE_ACCESS, access_type, "access"};
 constexpr AclKind default_list{ACL_TYPE_DEFAULT, default_type, "default"};
 
 // False when the list could not be read, or not to its end.
-bool append_acl(const ShareReading &reading, const AclKind &kind, const char *path,
-                Tail<qbobj_PosixAcl_t> &tail)
+bool append_acl(Call &call, const AclKind &kind, const char *path, Tail<qbobj_PosixAcl_t> &tail)
 {
     const Acl acl(acl_get_file(path, kind.acl_type));
+    check_memory(acl.get());
     if (acl == nullptr) {
-        log(reading.call, QBDB_LOG_WARN, "Cannot get %s ACL from %s. errno=%d\n", kind.name, path, errno);
+        log(call, QBDB_LOG_WARN, "Cannot get %s ACL from %s. errno=%d\n", kind.name, path, errno);
         return false;
     }
     acl_entry_t entry = nullptr;
     int found = acl_get_entry(acl.get(), ACL_FIRST_ENTRY, &entry);
     for (; found == 1; found = acl_get_entry(acl.get(), ACL_NEXT_ENTRY, &entry)) {
-        qbobj_PosixAcl_t &record = tail.append(reading.call.pool());
+        qbobj_PosixAcl_t &record = tail.append(call.pool());
         record.Type = kind.type;
-        fill_entry(reading, entry, record);
+        fill_entry(call, entry, record);
     }
     if (found < 0)
-        log(reading.call, QBDB_LOG_WARN, "Error reading %s acl entry from %s. errno=%d\n", kind.name, path,
-            errno);
+        log(call, QBDB_LOG_WARN, "Error reading %s acl entry from %s. errno=%d\n", kind.name, path, errno);
     return found == 0;
 }
 
@@ -110,39 +120,50 @@ bool inherits(qbobj_PosixAcl_t *acls)
     return matched == defaults;
 }
 
-void read_acls(const ShareReading &reading, const char *path, qbobj_FileStat_t &stat)
+void read_acls(Call &call, const char *path, qbobj_FileStat_t &stat)
 {
     Tail<qbobj_PosixAcl_t> tail(stat.Acls);
-    const bool access_read = append_acl(reading, access_list, path, tail);
-    const bool default_read = append_acl(reading, default_list, path, tail);
+    const bool access_read = append_acl(call, access_list, path, tail);
+    const bool default_read = append_acl(call, default_list, path, tail);
     stat.AclInherit = access_read && default_read && inherits(stat.Acls) ? 1 : 0;
+}
+
+// The owner of a folder by the system's number. One that no account can have reads like that of an unknown owner.
+template <class Account>
+int read_owner(Call &call, unsigned number, int (*read)(Call &, Account &), int Account::*id,
+               const char *Account::*name, Account *&owner)
+{
+    owner = create<Account>(call.pool());
+    if (number > INT_MAX) {
+        owner->resource_id = owner->*id = -1;
+        owner->*name = print(call, "%u", number);
+        return 0;
+    }
+    owner->resource_id = static_cast<int>(number);
+    return read(call, *owner);
 }
 
 } // namespace
 
-int read_folder_stat(const ShareReading &reading, const char *path, qbobj_FileStat_t &stat)
+int read_folder_stat(Call &call, const char *path, qbobj_FileStat_t &stat)
 {
-    const char *real_path = path_below_root(reading.call, path);
+    const char *real_path = path_below_root(call, path);
     struct stat status {
     };
     if (::stat(real_path, &status) == 0) {
         stat._PosixMode = static_cast<int>(status.st_mode);
         stat.NonOwnerDelete = (status.st_mode & S_ISVTX) == 0 ? 1 : 0;
-
-        stat.User = create<qbobj_SystemUser_t>(reading.call.pool());
-        stat.User->resource_id = static_cast<int>(status.st_uid);
-        if (const int rc = read_system_user(reading.call, *stat.User); rc != 0)
+        if (const int rc = read_owner(call, status.st_uid, read_system_user, &qbobj_SystemUser_t::UserId,
+                                      &qbobj_SystemUser_t::UserName, stat.User))
             return rc;
         stat.UserAccess = access_word(stat._PosixMode >> 6);
-
-        stat.Group = create<qbobj_SystemGroup_t>(reading.call.pool());
-        stat.Group->resource_id = static_cast<int>(status.st_gid);
-        if (const int rc = read_system_group(reading.call, *stat.Group); rc != 0)
+        if (const int rc = read_owner(call, status.st_gid, read_system_group, &qbobj_SystemGroup_t::GroupId,
+                                      &qbobj_SystemGroup_t::GroupName, stat.Group))
             return rc;
         stat.GroupAccess = access_word(stat._PosixMode >> 3);
         stat.EveryoneAccess = access_word(stat._PosixMode);
     }
-    read_acls(reading, real_path, stat);
+    read_acls(call, real_path, stat);
     return 0;
 }
 
