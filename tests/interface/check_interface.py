@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Compares the exported symbols of a shared library with its headers, and finds those that no test uses.
 
-usage: check_interface.py LIBRARY HEADER_FOLDER TEST_FOLDER
+usage: check_interface.py LIBRARY HEADER_FOLDER TEST_FOLDER [VERSION]
+With a version, such as QBOBJ_1.0, every symbol must carry it.
 """
 import pathlib
 import re
@@ -29,7 +30,9 @@ def declared(folder):
 
 def exported(library):
     lines = subprocess.run(["nm", "-D", "--defined-only", library], check=True, capture_output=True, text=True)
-    return {line.split()[-1].split("@")[0] for line in lines.stdout.splitlines()}
+    words = [line.split() for line in lines.stdout.splitlines()]
+    # A version is itself an absolute symbol.
+    return dict((name.split("@@") + [""])[:2] for _, kind, name in words if kind != "A")
 
 
 def unused(names, folder):
@@ -43,8 +46,10 @@ def unused(names, folder):
 def main():
     library, headers, tests = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3])
     published, symbols = declared(headers), exported(library)
-    problems = [f"published but not exported: {n}" for n in sorted(published - symbols)]
-    problems += [f"exported but not published: {n}" for n in sorted(symbols - published)]
+    problems = [f"published but not exported: {n}" for n in sorted(published - symbols.keys())]
+    problems += [f"exported but not published: {n}" for n in sorted(symbols.keys() - published)]
+    for version in sys.argv[4:]:
+        problems += [f"not of {version}: {n}" for n, has in sorted(symbols.items()) if has != version]
     problems += [f"used by no test: {n}" for n in sorted(unused(published, tests))]
     print(f"{len(published)} published, {len(symbols)} exported")
     print("\n".join(problems))

@@ -146,12 +146,4 @@ TEST_F(RecordJson, ArgumentsAreArrangedByNameOrAlone)
     EXPECT_EQ("[null,null,null]", arranged("getUserCollection", "null"));
 }
 
-TEST(ErrorNames, FollowTheCodes)
-{
-    EXPECT_STREQ("QBOBJ_ERROR_API_ARGS", error_name(8));
-    EXPECT_STREQ("QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS", error_name(800));
-    EXPECT_STREQ("QBOBJ_ERROR_UI__USERNAME_IS_SAME_AS_REMOTE_USERNAME", error_name(834));
-    EXPECT_STREQ("QBOBJ_ERROR_UNKNOWN", error_name(12345));
-}
-
 } // namespace

@@ -159,7 +159,7 @@ std::string failure_text(const Operation &operation, const Outcome &outcome)
     std::string text = operation.name + ": ";
     if (code < 0)
         return text + "not found or not valid (" + std::to_string(code) + ")";
-    text += qbobj_json::error_name(code);
+    text += qbobj_error_name(code);
     text += " (" + std::to_string(code) + ")";
     if (outcome.error.msg != nullptr)
         text += std::string(": ") + outcome.error.msg;
