@@ -7,6 +7,8 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 cmake --install "$build" --prefix "$work/prefix" >/dev/null
+[ "${HARDENED:-OFF}" = OFF ] || "$(dirname "$0")/check_hardened.sh" "$work/prefix"
+
 cmake -S "$source/examples" -B "$work/build" -G Ninja -DCMAKE_PREFIX_PATH="$work/prefix" \
     -DCMAKE_C_FLAGS="${SANITIZE:-}" -DCMAKE_CXX_FLAGS="${SANITIZE:-}" >/dev/null
 cmake --build "$work/build" >/dev/null
