@@ -14,8 +14,10 @@ cmake -S "$source/examples" -B "$work/build" -G Ninja -DCMAKE_PREFIX_PATH="$work
 cmake --build "$work/build" >/dev/null
 
 libdir=$(dirname "$(find "$work/prefix" -name libqbobj.so)")
-export PKG_CONFIG_PATH=$libdir/pkgconfig
-flags=$(PKG_CONFIG_SYSROOT_DIR='' pkg-config --define-variable=prefix="$work/prefix" --cflags --libs qbobj)
+# Of other packages a caller needs SQLite alone.
+mkdir "$work/packages"
+cp "$(pkg-config --variable=pcfiledir sqlite3)/sqlite3.pc" "$work/packages"
+flags=$(PKG_CONFIG_LIBDIR=$libdir/pkgconfig:$work/packages pkg-config --cflags --libs qbobj)
 # shellcheck disable=SC2086
 cc -std=c11 -Wall -Wextra -Wpedantic -Werror ${SANITIZE:-} "$source/examples/caller.c" -o "$work/caller" $flags \
     -Wl,-rpath,"$libdir"
