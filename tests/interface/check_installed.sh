@@ -22,6 +22,7 @@ flags=$(PKG_CONFIG_LIBDIR=$libdir/pkgconfig:$work/packages pkg-config --cflags -
 cc -std=c11 -Wall -Wextra -Wpedantic -Werror ${SANITIZE:-} "$source/examples/caller.c" -o "$work/caller" $flags \
     -Wl,-rpath,"$libdir"
 
+[ "$("$work/prefix/bin/qbctl" --version)" = "$(PKG_CONFIG_PATH=$libdir/pkgconfig pkg-config --modversion qbobj)" ]
 "$work/prefix/bin/qbctl" init "$work/appliance.db" --volume data
 [ "$("$work/build/caller_cpp" "$work/appliance.db" docs data)" = "data/docs at /data/docs, SMB ReadOnly" ]
 [ "$("$work/build/caller_c" "$work/appliance.db")" = "$(printf 'docs\t/data/docs\t')" ]
