@@ -11,6 +11,8 @@ install(FILES ${PROJECT_SOURCE_DIR}/include/qbobj.h ${PROJECT_SOURCE_DIR}/platfo
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/qbobj DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
+# Found from where they stand, so that they follow an installation to any prefix.
+file(RELATIVE_PATH prefix_from_pc ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 foreach(package qbdb qbobj)
     configure_file(${CMAKE_CURRENT_LIST_DIR}/${package}.pc.in ${PROJECT_BINARY_DIR}/${package}.pc @ONLY)
     install(FILES ${PROJECT_BINARY_DIR}/${package}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

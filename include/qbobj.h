@@ -55,5 +55,6 @@
 #include <qbobj/storage.h>
 #include <qbobj/types.h>
 #include <qbobj/validate.h>
+#include <qbobj/version.h>
 
 #endif

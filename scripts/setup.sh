@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# Installs what a Debian 12 machine lacks to build, test and check the project. Asks for nothing; does nothing when
-# all is there. Needs root (or sudo) only when something has to be installed.
+# Installs what a Debian (12 or later) or Ubuntu (24.04 or later) machine lacks to build, test and check the project. Asks
+# for nothing; does nothing when all is there. Needs root (or sudo) only when something has to be installed.
 set -euo pipefail
 
 packages=(
-    g++ cmake ninja-build pkg-config ccache
-    libapr1-dev libsqlite3-dev libxml2-dev libacl1-dev libcrypt-dev acl
+    g++ cmake ninja-build pkgconf ccache git
+    libapr1-dev libsqlite3-dev libacl1-dev libcrypt-dev
     libcli11-dev nlohmann-json3-dev libgtest-dev libbenchmark-dev
-    clang clang-format clang-tidy libclang-rt-14-dev valgrind sqlite3 python3 jq
+    clang clang-format clang-tidy libclang-rt-dev sqlite3 python3 jq
 )
 
 missing=()

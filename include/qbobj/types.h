@@ -19,55 +19,62 @@
 extern "C" {
 #endif
 
-/** Error codes. 0 to 9 are generic; from 800 on, conditions that a user interface translates for the person
- * at the screen. */
-typedef enum qbobj_error {
-    QBOBJ_ERROR_OK = 0,
-    QBOBJ_ERROR_UNKNOWN = 1,
-    QBOBJ_ERROR_OOM = 2,
-    QBOBJ_ERROR_SIGSEGV = 3,
-    QBOBJ_ERROR_DB_CONSTRAINT = 4,
-    QBOBJ_ERROR_DB_MISC = 5,
-    QBOBJ_ERROR_DB_NOTEXISTS = 6,
-    QBOBJ_ERROR_API_COMMAND = 7,
-    QBOBJ_ERROR_API_ARGS = 8,
-    QBOBJ_ERROR_API_NOT_IMPLEMENTED = 9,
-    QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS = 800,
-    QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS = 801,
-    QBOBJ_ERROR_UI__UID_ALREADY_EXISTS = 802,
-    QBOBJ_ERROR_UI__GROUPNAME_ALREADY_EXISTS = 803,
-    QBOBJ_ERROR_UI__GID_ALREADY_EXISTS = 804,
-    QBOBJ_ERROR_UI__DEPENDANT_EXISTS = 805,
-    QBOBJ_ERROR_UI__NAME_TOO_LONG = 806,
-    QBOBJ_ERROR_UI__JOBNAME_ALREADY_EXISTS = 807,
-    QBOBJ_ERROR_UI__SHARENAME_RESERVED = 808,
-    QBOBJ_ERROR_UI__USERNAME_RESERVED = 809,
-    QBOBJ_ERROR_UI__FTP_PORT_INVALID = 810,
-    QBOBJ_ERROR_UI__FTP_PORT_USED = 811,
-    QBOBJ_ERROR_UI__FTP_PASSIVE_RANGE = 812,
-    QBOBJ_ERROR_UI__FTP_AUTH_MODE = 813,
-    QBOBJ_ERROR_UI__FTP_MASQUERADE = 814,
-    QBOBJ_ERROR_UI__SHARE_CANNOT_MIGRATE = 815,
-    QBOBJ_ERROR_UI__SNMP_BAD_ALLOWHOST = 816,
-    QBOBJ_ERROR_UI__SNMP_BAD_COMMUNITY = 817,
-    QBOBJ_ERROR_UI__SNMP_BAD_TRAPDESTINATION = 818,
-    QBOBJ_ERROR_UI__ADS_BAD_WORKGROUP = 819,
-    QBOBJ_ERROR_UI__ADS_BAD_REALM = 820,
-    QBOBJ_ERROR_UI__SSH_PORT_INVALID = 821,
-    QBOBJ_ERROR_UI__CANT_DELETE_PRIMARY_GROUP = 822,
-    QBOBJ_ERROR_UI__USERNAME_NOT_EXIST = 823,
-    QBOBJ_ERROR_UI__GROUPNAME_NOT_EXIST = 824,
-    QBOBJ_ERROR_UI__NAME_CONTAINS_INVALID_CHAR = 825,
-    QBOBJ_ERROR_UI__TOO_MANY_UPS = 826,
-    QBOBJ_ERROR_UI__HTTPS_ADDITIONAL_PORT = 827,
-    QBOBJ_ERROR_UI__HTTPS_ADDITIONAL_PORT_IN_USE = 828,
-    QBOBJ_ERROR_UI__HTTPS_CERTIFICATE_KEY_HOST = 829,
-    QBOBJ_ERROR_UI__FTP_BANDWIDTH = 830,
-    QBOBJ_ERROR_UI__SHARE_CANNOT_RENAME = 831,
-    QBOBJ_ERROR_UI__NO_LDAP_OBJECT = 832,
-    QBOBJ_ERROR_UI__ADS_BAD_SEC_SERVER = 833,
-    QBOBJ_ERROR_UI__USERNAME_IS_SAME_AS_REMOTE_USERNAME = 834
-} qbobj_error_t;
+/** Every error code: X(name, number). 0 to 9 are generic; from 800 on, conditions that a user interface
+ * translates for the person at the screen. */
+#define QBOBJ_ERRORS(X)                                                                                      \
+    X(QBOBJ_ERROR_OK, 0)                  /* success */                                                      \
+    X(QBOBJ_ERROR_UNKNOWN, 1)             /* a failure of no other kind */                                   \
+    X(QBOBJ_ERROR_OOM, 2)                 /* no memory */                                                    \
+    X(QBOBJ_ERROR_SIGSEGV, 3)             /* the call was broken off by a fault of the program */            \
+    X(QBOBJ_ERROR_DB_CONSTRAINT, 4)       /* the database refuses what is not unique or not there */         \
+    X(QBOBJ_ERROR_DB_MISC, 5)             /* a statement failed; the message names it */                     \
+    X(QBOBJ_ERROR_DB_NOTEXISTS, 6)        /* what is named is not there */                                   \
+    X(QBOBJ_ERROR_API_COMMAND, 7)         /* no such command */                                              \
+    X(QBOBJ_ERROR_API_ARGS, 8)            /* an argument is missing or not valid */                          \
+    X(QBOBJ_ERROR_API_NOT_IMPLEMENTED, 9) /* not available */                                                \
+    X(QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS, 800)     /* a share of this name exists */                   \
+    X(QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS, 801)      /* a user of this name exists */                    \
+    X(QBOBJ_ERROR_UI__UID_ALREADY_EXISTS, 802)           /* a user of this number exists */                  \
+    X(QBOBJ_ERROR_UI__GROUPNAME_ALREADY_EXISTS, 803)     /* a group of this name exists */                   \
+    X(QBOBJ_ERROR_UI__GID_ALREADY_EXISTS, 804)           /* a group of this number exists */                 \
+    X(QBOBJ_ERROR_UI__DEPENDANT_EXISTS, 805)             /* something else still needs it */                 \
+    X(QBOBJ_ERROR_UI__NAME_TOO_LONG, 806)                /* the name is too long */                          \
+    X(QBOBJ_ERROR_UI__JOBNAME_ALREADY_EXISTS, 807)       /* a backup job of this name exists */              \
+    X(QBOBJ_ERROR_UI__SHARENAME_RESERVED, 808)           /* the share name is reserved */                    \
+    X(QBOBJ_ERROR_UI__USERNAME_RESERVED, 809)            /* the user name is reserved */                     \
+    X(QBOBJ_ERROR_UI__FTP_PORT_INVALID, 810)             /* the FTP port is not valid */                     \
+    X(QBOBJ_ERROR_UI__FTP_PORT_USED, 811)                /* the FTP port is in use */                        \
+    X(QBOBJ_ERROR_UI__FTP_PASSIVE_RANGE, 812)            /* the range of passive FTP ports is not valid */   \
+    X(QBOBJ_ERROR_UI__FTP_AUTH_MODE, 813)                /* the FTP way of logging in is not valid */        \
+    X(QBOBJ_ERROR_UI__FTP_MASQUERADE, 814)               /* the FTP masquerade address is not valid */       \
+    X(QBOBJ_ERROR_UI__SHARE_CANNOT_MIGRATE, 815)         /* the share cannot move to another volume */       \
+    X(QBOBJ_ERROR_UI__SNMP_BAD_ALLOWHOST, 816)           /* the SNMP host is not valid */                    \
+    X(QBOBJ_ERROR_UI__SNMP_BAD_COMMUNITY, 817)           /* the SNMP community is not valid */               \
+    X(QBOBJ_ERROR_UI__SNMP_BAD_TRAPDESTINATION, 818)     /* the SNMP trap destination is not valid */        \
+    X(QBOBJ_ERROR_UI__ADS_BAD_WORKGROUP, 819)            /* the directory's workgroup is not valid */        \
+    X(QBOBJ_ERROR_UI__ADS_BAD_REALM, 820)                /* the directory's realm is not valid */            \
+    X(QBOBJ_ERROR_UI__SSH_PORT_INVALID, 821)             /* the SSH port is not valid */                     \
+    X(QBOBJ_ERROR_UI__CANT_DELETE_PRIMARY_GROUP, 822)    /* the group is somebody's primary group */         \
+    X(QBOBJ_ERROR_UI__USERNAME_NOT_EXIST, 823)           /* there is no such user */                         \
+    X(QBOBJ_ERROR_UI__GROUPNAME_NOT_EXIST, 824)          /* there is no such group */                        \
+    X(QBOBJ_ERROR_UI__NAME_CONTAINS_INVALID_CHAR, 825)   /* the name holds a forbidden character */          \
+    X(QBOBJ_ERROR_UI__TOO_MANY_UPS, 826)                 /* there are too many UPS devices */                \
+    X(QBOBJ_ERROR_UI__HTTPS_ADDITIONAL_PORT, 827)        /* the added HTTPS port is not valid */             \
+    X(QBOBJ_ERROR_UI__HTTPS_ADDITIONAL_PORT_IN_USE, 828) /* the additional HTTPS port is in use */           \
+    X(QBOBJ_ERROR_UI__HTTPS_CERTIFICATE_KEY_HOST, 829)   /* certificate, key and host do not fit */          \
+    X(QBOBJ_ERROR_UI__FTP_BANDWIDTH, 830)                /* the FTP bandwidth is not valid */                \
+    X(QBOBJ_ERROR_UI__SHARE_CANNOT_RENAME, 831)          /* the share cannot be renamed */                   \
+    X(QBOBJ_ERROR_UI__NO_LDAP_OBJECT, 832)               /* the directory has no such object */              \
+    X(QBOBJ_ERROR_UI__ADS_BAD_SEC_SERVER, 833)           /* the security server is not valid */              \
+    X(QBOBJ_ERROR_UI__USERNAME_IS_SAME_AS_REMOTE_USERNAME, 834) /* both users have one name */
+
+#define QBOBJ_ERROR_CODE(name, number) name = (number),
+/** Error codes; see QBOBJ_ERRORS. */
+typedef enum qbobj_error { QBOBJ_ERRORS(QBOBJ_ERROR_CODE) } qbobj_error_t;
+#undef QBOBJ_ERROR_CODE
+
+/** The name of an error code, e.g. "QBOBJ_ERROR_API_ARGS" for 8; "QBOBJ_ERROR_UNKNOWN" for a number that is none. */
+QBOBJ_API const char *qbobj_error_name(int code);
 
 /** The error record: owned by the caller, filled by the operation that fails. */
 typedef struct qbobj_error_rec {

@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Compares the exported symbols of a shared library with its headers, and finds those that no test uses.
 
-usage: check_interface.py LIBRARY HEADER_FOLDER TEST_FOLDER [VERSION_NODE]
+usage: check_interface.py LIBRARY HEADER_FOLDER TEST_FOLDER [VERSION]
+With a version, such as QBOBJ_1.0, every symbol must carry it.
 """
 import pathlib
 import re
@@ -29,8 +30,9 @@ def declared(folder):
 
 def exported(library):
     lines = subprocess.run(["nm", "-D", "--defined-only", library], check=True, capture_output=True, text=True)
-    symbols = (line.split() for line in lines.stdout.splitlines())
-    return [words[-1] for words in symbols if words[-2] != "A"]  # A: a version node
+    words = [line.split() for line in lines.stdout.splitlines()]
+    # A version is itself an absolute symbol.
+    return dict((name.split("@@") + [""])[:2] for _, kind, name in words if kind != "A")
 
 
 def unused(names, folder):
@@ -43,13 +45,12 @@ def unused(names, folder):
 
 def main():
     library, headers, tests = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3])
-    versioned = exported(library)
-    published, symbols = declared(headers), {name.split("@")[0] for name in versioned}
-    problems = [f"published but not exported: {n}" for n in sorted(published - symbols)]
-    problems += [f"exported but not published: {n}" for n in sorted(symbols - published)]
+    published, symbols = declared(headers), exported(library)
+    problems = [f"published but not exported: {n}" for n in sorted(published - symbols.keys())]
+    problems += [f"exported but not published: {n}" for n in sorted(symbols.keys() - published)]
+    for version in sys.argv[4:]:
+        problems += [f"not of {version}: {n}" for n, has in sorted(symbols.items()) if has != version]
     problems += [f"used by no test: {n}" for n in sorted(unused(published, tests))]
-    node = "".join(f"@@{name}" for name in sys.argv[4:])
-    problems += [f"without its version node: {n}" for n in versioned if not n.endswith(node)]
     print(f"{len(published)} published, {len(symbols)} exported")
     print("\n".join(problems))
     sys.exit(1 if problems or not published else 0)

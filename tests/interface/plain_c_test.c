@@ -56,6 +56,10 @@ int main(int argc, char **argv)
     expect(qbobj_addShare(&handle, db, &share, &err) == 0, "addShare", &err);
     expect(qbobj_addShare(&handle, db, &share, &err) == QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS, "again",
            &err);
+    expect(strcmp(qbobj_error_name(err.ec), "QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS") == 0, "its name",
+           &err);
+    expect(strcmp(qbobj_error_name(-5), "QBOBJ_ERROR_UNKNOWN") == 0, "no code", &err);
+    expect(strcmp(qbobj_version(), QBOBJ_VERSION_STRING) == 0, qbobj_version(), &err);
     change_access(&handle, db, "ReadOnly", 1);
     change_access(&handle, db, "ReadOnly", 0);
 

@@ -1,6 +1,7 @@
 // Records become JSON and come back the same, for every type; what is no record is refused by name.
 #include "database.h"
 #include "json/operations.h"
+#include "json/parse.h"
 
 #include <apr_general.h>
 
@@ -110,20 +111,45 @@ TEST_F(RecordJson, WhatIsLeftOutIsNotGiven)
 
 TEST_F(RecordJson, WrongInputIsRefusedByItsPlace)
 {
-    EXPECT_EQ("input.Nmae: a Share has no field 'Nmae'", refusal("Share", R"({"Nmae": "x"})"));
+    EXPECT_EQ("input.ShareNmae: a Share has no field 'ShareNmae'; did you mean 'ShareName'?",
+              refusal("Share", R"({"ShareNmae": "x"})"));
     EXPECT_EQ("input[1].Cifs.HostAcl[0].Who: a HostAcl has no field 'Who'",
               refusal("Share", R"([{}, {"Cifs": {"HostAcl": [{"Who": 1}]}}])"));
-    EXPECT_EQ("input.ShareName must be a text, not 7", refusal("Share", R"({"ShareName": 7})"));
-    EXPECT_EQ("input.UserId must be a whole number, not \"7\"", refusal("User", R"({"UserId": "7"})"));
+    EXPECT_EQ("input.ShareName must be a text, not a number", refusal("Share", R"({"ShareName": 7})"));
+    EXPECT_EQ("input.UserId must be a whole number, not a text", refusal("User", R"({"UserId": "7"})"));
     EXPECT_EQ("input.UserId: 2147483648 is too large", refusal("User", R"({"UserId": 2147483648})"));
-    EXPECT_EQ("input.QuotaMB must be a whole number of 0 or more, not -1",
+    EXPECT_EQ("input.QuotaMB must be a whole number of 0 or more, not a negative number",
               refusal("Share", R"({"QuotaMB": -1})"));
-    EXPECT_EQ("input.QuotaMB must be a whole number of 0 or more, not 1.5",
+    EXPECT_EQ("input.QuotaMB must be a whole number of 0 or more, not a fraction",
               refusal("Share", R"({"QuotaMB": 1.5})"));
     EXPECT_EQ("input.Cifs must be an object (a CifsShareOption)", refusal("Share", R"({"Cifs": "on"})"));
     EXPECT_EQ("input.ShareName must not hold a NUL character",
               refusal("Share", "{\"ShareName\": \"a\\u0000b\"}"));
     EXPECT_EQ("accepted", refusal("User", R"({"IsLocked": true})"));
+}
+
+TEST(Parse, RefusesWhatNoRecordNeedsAndNeverShowsIt)
+{
+    const auto refusal = [](const std::string &text) {
+        try {
+            parse(text);
+        } catch (const BadInput &error) {
+            return std::string(error.what());
+        }
+        return std::string("accepted");
+    };
+    const auto nested = [](std::size_t levels) {
+        return std::string(levels, '[') + "1" + std::string(levels, ']');
+    };
+    EXPECT_EQ("accepted", refusal(nested(64)));
+    EXPECT_EQ("the input is nested deeper than 64 levels", refusal(nested(65)));
+    EXPECT_EQ("the input is nested deeper than 64 levels", refusal(std::string(100000, '[')));
+    EXPECT_EQ("accepted", refusal(R"([{"a": 1}, {"a": {"a": 1}}])"));
+    EXPECT_EQ("the input gives 'a' twice in one object", refusal(R"({"a": {"b": 1}, "a": 2})"));
+    EXPECT_EQ("the input holds a number that is too large", refusal("[1e999]"));
+    EXPECT_EQ("the input is no JSON: parse error at line 1, column 14: syntax error while parsing value - "
+              "invalid literal",
+              refusal(R"({"Password": secret})"));
 }
 
 TEST_F(RecordJson, ArgumentsAreArrangedByNameOrAlone)
@@ -144,14 +170,6 @@ TEST_F(RecordJson, ArgumentsAreArrangedByNameOrAlone)
     EXPECT_EQ("modifyShare takes an object of its arguments by name", arranged("modifyShare", "[]"));
     EXPECT_EQ("addShare: the argument 'share' is missing", arranged("addShare", "null"));
     EXPECT_EQ("[null,null,null]", arranged("getUserCollection", "null"));
-}
-
-TEST(ErrorNames, FollowTheCodes)
-{
-    EXPECT_STREQ("QBOBJ_ERROR_API_ARGS", error_name(8));
-    EXPECT_STREQ("QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS", error_name(800));
-    EXPECT_STREQ("QBOBJ_ERROR_UI__USERNAME_IS_SAME_AS_REMOTE_USERNAME", error_name(834));
-    EXPECT_STREQ("QBOBJ_ERROR_UNKNOWN", error_name(12345));
 }
 
 } // namespace

@@ -3,6 +3,8 @@
 import json
 import os
 import pathlib
+import pty
+import sqlite3
 import subprocess
 import sys
 import tempfile
@@ -21,9 +23,10 @@ class Tool(unittest.TestCase):
         self.environment = dict(os.environ, QBOBJ_DB=str(self.db), QBOBJ_ROOT=str(self.path / "root"))
         self.ok("init", str(self.db), "--volume", "data")
 
-    def run_tool(self, *words, stdin="", environment=None):
-        return subprocess.run([QBCTL, *words], input=stdin, capture_output=True, text=True,
-                              env=environment or self.environment, check=False)
+    def run_tool(self, *words, stdin="", environment=None, **other):
+        return subprocess.run([QBCTL, *words], input=stdin, text=True, env=environment or self.environment, check=False,
+                              start_new_session=True,  # away from the terminal
+                              **{"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **other})
 
     def ok(self, *words, stdin=""):
         done = self.run_tool(*words, stdin=stdin)
@@ -66,15 +69,33 @@ class Tool(unittest.TestCase):
 
     def test_wrong_usage_exits_2_and_says_what(self):
         for words, text in [
-            (["call", "addShare", '{"ShareNaem": "x"}'], "a Share has no field 'ShareNaem'"),
-            (["call", "addShare", '{"ShareName": '], "no JSON"),
-            (["call", "addSahre", "{}"], "there is no operation 'addSahre'"),
+            (["call", "addShare", '{"ShareNaem": "x"}'], "a Share has no field 'ShareNaem'; did you mean 'ShareName'?"),
+            (["call", "addShare", '{"ShareName": '], "no JSON: parse error at line 1"),
+            (["call", "addShare", "[" * 100000], "nested deeper than 64 levels"),
+            (["call", "addSahre", "{}"], "there is no operation 'addSahre'; did you mean 'addShare'?"),
+            (["cal", "addShare"], "there is no command 'cal'; did you mean 'call'?"),
+            (["list", "--colums", "x"], "there is no option '--colums'; did you mean '--columns'?"),
+            (["call", '{"Password": "secret"}'], "no operation is named"),
+            (['{"Password": "secret"}'], "a word too many"),
+            (["call", "addUser", '{"Password": secret}'], "invalid literal\n"),
+            (["call", "addUser", '{"UserId": "secret"}'], "must be a whole number, not a text\n"),
+            (["call", "getShareId", "share_name=a", "share_name=b"], "'share_name' is given twice"),
+            (["call", "getShareId", '"a"', "share_name=b"], "give an object"),
+            (["--columns", "Pth", "call", "getShareCollection"], "has a field 'Pth'; did you mean 'Path'?"),
+            (["--columns", "Pth", "call", "--table", "getFolderAttribute", "path=/"], "no record has a field 'Pth'"),
+            (["call", "addUser", "--ask", "Password"], "there is no terminal to ask for Password"),
+            (["call", "addUser", "--from-fd", "Password=77"], "cannot read descriptor 77: Bad file descriptor"),
+            (["call", "addUser", "--from-fd", "Password"], "PATH=N"),
+            (["call", "addUser", f"@{self.path}"], "Is a directory"),
+            (["batch", str(self.path)], "Is a directory"),
+            (["call", "addShare\x1b[31m"], "no operation is named"),
+            (["call", "addShare", '{"\\u001b\\u009b": 1}'], "no field '\\u001b\\u009b'"),
             (["call", "getShareId"], "'share_name' is missing"),
             (["call", "getShareId", "name=x"], "no argument 'name'"),
             (["call", "addShare", "@/none.json"], "cannot read /none.json"),
-            (["describe", "Shrae"], "'Shrae': did you mean 'Share'?"),
-            (["describe", "adShare"], "'adShare': did you mean 'addShare'?"),
-            (["describe", "Share.Cfs"], "Share has no field 'Cfs': did you mean 'Cifs'?"),
+            (["describe", "Shrae"], "'Shrae'; did you mean 'Share'?"),
+            (["describe", "adShare"], "'adShare'; did you mean 'addShare'?"),
+            (["describe", "Share.Cfs"], "Share has no field 'Cfs'; did you mean 'Cifs'?"),
             (["describe", "Share.Path.x"], "Share.Path is no record"),
             (["describe", "weather"], "there is no operation or record type 'weather'\n"),
             (["call"], "OPERATION"),
@@ -82,7 +103,10 @@ class Tool(unittest.TestCase):
             ([], "subcommand"),
         ]:
             with self.subTest(words=words):
-                self.assertIn(text, self.fails(2, *words))
+                error = self.fails(2, *words)
+                self.assertIn(text, error)
+                self.assertNotIn("secret", error)
+                self.assertNotIn("json.exception", error)
         without = {k: v for k, v in self.environment.items() if k != "QBOBJ_DB"}
         done = self.run_tool("call", "getShareCollection", environment=without)
         self.assertEqual(2, done.returncode)
@@ -90,35 +114,88 @@ class Tool(unittest.TestCase):
 
     def test_lists_and_descriptions_need_no_database(self):
         listed = self.ok("list")
-        self.assertIn("getShareId(share_name) -> id\n    Finds the row id of a share.\n", listed)
+        self.assertIn("getShareId(share_name) -> id\n", listed)
         self.assertIn("modifyShare(share:Share, [modifyOneShare]) -> share:Share\n", listed)
+        described = self.ok("describe", "Share")
+        self.assertIn("  QuotaMB: uint64, may be left out\n", described)
+        self.assertIn("  VisibleSnapshot: int, 0 when left out\n", described)
+        self.assertIn("  UsedBy: list of UsedBy, may be left out\n", described)
         self.assertEqual(102, len(self.ok("describe").splitlines()))
-        for name, lines in [
-            ("share", ["  QuotaMB: uint64 in MB, may be left out\n      size limit with snapshots",
-                       "  VisibleSnapshot: int, one of 0, 1, 0 when left out\n",
-                       "  UsedMB: uint64 in MB, read only\n",
-                       "  UsedBy: list of UsedBy, may be left out\n"]),
-            ("User", ["  Password: text, secret, may be left out\n", "  UserName: text, 1 to 31 bytes, required\n"]),
-            ("Share.cifs", ["Share.Cifs: CifsShareOption, may be left out\n", "  EnableDFS: int,"]),
-            ("Share.Cifs.UserAcl", ["Share.Cifs.UserAcl: list of UserAcl,", "  Access: text, one of \"ReadWrite\","]),
-            ("ADDSHARE", ["Creates shares", "  share (given and filled)\n", "  reads: service_cifs, share,",
-                          "  QBOBJ_ERROR_UI__NAME_TOO_LONG (806)\n", "  returns 0 or the error code\n"]),
-            ("qbobj_validate_ip", ["  str (given)\n"]),
-        ]:
-            described = self.ok("describe", name)
-            for line in lines:
-                self.assertIn(line, described)
 
     def test_table_shows_chosen_columns(self):
         self.call("addShare", '{"ShareName": "docs", "VolumeId": "data", "Comment": "Ünïcode"}')
         table = self.ok("--columns", "ShareName,Comment", "call", "--table", "getShareCollection")
         self.assertEqual("ShareName  Comment\ndocs       Ünïcode\n", table)
 
+    def test_control_characters_never_reach_a_terminal(self):
+        self.call("setServiceEntry", "key=a", "val=\x1b[31m\x7f\u009b\tä")
+        self.assertEqual("\\u001b[31m\\u007f\\u009b\\u0009ä\n", self.ok("--table", "call", "getServiceEntry", "key=a"))
+        self.assertIn("(x\\u001b)", self.fails(1, "call", "addUser", '{"UserName": "x\\u001b"}'))
+
     def test_passwords_stay_masked(self):
         self.call("addUser", '{"UserName": "ann", "Password": "secret"}')
         self.assertEqual("●" * 8, self.call("getUser", '{"UserId": 100}')[0]["Password"])
         for output in (self.ok("call", "getUserCollection"), self.ok("call", "getAdminPassword")):
             self.assertNotIn("$1$", output)
+
+    def test_passwords_given_are_never_echoed(self):
+        added = self.call("addUser", '{"UserName": "ann", "Password": "secret"}')
+        self.assertEqual("●" * 8, added[0]["Password"])
+        refused = self.fails(1, "call", "addUser", json.dumps({"UserName": "bob", "Password": "long" * 200}))
+        self.assertIn("Invalid Password (●●●●●●●●)", refused)
+
+    def test_passwords_come_from_descriptors_and_the_terminal(self):
+        proof = '{"UserName": "ann", "OldPassword": "secret", "NewPassword": "other"}'
+        (self.path / "file").write_text("secret\n")
+        with open(self.path / "file", encoding="utf-8") as file:
+            done = self.run_tool("call", "addUser", '{"UserName": "ann"}', "--from-fd", f"Password={file.fileno()}", pass_fds=[file.fileno()])
+        self.assertEqual(0, done.returncode, done.stderr)
+        self.ok("call", "setMyPassword", proof)
+        child, terminal = pty.fork()
+        if child == 0:
+            os.execve(QBCTL, [QBCTL, "call", "setUserPassword", '{"UserId": 100}', "--ask", "Password"], self.environment)
+        shown = os.read(terminal, 100)
+        os.write(terminal, b"secret\n")
+        try:
+            while more := os.read(terminal, 1000):
+                shown += more
+        except OSError:  # the terminal's other side is closed
+            pass
+        self.assertEqual(0, os.waitpid(child, 0)[1])
+        self.assertTrue(shown.startswith(b"Password: "))
+        self.assertNotIn(b"secret", shown)
+        self.ok("call", "setMyPassword", proof)
+
+    def test_a_database_in_use_is_named_and_may_be_tried_again(self):
+        for lock, words in [
+            (["BEGIN IMMEDIATE"], ["call", "addUser", '{"UserName": "ann"}']),
+            (["BEGIN IMMEDIATE"], ["call", "setServiceEntry", "key=a", "val=b"]),
+            (["PRAGMA locking_mode=EXCLUSIVE", "BEGIN EXCLUSIVE"], ["call", "getShareCollection"]),
+        ]:
+            with self.subTest(words=words):
+                other = sqlite3.connect(self.db, isolation_level=None)
+                self.addCleanup(other.close)
+                for statement in lock:
+                    other.execute(statement)
+                error = self.fails(75, "--wait", "0.05", *words)
+                self.assertIn("the database is in use by another program", error)
+                self.assertNotIn("QBOBJ_ERROR", error)
+                other.close()
+
+    def test_reading_leaves_the_file_alone(self):
+        self.call("addUser", '{"UserName": "ann"}')
+        writer = sqlite3.connect(self.db, isolation_level=None)
+        self.addCleanup(writer.close)
+        writer.execute("BEGIN IMMEDIATE")
+        self.call("--wait", "0.05", "getUserCollection")
+        self.ok("--wait", "0.05", "batch", "-", stdin="getUserCollection\ngetShareCollection\n")
+
+    def test_output_that_cannot_be_written_is_a_failure(self):
+        for words in (["list"], ["--help"], ["call", "getUserCollection"], ["batch", "-"]):
+            with self.subTest(words=words), open("/dev/full", "w", encoding="utf-8") as full:
+                done = self.run_tool(*words, stdin="getUserCollection", stdout=full)
+                self.assertEqual(1, done.returncode)
+                self.assertIn("cannot write the output: No space left", done.stderr)
 
     def test_questions_are_answered_not_failed(self):
         self.call("addUser", '{"UserName": "ann"}')

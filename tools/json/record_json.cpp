@@ -1,6 +1,8 @@
 // A walk over schema rows in both directions.
 #include "json/record_json.h"
 
+#include "json/nearest.h"
+
 #include <apr_strings.h>
 
 #include <climits>
@@ -108,6 +110,27 @@ Json one_to_json(const qbobj_spec_t *spec, const void *record)
     return object;
 }
 
+// What a value is, for errors: the value itself may be a password in a wrong place.
+std::string kind_of(const Json &json)
+{
+    switch (json.type()) {
+    case Json::value_t::null:
+        return "null";
+    case Json::value_t::string:
+        return "a text";
+    case Json::value_t::boolean:
+        return "true or false";
+    case Json::value_t::object:
+        return "an object";
+    case Json::value_t::array:
+        return "a list";
+    case Json::value_t::number_float:
+        return "a fraction";
+    default:
+        return json >= 0 ? "a number" : "a negative number";
+    }
+}
+
 const qbobj_spec_t *find_row(const qbobj_spec_t *spec, const std::string &name)
 {
     for (const qbobj_spec_t *row = spec + 1; row->type != QBOBJ_KIND_END; ++row)
@@ -159,7 +182,8 @@ void *one_from_json(const qbobj_spec_t *spec, const Json &json, apr_pool_t *pool
         }
         const qbobj_spec_t *row = find_row(spec, name);
         if (row == nullptr)
-            throw BadInput(field + ": a " + spec->name + " has no field '" + name + "'");
+            throw BadInput(field + ": a " + spec->name + " has no field '" + name + "'" +
+                           suggestion(name, field_names(spec)));
         if (!value.is_null())
             set_field(*row, record, value, pool, field);
     }
@@ -213,12 +237,22 @@ const qbobj_spec_t *find_spec(const std::string &name)
     return nullptr;
 }
 
+std::vector<std::string> field_names(const qbobj_spec_t *spec)
+{
+    std::vector<std::string> names;
+    if (has_string_id(spec))
+        names.emplace_back("resource_id");
+    for (const qbobj_spec_t *row = spec + 1; row->type != QBOBJ_KIND_END; ++row)
+        names.emplace_back(row->name);
+    return names;
+}
+
 int64_t to_integer(const Json &json, int64_t min, int64_t max, const std::string &where)
 {
     if (json.is_boolean())
         return json.get<bool>() ? 1 : 0;
     if (!json.is_number_integer())
-        throw BadInput(where + " must be a whole number, not " + json.dump());
+        throw BadInput(where + " must be a whole number, not " + kind_of(json));
     if (json.is_number_unsigned() && json.get<uint64_t>() > static_cast<uint64_t>(max))
         throw BadInput(where + ": " + json.dump() + " is too large");
     const int64_t number = json.get<int64_t>();
@@ -231,7 +265,7 @@ uint64_t to_unsigned(const Json &json, const std::string &where)
 {
     const bool negative = json.is_number_integer() && !json.is_number_unsigned() && json.get<int64_t>() < 0;
     if (!json.is_number_integer() || negative)
-        throw BadInput(where + " must be a whole number of 0 or more, not " + json.dump());
+        throw BadInput(where + " must be a whole number of 0 or more, not " + kind_of(json));
     return json.get<uint64_t>();
 }
 
@@ -240,7 +274,7 @@ const char *to_text(const Json &json, apr_pool_t *pool, const std::string &where
     if (json.is_null())
         return nullptr;
     if (!json.is_string())
-        throw BadInput(where + " must be a text, not " + json.dump());
+        throw BadInput(where + " must be a text, not " + kind_of(json));
     const auto &text = json.get_ref<const std::string &>();
     if (text.find('\0') != std::string::npos)
         throw BadInput(where + " must not hold a NUL character");

@@ -7,6 +7,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace qbobj_json
 {
@@ -34,6 +35,9 @@ void *empty_record(const qbobj_spec_t *spec, apr_pool_t *pool);
 
 // The schema of a type by its name; null when there is none.
 const qbobj_spec_t *find_spec(const std::string &name);
+
+// The names of a record's fields.
+std::vector<std::string> field_names(const qbobj_spec_t *spec);
 
 // A scalar in a JSON value, or BadInput naming `where`.
 int64_t to_integer(const Json &json, int64_t min, int64_t max, const std::string &where);

@@ -2,14 +2,15 @@
 #include "qbctl/describe.h"
 
 #include "operations/texts.h"
+#include "json/nearest.h"
 #include "json/operations.h"
 
 #include <algorithm>
-#include <numeric>
 
 using qbobj_json::Argument;
 using qbobj_json::BadInput;
 using qbobj_json::Operation;
+using qbobj_json::suggestion;
 namespace texts = qbobj::texts;
 
 namespace qbctl
@@ -21,32 +22,6 @@ constexpr std::size_t line_width = 96;
 
 /* ---- Names ----------------------------------------------------------------------------------------------- */
 
-// How many letters are inserted, removed or exchanged between two names, whatever the case.
-std::size_t distance(std::string_view a, std::string_view b)
-{
-    std::vector<std::size_t> row(b.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        std::size_t diagonal = std::exchange(row[0], i + 1);
-        for (std::size_t j = 0; j < b.size(); ++j) {
-            const std::size_t changed = diagonal + (texts::same_name(a.substr(i, 1), b.substr(j, 1)) ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({changed, row[j] + 1, row[j + 1] + 1});
-        }
-    }
-    return row.back();
-}
-
-// ": did you mean 'Share'?", or nothing when no name is near.
-std::string suggestion(std::string_view name, const std::vector<std::string_view> &known)
-{
-    const auto far = [name](std::string_view other) { return distance(name, other); };
-    const auto nearest = std::ranges::min_element(known, {}, far);
-    if (nearest == known.end() || far(*nearest) > std::max<std::size_t>(2, name.size() / 3))
-        return "";
-    return ": did you mean '" + std::string(*nearest) + "'?";
-}
-
 const qbobj_spec_t *find_type(std::string_view name)
 {
     for (const struct all_spec *entry = all_spec; entry->name != nullptr; ++entry)
@@ -57,14 +32,14 @@ const qbobj_spec_t *find_type(std::string_view name)
 
 const qbobj_spec_t &field_row(const qbobj_spec_t *spec, std::string_view name)
 {
-    std::vector<std::string_view> known;
+    std::vector<std::string> known;
     for (const qbobj_spec_t *row = spec + 1; row->type != QBOBJ_KIND_END; ++row) {
         if (texts::same_name(row->name, name))
             return *row;
         known.emplace_back(row->name);
     }
     throw BadInput(std::string(spec->name) + " has no field '" + std::string(name) + "'" +
-                   suggestion(name, known));
+                   suggestion(std::string(name), known));
 }
 
 /* ---- Text ------------------------------------------------------------------------------------------------ */
@@ -197,7 +172,7 @@ void print_path(std::ostream &out, const qbobj_spec_t *spec, std::string_view pa
 
 std::string argument_text(const Argument &argument)
 {
-    std::string text = argument.name;
+    std::string text(argument.name);
     if (argument.spec != nullptr)
         text += std::string(":") + argument.spec->name;
     return argument.optional ? "[" + text + "]" : text;
@@ -211,15 +186,17 @@ std::string signature(const Operation &operation)
     const auto add = [](std::string &list, const std::string &item) {
         list += (list.empty() ? "" : ", ") + item;
     };
-    if (operation.result != qbobj_json::ResultKind::code)
-        add(outputs, operation.result == qbobj_json::ResultKind::answer ? "answer" : "id");
-    for (const Argument &argument : operation.arguments) {
+    if (operation.entry->result == qbobj::ResultKind::answer)
+        add(outputs, "answer");
+    if (operation.entry->identifies())
+        add(outputs, "id");
+    for (const Argument &argument : operation.arguments()) {
         if (argument.is_input())
             add(inputs, argument_text(argument));
         if (argument.is_output())
             add(outputs, argument_text(argument));
     }
-    return operation.name + "(" + inputs + ")" + (outputs.empty() ? "" : " -> " + outputs);
+    return operation.name() + "(" + inputs + ")" + (outputs.empty() ? "" : " -> " + outputs);
 }
 
 std::string_view direction_text(texts::Direction direction)
@@ -261,11 +238,11 @@ void print_operation(std::ostream &out, const texts::Operation &text)
     print_text(out, "returns " + std::string(text.result), 2);
 }
 
-std::vector<std::string_view> all_names()
+std::vector<std::string> all_names()
 {
-    std::vector<std::string_view> names;
+    std::vector<std::string> names;
     for (const Operation &operation : qbobj_json::operations())
-        names.emplace_back(operation.name);
+        names.emplace_back(operation.entry->name);
     for (const struct all_spec *entry = all_spec; entry->name != nullptr; ++entry)
         names.emplace_back(entry->name);
     return names;
@@ -277,7 +254,7 @@ void print_operations(std::ostream &out)
 {
     for (const Operation &operation : qbobj_json::operations()) {
         out << signature(operation) << '\n';
-        if (const texts::Operation *text = texts::find_operation(operation.name); text != nullptr)
+        if (const texts::Operation *text = texts::find_operation(operation.entry->name); text != nullptr)
             print_text(out, text->brief, 4);
     }
 }

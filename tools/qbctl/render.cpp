@@ -1,9 +1,14 @@
 // Tables and JSON text.
 #include "qbctl/render.h"
 
+#include "json/nearest.h"
+
 #include <algorithm>
+#include <array>
+#include <cstdio>
 #include <set>
 
+using qbobj_json::BadInput;
 using qbobj_json::Json;
 
 namespace qbctl
@@ -17,7 +22,7 @@ std::string cell_text(const Json &value)
 {
     if (value.is_null())
         return "";
-    return value.is_string() ? value.get<std::string>() : json_text(value, -1);
+    return escape_controls(value.is_string() ? value.get<std::string>() : json_text(value, -1));
 }
 
 // Characters, not bytes: continuation bytes of UTF-8 take no column.
@@ -71,6 +76,16 @@ std::vector<std::string> columns_of(const Json &records)
     return columns;
 }
 
+void check_columns(const Json &records, const std::vector<std::string> &columns)
+{
+    std::vector<std::string> names;
+    for (const auto &[name, field] : records.front().items())
+        names.push_back(name);
+    for (const std::string &column : columns)
+        if (std::none_of(records.begin(), records.end(), [&](const Json &r) { return r.contains(column); }))
+            throw BadInput("no record has a field '" + column + "'" + qbobj_json::suggestion(column, names));
+}
+
 void print_row(std::ostream &out, const std::vector<std::string> &cells,
                const std::vector<std::size_t> &widths)
 {
@@ -89,6 +104,28 @@ std::string json_text(const Json &value, int indent)
     return value.dump(indent, ' ', false, Json::error_handler_t::replace);
 }
 
+std::string escape_controls(const std::string &text)
+{
+    std::string shown;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        auto code = static_cast<unsigned char>(text[i]);
+        const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
+        const bool upper = code == 0xC2 && next >= 0x80 && next < 0xA0; // U+0080 to U+009F in UTF-8
+        if (upper) {
+            code = next;
+            ++i;
+        }
+        if (upper || code < 0x20 || code == 0x7F) {
+            std::array<char, 8> escaped{};
+            std::snprintf(escaped.data(), escaped.size(), "\\u%04x", static_cast<unsigned>(code));
+            shown += escaped.data();
+        } else {
+            shown += static_cast<char>(code);
+        }
+    }
+    return shown;
+}
+
 void print_table(std::ostream &out, const Json &value, const std::vector<std::string> &columns)
 {
     const Json records = records_of(value);
@@ -97,6 +134,7 @@ void print_table(std::ostream &out, const Json &value, const std::vector<std::st
             out << cell_text(record) << '\n';
         return;
     }
+    check_columns(records, columns);
     const std::vector<std::string> names = columns.empty() ? columns_of(records) : columns;
     std::vector<std::vector<std::string>> lines{names};
     for (const Json &record : records) {
