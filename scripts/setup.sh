@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
     g++ cmake ninja-build pkgconf ccache git
-    libapr1-dev libsqlite3-dev libacl1-dev libcrypt-dev
+    libapr1-dev libsqlite3-dev libxml2-dev libacl1-dev libcrypt-dev
     libcli11-dev nlohmann-json3-dev libgtest-dev libbenchmark-dev
     clang clang-format clang-tidy libclang-rt-dev sqlite3 python3 jq
 )

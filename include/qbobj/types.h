@@ -73,7 +73,14 @@ extern "C" {
 typedef enum qbobj_error { QBOBJ_ERRORS(QBOBJ_ERROR_CODE) } qbobj_error_t;
 #undef QBOBJ_ERROR_CODE
 
-/** The name of an error code, e.g. "QBOBJ_ERROR_API_ARGS" for 8; "QBOBJ_ERROR_UNKNOWN" for a number that is none. */
+/**
+ * The name of an error code.
+ *
+ * @param[in] code  the number, e.g. 8
+ * @reads nothing
+ * @error none
+ * @return the name, e.g. "QBOBJ_ERROR_API_ARGS"; "QBOBJ_ERROR_UNKNOWN" for a number that is no code
+ */
 QBOBJ_API const char *qbobj_error_name(int code);
 
 /** The error record: owned by the caller, filled by the operation that fails. */

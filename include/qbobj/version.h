@@ -17,7 +17,13 @@ extern "C" {
 #define QBOBJ_VERSION_PATCH 0 /**< grows with what is mended */
 #define QBOBJ_VERSION_STRING "1.0.0"
 
-/** The version of the library that runs, as QBOBJ_VERSION_STRING says it of the headers. */
+/**
+ * The version of the library that runs.
+ *
+ * @reads nothing
+ * @error none
+ * @return the text, as QBOBJ_VERSION_STRING says it of the headers
+ */
 QBOBJ_API const char *qbobj_version(void);
 
 #ifdef __cplusplus
