@@ -3,8 +3,6 @@
 #include "validate/ascii.h"
 #include "validate/validate.h"
 
-#include <apr_strings.h>
-
 #include <algorithm>
 #include <arpa/inet.h>
 #include <array>
@@ -14,7 +12,6 @@
 #include <memory>
 #include <netdb.h>
 #include <netinet/in.h>
-#include <new>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -25,7 +22,6 @@
 
 namespace qbobj
 {
-
 namespace
 {
 
@@ -123,11 +119,8 @@ std::optional<network> scan_net(const char *net)
 
 const char *print_net(apr_pool_t *pool, const network &net)
 {
-    const char *text = apr_psprintf(pool, "%u.%u.%u.%u/%u", net.address >> 24, net.address >> 16 & 255,
-                                    net.address >> 8 & 255, net.address & 255, net.length);
-    if (text == nullptr)
-        throw std::bad_alloc();
-    return text;
+    return qb::print(pool, "%u.%u.%u.%u/%u", net.address >> 24, net.address >> 16 & 255,
+                     net.address >> 8 & 255, net.address & 255, net.length);
 }
 
 // Group lengths are not examined.
@@ -218,7 +211,7 @@ int qbobj_validate_host(const char *host)
     return qbobj_validate_hostname(host) == 0 ? 0 : qbobj_validate_ip(host);
 }
 
-int qbobj_validate_host_array(qbobj_env_t *, const char **array, const char ***host_list)
+int qbobj_validate_host_array(const qbobj_env_t &, const char **array, const char ***host_list)
 {
     *host_list = array;
     return array == nullptr ? 0 : check_each(array, qbobj_validate_host);
@@ -317,11 +310,9 @@ int qbobj_validate_unused_tcp_port(int port)
 
 } // namespace qbobj
 
-using namespace qbobj;
-
 int qbobj_validate_ip(const char *str)
 {
     if (str == nullptr)
         return -1;
-    return qbobj_validate_ipv4(str) == 0 ? 0 : qbobj_validate_ipv6(str);
+    return qbobj::qbobj_validate_ipv4(str) == 0 ? 0 : qbobj::qbobj_validate_ipv6(str);
 }

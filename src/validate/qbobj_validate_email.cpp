@@ -7,7 +7,6 @@
 
 namespace qbobj
 {
-
 namespace
 {
 

@@ -9,7 +9,6 @@
 
 namespace qbobj
 {
-
 namespace
 {
 
@@ -203,17 +202,15 @@ int qbobj_validate_protocol_name(const char *str)
 
 } // namespace qbobj
 
-using namespace qbobj;
-
 int qbobj_validate_sharename(const char *str, const char **sharename)
 {
     if (sharename != nullptr)
         *sharename = nullptr;
-    if (is_empty(str))
+    if (qbobj::is_empty(str))
         return -1;
-    int code = share_rule.check(str);
+    int code = qbobj::share_rule.check(str);
     if (code == 0)
-        code = check_reserved(str);
+        code = qbobj::check_reserved(str);
     if (code == 0 && sharename != nullptr)
         *sharename = str;
     return code;
@@ -221,10 +218,10 @@ int qbobj_validate_sharename(const char *str, const char **sharename)
 
 int qbobj_validate_snapshotname(const char *str)
 {
-    return is_empty(str) ? -1 : snapshot_rule.check(str);
+    return qbobj::is_empty(str) ? -1 : qbobj::snapshot_rule.check(str);
 }
 
 int qbobj_validate_myhostname(const char *hostname)
 {
-    return is_empty(hostname) ? -11 : myhostname_rule.check(hostname);
+    return qbobj::is_empty(hostname) ? -11 : qbobj::myhostname_rule.check(hostname);
 }

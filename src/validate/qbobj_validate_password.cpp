@@ -10,7 +10,6 @@
 
 namespace qbobj
 {
-
 namespace
 {
 

@@ -11,7 +11,6 @@
 
 namespace qbobj
 {
-
 namespace
 {
 

@@ -56,7 +56,7 @@ TEST_F(AccountDefault, RefusesTheFirstValueThatIsWrong)
     for (const auto &c : cases) {
         qbobj_AccountDefault_t defaults = read();
         c.spoil(defaults);
-        refused(qbobj_setAccountDefault, defaults, QBOBJ_ERROR_API_ARGS, c.message);
+        refused(qbobj_setAccountDefault, defaults, bad_args, c.message);
     }
     qbobj_AccountDefault_t defaults = read();
     defaults.DiskQuotaWarn = 1;
@@ -66,7 +66,7 @@ TEST_F(AccountDefault, RefusesTheFirstValueThatIsWrong)
 TEST_F(AccountDefault, AMissingRowIsReported)
 {
     sql("DELETE FROM account_default");
-    refused(qbobj_getAccountDefault, {}, QBOBJ_ERROR_DB_MISC,
+    refused(qbobj_getAccountDefault, {}, db_failed,
             "DB may be corrupted? 'account_default' table is not populated.");
 }
 

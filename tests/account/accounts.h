@@ -14,6 +14,11 @@ namespace qbobj_test
 
 using Lines = std::vector<std::string>;
 
+constexpr auto bad_args = QBOBJ_ERROR_API_ARGS;
+constexpr auto db_failed = QBOBJ_ERROR_DB_MISC;
+constexpr auto too_long = QBOBJ_ERROR_UI__NAME_TOO_LONG;
+constexpr auto reserved = QBOBJ_ERROR_UI__USERNAME_RESERVED;
+
 inline const std::string mask = masked_password;
 
 // Texts joined by '|', null as "NULL".

@@ -8,7 +8,7 @@ using namespace qbobj_test;
 using Group = qbobj_Group_t;
 
 const std::string long_name(40, 'a');
-const std::string too_long = "GroupName is too long (" + long_name + ")";
+const std::string long_message = "GroupName is too long (" + long_name + ")";
 
 class Groups : public Accounts
 {
@@ -74,7 +74,7 @@ TEST_F(Groups, ListFilterOrderAndPage)
 
     const std::string pattern(257, '%');
     qbobj_AccountQuery_t query{.name_like = pattern.c_str()};
-    EXPECT_FAILS(qbobj_getGroupCollection(qbdb, db, &groups, &query, &err), QBOBJ_ERROR_API_ARGS,
+    EXPECT_FAILS(qbobj_getGroupCollection(qbdb, db, &groups, &query, &err), bad_args,
                  "Query string is too long.");
 }
 
@@ -101,9 +101,9 @@ TEST_F(Groups, ListedGroupHasMembersAndQuotas)
 
 TEST_F(Groups, SingleGroupCannotBeRead)
 {
-    refused(qbobj_getGroup, {.GroupId = 100}, QBOBJ_ERROR_DB_MISC,
+    refused(qbobj_getGroup, {.GroupId = 100}, db_failed,
             "Failed DB Query for 'group'. no such column: U.rid");
-    refused(qbobj_getGroup, {.GroupId = -7}, QBOBJ_ERROR_DB_MISC, "Invalid resouce_id=-7.");
+    refused(qbobj_getGroup, {.GroupId = -7}, db_failed, "Invalid resouce_id=-7.");
 }
 
 TEST_F(Groups, SystemGroupsAreNamedWhateverTheyAre)
@@ -114,7 +114,7 @@ TEST_F(Groups, SystemGroupsAreNamedWhateverTheyAre)
     ASSERT_OK(run(qbobj_getSystemGroup, first));
     EXPECT_EQ("root 999", all(&first, &qbobj_SystemGroup_t::GroupName));
     EXPECT_EQ(999, second.GroupId);
-    refused(qbobj_getSystemGroup, {.resource_id = -30}, QBOBJ_ERROR_DB_MISC, "Invalid resouce_id=-30.");
+    refused(qbobj_getSystemGroup, {.resource_id = -30}, db_failed, "Invalid resouce_id=-30.");
     EXPECT_STREQ("qbobj_api2_get_group", err.file);
 
     join_directory();
@@ -148,7 +148,7 @@ TEST_F(Groups, NewGroupTakesTheLowestFreeId)
     }
     sql("WITH RECURSIVE n(id) AS (SELECT 100 UNION ALL SELECT id+1 FROM n WHERE id<32767) "
         "INSERT OR IGNORE INTO `$group`(id,gname) SELECT id,'g'||id FROM n");
-    refused(qbobj_addGroup, {.GroupName = "late"}, QBOBJ_ERROR_DB_MISC, "No more gid available");
+    refused(qbobj_addGroup, {.GroupName = "late"}, db_failed, "No more gid available");
 }
 
 TEST_F(Groups, NewGroupsGetQuotasAndMembers)
@@ -178,16 +178,14 @@ TEST_F(Groups, CreationIsRefused)
         qbobj_error_t code;
         std::string message;
     } cases[] = {
-        {{}, QBOBJ_ERROR_API_ARGS, "GroupName is required for 'add'"},
-        {{.GroupName = ""}, QBOBJ_ERROR_API_ARGS, "GroupName is required for 'add'"},
-        {{.GroupName = long_name.c_str()}, QBOBJ_ERROR_UI__NAME_TOO_LONG, too_long},
-        {{.GroupName = "a'b"}, QBOBJ_ERROR_API_ARGS, "Invalid GroupName (a'b)"},
+        {{}, bad_args, "GroupName is required for 'add'"},
+        {{.GroupName = ""}, bad_args, "GroupName is required for 'add'"},
+        {{.GroupName = long_name.c_str()}, too_long, long_message},
+        {{.GroupName = "a'b"}, bad_args, "Invalid GroupName (a'b)"},
         {{.GroupName = "STAFF"}, QBOBJ_ERROR_UI__GROUPNAME_ALREADY_EXISTS, "Group (STAFF) already exists."},
-        {{.GroupId = 99, .GroupName = "new"},
-         QBOBJ_ERROR_API_ARGS,
-         "GroupId=99 is out of valid range (100-32767)."},
+        {{.GroupId = 99, .GroupName = "new"}, bad_args, "GroupId=99 is out of valid range (100-32767)."},
         {{.GroupId = 32768, .GroupName = "new"},
-         QBOBJ_ERROR_API_ARGS,
+         bad_args,
          "GroupId=32768 is out of valid range (100-32767)."},
         {{.GroupId = 100, .GroupName = "new"},
          QBOBJ_ERROR_UI__GID_ALREADY_EXISTS,
@@ -198,11 +196,11 @@ TEST_F(Groups, CreationIsRefused)
 
     qbobj_User_t nobody{.UserId = -20};
     Group bad_member{.GroupName = "second", .SecondaryMember = &nobody};
-    refused(qbobj_addGroup, {._link = &bad_member, .GroupName = "first"}, QBOBJ_ERROR_API_ARGS,
+    refused(qbobj_addGroup, {._link = &bad_member, .GroupName = "first"}, bad_args,
             "Invalid resource_id (0) in SecondaryMember.");
     EXPECT_STREQ("qbobj_api2_add_group", err.file);
     qbobj_Quota_t nowhere{.ShareId = "data/none", .HardMB = 5};
-    refused(qbobj_addGroup, {.GroupName = "third", .GroupQuota = &nowhere}, QBOBJ_ERROR_DB_MISC,
+    refused(qbobj_addGroup, {.GroupName = "third", .GroupQuota = &nowhere}, db_failed,
             "Failed DB Query for 'INSERT group_quota'. NOT NULL constraint failed: group_quota.share_id");
 }
 
@@ -225,9 +223,8 @@ TEST_F(Groups, DeletedGroupIsMarkedAndHoldsItsName)
 
 TEST_F(Groups, DeletionIsRefused)
 {
-    refused(qbobj_deleteGroup, {}, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (0)");
-    refused(qbobj_deleteGroup, {.GroupId = 999}, QBOBJ_ERROR_API_ARGS,
-            "Invalid resource_id (999). Not exist.");
+    refused(qbobj_deleteGroup, {}, bad_args, "Invalid resource_id (0)");
+    refused(qbobj_deleteGroup, {.GroupId = 999}, bad_args, "Invalid resource_id (999). Not exist.");
     Group primary{.GroupId = 100};
     refused(qbobj_deleteGroup, {._link = &primary, .GroupId = 101}, QBOBJ_ERROR_UI__CANT_DELETE_PRIMARY_GROUP,
             "Cannot remove group, has users.");
@@ -260,15 +257,15 @@ TEST_F(Groups, ModificationIsRefused)
         qbobj_error_t code;
         std::string message;
     } cases[] = {
-        {{.GroupName = "x"}, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (0)."},
-        {{.GroupId = 999, .GroupName = "x"}, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (999). Not exist."},
-        {{.GroupId = 101, .GroupName = ""}, QBOBJ_ERROR_API_ARGS, "Invalid GroupName ()"},
-        {{.GroupId = 101, .GroupName = long_name.c_str()}, QBOBJ_ERROR_UI__NAME_TOO_LONG, too_long},
+        {{.GroupName = "x"}, bad_args, "Invalid resource_id (0)."},
+        {{.GroupId = 999, .GroupName = "x"}, bad_args, "Invalid resource_id (999). Not exist."},
+        {{.GroupId = 101, .GroupName = ""}, bad_args, "Invalid GroupName ()"},
+        {{.GroupId = 101, .GroupName = long_name.c_str()}, too_long, long_message},
         {{.GroupId = 101, .GroupName = "Staff"},
          QBOBJ_ERROR_UI__GROUPNAME_ALREADY_EXISTS,
          "Cannot rename to group which already exists (Staff)."},
         {{.resource_id = 101, .GroupName = "lodge", .SecondaryMember = &nobody},
-         QBOBJ_ERROR_API_ARGS,
+         bad_args,
          "Invalid resource_id (101) in SecondaryMember."},
     };
     for (const auto &expected : cases) {
@@ -288,8 +285,8 @@ TEST_F(Groups, APersonIsAMemberOnce)
     qbobj_User_t bob{._link = &again, .UserId = 100, .UserName = "bob"};
     const std::string message = "Failed DB Query for 'INSERT group_has_user. UNIQUE constraint failed: "
                                 "$group_has_user.user_id, $group_has_user.group_id";
-    refused(qbobj_addGroup, {.GroupName = "new", .SecondaryMember = &bob}, QBOBJ_ERROR_DB_MISC, message);
-    refused(qbobj_modifyGroup, {.GroupId = 101, .SecondaryMember = &bob}, QBOBJ_ERROR_DB_MISC, message);
+    refused(qbobj_addGroup, {.GroupName = "new", .SecondaryMember = &bob}, db_failed, message);
+    refused(qbobj_modifyGroup, {.GroupId = 101, .SecondaryMember = &bob}, db_failed, message);
     EXPECT_STREQ("qbobj_api2_modify_group", err.file);
 }
 

@@ -56,7 +56,7 @@ TEST_F(Password, MissingRecoveryDataIsReported)
     EXPECT_OK(run(qbobj_getAdminPassword, empty));
     EXPECT_STREQ("", empty.Answer);
     sql("DELETE FROM passwordrecovery");
-    refused(qbobj_getAdminPassword, {}, QBOBJ_ERROR_DB_MISC,
+    refused(qbobj_getAdminPassword, {}, db_failed,
             "DB may be corrupted? 'passwordrecovery' table is not populated.");
 }
 
@@ -93,7 +93,7 @@ TEST_F(Password, RefusesWhatIsWrongAndChangesNothing)
     const std::string before = content();
     for (const auto &c : cases) {
         SCOPED_TRACE(c.message);
-        EXPECT_FAILS(c.call(), QBOBJ_ERROR_API_ARGS, c.message.c_str());
+        EXPECT_FAILS(c.call(), bad_args, c.message.c_str());
         EXPECT_EQ(before, content());
     }
 }
@@ -106,7 +106,7 @@ TEST_F(Password, AUserProvesTheOldOneToSetANewOne)
     const std::string first = hash_of("anna");
     EXPECT_OK(set_my("anna", "p\xC3\xA4ss'wort", "second"));
     EXPECT_NE(first, hash_of("anna"));
-    EXPECT_FAILS(set_my("anna", "p\xC3\xA4ss'wort", "third"), QBOBJ_ERROR_API_ARGS, "Bad Credential.");
+    EXPECT_FAILS(set_my("anna", "p\xC3\xA4ss'wort", "third"), bad_args, "Bad Credential.");
     EXPECT_OK(set_my("anna", "second", "third"));
 }
 
@@ -129,8 +129,8 @@ TEST_F(Password, TheMaskIsNeverOne)
     const std::string before = content();
     EXPECT_OK(set_user(100, masked_password));
     EXPECT_OK(set_my("anna", "secret", masked_password));
-    EXPECT_FAILS(set_my("anna", "wrong", masked_password), QBOBJ_ERROR_API_ARGS, "Bad Credential.");
-    EXPECT_FAILS(set_my("anna", masked_password, "new"), QBOBJ_ERROR_API_ARGS, "Bad Credential.");
+    EXPECT_FAILS(set_my("anna", "wrong", masked_password), bad_args, "Bad Credential.");
+    EXPECT_FAILS(set_my("anna", masked_password, "new"), bad_args, "Bad Credential.");
     EXPECT_EQ(before, content());
     const std::string stored = hash_of("admin");
     EXPECT_OK(set_admin({masked_password, "Pet's name?", "Rex", "a@example.org"}));
@@ -143,11 +143,11 @@ TEST_F(Password, StaysOutOfTheLog)
 {
     sql("INSERT INTO `$user` (id,uname,group_id) VALUES (100,'anna',99)");
     EXPECT_OK(set_user(100, "right"));
-    EXPECT_FAILS(set_my("anna", "hunter2", "hunter3"), QBOBJ_ERROR_API_ARGS, "Bad Credential.");
+    EXPECT_FAILS(set_my("anna", "hunter2", "hunter3"), bad_args, "Bad Credential.");
     EXPECT_NE(std::string::npos, log().find("Bad Credential."));
     sql("CREATE TRIGGER refuse BEFORE UPDATE ON `$user` BEGIN SELECT RAISE(ABORT,'no'); END");
-    EXPECT_FAILS(set_user(100, "hunter4"), QBOBJ_ERROR_DB_MISC, "Failed DB Query for user table update. no");
-    EXPECT_FAILS(set_admin({"hunter5", "q", "hunter6", "e"}), QBOBJ_ERROR_DB_MISC,
+    EXPECT_FAILS(set_user(100, "hunter4"), db_failed, "Failed DB Query for user table update. no");
+    EXPECT_FAILS(set_admin({"hunter5", "q", "hunter6", "e"}), db_failed,
                  "Failed DB Query for user update. no");
     EXPECT_EQ(std::string::npos, log().find("$1$"));
     EXPECT_EQ(std::string::npos, log().find("hunter"));

@@ -54,16 +54,15 @@ TEST_F(Security, RefusesTheFirstValueThatIsWrong)
         qbobj_error_t code;
         const char *message;
     } cases[] = {
-        {[](auto &s) { s.Security = nullptr; }, QBOBJ_ERROR_API_ARGS, "Security is not valid"},
-        {[](auto &s) { s.Security = "ads'", s.workGroup = nullptr; }, QBOBJ_ERROR_API_ARGS,
-         "Security is not valid"},
+        {[](auto &s) { s.Security = nullptr; }, bad_args, "Security is not valid"},
+        {[](auto &s) { s.Security = "ads'", s.workGroup = nullptr; }, bad_args, "Security is not valid"},
         {[](auto &s) { s.workGroup = "A/B", s.Realm = "?"; }, QBOBJ_ERROR_UI__ADS_BAD_WORKGROUP,
          "Bad workgroup"},
         {[](auto &s) { s.Realm = "a b", s.passWordServer = "?"; }, QBOBJ_ERROR_UI__ADS_BAD_REALM,
          "Bad realm (a b)"},
         {[](auto &s) { s.passWordServer = "a b"; }, QBOBJ_ERROR_UI__ADS_BAD_SEC_SERVER,
          "Bad login server (a b)"},
-        {[&](auto &s) { s.orgUnit = long_unit.c_str(); }, QBOBJ_ERROR_API_ARGS,
+        {[&](auto &s) { s.orgUnit = long_unit.c_str(); }, bad_args,
          "The value of column 'orgunit' is too long for the update."},
     };
     for (const auto &c : cases) {

@@ -63,10 +63,10 @@ TEST_F(UserDelete, ByNameFindsTheAccountsInUse)
     EXPECT_EQ("0000000|-1", traces(100));
 
     for (const char *name : {static_cast<const char *>(nullptr), "x' OR '1"})
-        refused(qbobj_deleteUserByName, {.UserId = 100, .UserName = name}, QBOBJ_ERROR_API_ARGS,
+        refused(qbobj_deleteUserByName, {.UserId = 100, .UserName = name}, bad_args,
                 "Invalid resource_id (0). Not exist.");
     join_directory();
-    refused(qbobj_deleteUserByName, {.resource_id = 101, .UserName = "bert"}, QBOBJ_ERROR_API_ARGS,
+    refused(qbobj_deleteUserByName, {.resource_id = 101, .UserName = "bert"}, bad_args,
             "Invalid resource_id (101). Not exist.");
 }
 
@@ -103,35 +103,13 @@ TEST_F(UserDelete, AFailingSwitchLeavesTheUserUnmarked)
     EXPECT_STREQ("anna", user.UserName);
 }
 
-TEST_F(UserDelete, NamesTheStatementThatFails)
-{
-    const struct {
-        const char *table, *event, *message;
-    } cases[] = {
-        {"user_quota", "DELETE", "Failed DELETE user_quota. no"},
-        {"user_acl", "DELETE", "Failed DELETE user_acl. no"},
-        {"_user_quota_stat", "DELETE", "Failed DELETE _user_quota_stat. no"},
-        {"$home_folder", "DELETE", "Failed DELETE $home_folder. no"},
-        {"$timemachine_quota", "DELETE", "Failed DELETE $timemachine_quota. no"},
-        {"$group_has_user", "DELETE", "Failed DELETE group_has_user. no"},
-        {"$home_folder_snapshot", "DELETE", "Failed DELETE $home_folder_snapshot. no"},
-        {"$user", "UPDATE", "Failed DB Query for 'UPDATE user'. no"},
-    };
-    for (const auto &c : cases) {
-        sql(std::string("CREATE TRIGGER refuse BEFORE ") + c.event + " ON `" + c.table +
-            "` BEGIN SELECT RAISE(ABORT,'no'); END");
-        refused(qbobj_deleteUser, {.UserId = 100}, QBOBJ_ERROR_DB_MISC, c.message);
-        sql("DROP TRIGGER refuse");
-    }
-}
-
 TEST_F(UserDelete, AnUnknownUserUndoesTheChain)
 {
     for (const auto &[id, message] :
          {std::pair{0, "Invalid resource_id (0)"}, std::pair{-3, "Invalid resource_id (-3)"},
           std::pair{4711, "Invalid resource_id (4711). Not exist."}}) {
         User bad{.UserId = id};
-        refused(qbobj_deleteUser, {._link = &bad, .UserId = 100}, QBOBJ_ERROR_API_ARGS, message);
+        refused(qbobj_deleteUser, {._link = &bad, .UserId = 100}, bad_args, message);
     }
 }
 

@@ -101,37 +101,34 @@ TEST_F(UserModify, RefusesWhatIsWrongAndKeepsNothingOfTheChain)
     const std::string long_name(32, 'a');
     const std::string long_hash(600, 'x');
     const struct {
-        std::function<void(User &)> spoil;
+        User user;
         qbobj_error_t code;
         std::string message;
     } cases[] = {
-        {[](auto &u) { u.resource_id = 0; }, QBOBJ_ERROR_API_ARGS,
-         "Invalid User (resource_id=0, UserName=(null))."},
-        {[](auto &u) { u.resource_id = 0, u.UserName = "bert"; }, QBOBJ_ERROR_API_ARGS,
-         "Invalid User (resource_id=0, UserName=bert)."},
-        {[](auto &u) { u.resource_id = 0, u.UserId = -5; }, QBOBJ_ERROR_API_ARGS,
-         "Invalid resource_id (-5)."},
-        {[](auto &u) { u.resource_id = 4711; }, QBOBJ_ERROR_API_ARGS,
-         "Invalid resource_id (4711). Not exist."},
-        {[&](auto &u) { u.UserName = long_name.c_str(); }, QBOBJ_ERROR_UI__NAME_TOO_LONG,
+        {{}, bad_args, "Invalid User (resource_id=0, UserName=(null))."},
+        {{.UserName = "bert"}, bad_args, "Invalid User (resource_id=0, UserName=bert)."},
+        {{.UserId = -5}, bad_args, "Invalid resource_id (-5)."},
+        {{.resource_id = 4711}, bad_args, "Invalid resource_id (4711). Not exist."},
+        {{.UserId = 101, .UserName = long_name.c_str()},
+         too_long,
          "UserName is too long (" + long_name + ")"},
-        {[](auto &u) { u.UserName = "c_x"; }, QBOBJ_ERROR_UI__USERNAME_RESERVED,
-         "UserName (c_x) is reserved"},
-        {[](auto &u) { u.UserName = "pool"; }, QBOBJ_ERROR_UI__USERNAME_RESERVED,
-         "UserName (pool) is reserved"},
-        {[](auto &u) { u.UserName = ""; }, QBOBJ_ERROR_API_ARGS, "Invalid UserName (), rc=1"},
-        {[](auto &u) { u.UserName = "anna"; }, QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS,
+        {{.UserId = 101, .UserName = "c_x"}, reserved, "UserName (c_x) is reserved"},
+        {{.UserId = 101, .UserName = "pool"}, reserved, "UserName (pool) is reserved"},
+        {{.UserId = 101, .UserName = ""}, bad_args, "Invalid UserName (), rc=1"},
+        {{.UserId = 101, .UserName = "anna"},
+         QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS,
          "Cannot rename to user which already exists (anna)."},
-        {[](auto &u) { u.Email = "x"; }, QBOBJ_ERROR_API_ARGS, "Invalid Email (x) rc=8"},
-        {[&](auto &u) { u.Password = long_hash.c_str(); }, QBOBJ_ERROR_API_ARGS,
+        {{.UserId = 101, .Email = "x"}, bad_args, "Invalid Email (x) rc=8"},
+        {{.UserId = 101, .Password = long_hash.c_str()},
+         bad_args,
          "Invalid Password (" + long_hash + ") rc=1"},
-        {[](auto &u) { u.GroupName = "none"; }, QBOBJ_ERROR_API_ARGS, "Invalid GroupName (none)"},
-        {[&](auto &u) { u.SysHash = long_hash.c_str(); }, QBOBJ_ERROR_API_ARGS,
+        {{.UserId = 101, .GroupName = "none"}, bad_args, "Invalid GroupName (none)"},
+        {{.UserId = 101, .SysHash = long_hash.c_str()},
+         bad_args,
          "The value of column 'passwd' is too long for the update."},
     };
     for (const auto &c : cases) {
-        User bad{.resource_id = 101};
-        c.spoil(bad);
+        User bad = c.user;
         refused(qbobj_modifyUser, {._link = &bad, .resource_id = 100, .Email = "good@example.org"}, c.code,
                 c.message);
         EXPECT_STREQ("qbobj_api2_modify_user", err.file);
@@ -142,8 +139,8 @@ TEST_F(UserModify, AFailedUpdateKeepsItsValuesOutOfTheLog)
 {
     sql("ALTER TABLE `$user` RENAME COLUMN is_locked TO away");
     refused(qbobj_modifyUser,
-            {.resource_id = 100, .Email = "hunter@example.org", .SysHash = "$1$hashhash$hunter"},
-            QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'UPDATE user'. no such column: is_locked");
+            {.resource_id = 100, .Email = "hunter@example.org", .SysHash = "$1$hashhash$hunter"}, db_failed,
+            "Failed DB Query for 'UPDATE user'. no such column: is_locked");
     EXPECT_NE(std::string::npos, log().find("no such column: is_locked (1): UPDATE `$user` SET"));
     EXPECT_EQ(std::string::npos, log().find("hunter"));
 }
@@ -162,10 +159,10 @@ TEST_F(UserModify, AnUnmirroredDirectoryUserIsFoundByName)
     for (const std::string name : {"no-such-account", "root"}) // the superuser's id is no key
         refused(qbobj_modifyUser, {.UserName = name.c_str()}, QBOBJ_ERROR_UI__NO_LDAP_OBJECT,
                 "Invalid User (resource_id=0, UserName=" + name + ").");
-    refused(qbobj_modifyUser, {}, QBOBJ_ERROR_API_ARGS, "Invalid User (resource_id=0, UserName=(null)).");
+    refused(qbobj_modifyUser, {}, bad_args, "Invalid User (resource_id=0, UserName=(null)).");
     // An account of the system that is no user here.
     User daemon{.UserName = "daemon"};
-    EXPECT_FAILS(modify(daemon), QBOBJ_ERROR_API_ARGS, "Invalid resource_id (1). Not exist.");
+    EXPECT_FAILS(modify(daemon), bad_args, "Invalid resource_id (1). Not exist.");
     EXPECT_EQ(1, daemon.UserId);
 }
 
@@ -183,7 +180,7 @@ TEST_F(UserModify, SetsAndRemovesQuotas)
               rows("SELECT user_id,share_id,mb_soft,mb_hard FROM user_quota ORDER BY user_id"));
 
     set.ShareId = "none";
-    refused(qbobj_modifyUser, user, QBOBJ_ERROR_DB_MISC,
+    refused(qbobj_modifyUser, user, db_failed,
             "Failed DB Query for 'UPDATE user_quota. NOT NULL constraint failed: user_quota.share_id");
 }
 

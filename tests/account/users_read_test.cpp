@@ -86,16 +86,6 @@ TEST_F(UsersRead, WithoutQueryTheApplianceDecidesWhichKindIsListed)
     EXPECT_EQ("alice bob carol", listed(&local));
 }
 
-TEST_F(UsersRead, DebugLogShowsTheQueryAndTheUsers)
-{
-    reopen(QBDB_LOG_DEBUG);
-    Query query{.name_like = "ali%"};
-    EXPECT_EQ("alice", listed(&query));
-    EXPECT_NE(std::string::npos, log().find("ali%"));
-    EXPECT_NE(std::string::npos, log().find("/data/home/alice"));
-    EXPECT_EQ("alice bob carol", listed());
-}
-
 TEST_F(UsersRead, GuestsArePeopleOfNogroupWhereThereIsNoGuestGroup)
 {
     sql("DELETE FROM `$group` WHERE gname='guest'; UPDATE `$user` SET group_id=94 WHERE uname='carol'");
@@ -109,7 +99,7 @@ TEST_F(UsersRead, LongPatternIsRefused)
     EXPECT_EQ("", listed(&query));
     pattern += '%';
     query.name_like = pattern.c_str();
-    EXPECT_FAILS(qbobj_getUserCollection(qbdb, db, &users, &query, 0, &err), QBOBJ_ERROR_API_ARGS,
+    EXPECT_FAILS(qbobj_getUserCollection(qbdb, db, &users, &query, 0, &err), bad_args,
                  "Query string is too long.");
     EXPECT_STREQ("qbobj_api2_get_user", err.file);
 }
@@ -234,7 +224,7 @@ TEST_F(UsersRead, AFailingDetailEndsTheListButForTheTimeMachinePath)
     EXPECT_EQ(QBOBJ_ERROR_DB_MISC, err.ec);
     EXPECT_STREQ("Failed DB Query for 'SELECT account_default and $user'.", err.msg);
     sql("DROP TABLE user_quota");
-    EXPECT_FAILS(qbobj_getUserCollection(qbdb, db, &users, nullptr, 0, &err), QBOBJ_ERROR_DB_MISC,
+    EXPECT_FAILS(qbobj_getUserCollection(qbdb, db, &users, nullptr, 0, &err), db_failed,
                  "Failed DB Query for user_quota. no such table: user_quota");
 }
 
@@ -262,9 +252,9 @@ TEST_F(UsersRead, UserThatIsNotThereIsReported)
         {999, nullptr, QBOBJ_ERROR_DB_NOTEXISTS, "None of row selected for resource_id=999."},
         {97, nullptr, QBOBJ_ERROR_DB_NOTEXISTS, "None of row selected for resource_id=97."},
         {111, nullptr, QBOBJ_ERROR_DB_NOTEXISTS, "None of row selected for resource_id=111."},
-        {0, "bob", QBOBJ_ERROR_API_ARGS, "Invalid User (resource_id=0, UserName=bob)."},
-        {0, nullptr, QBOBJ_ERROR_API_ARGS, "Invalid User (resource_id=0, UserName=(null))."},
-        {-20, nullptr, QBOBJ_ERROR_DB_MISC, "Invalid resouce_id=-20."},
+        {0, "bob", bad_args, "Invalid User (resource_id=0, UserName=bob)."},
+        {0, nullptr, bad_args, "Invalid User (resource_id=0, UserName=(null))."},
+        {-20, nullptr, db_failed, "Invalid resouce_id=-20."},
     };
     for (const auto &expected : cases)
         refused(qbobj_getUser, {.UserId = expected.id, .UserName = expected.name}, expected.code,
@@ -308,7 +298,7 @@ TEST_F(UsersRead, SystemUsersAreNamedWhateverTheyAre)
         {true, -30, "mirrored"},   {true, -1, account != nullptr ? system_name.c_str() : nullptr},
         {true, -unknown, nullptr},
     };
-    refused(qbobj_getSystemUser, {.resource_id = -30}, QBOBJ_ERROR_DB_MISC, "Invalid resouce_id=-30.");
+    refused(qbobj_getSystemUser, {.resource_id = -30}, db_failed, "Invalid resouce_id=-30.");
     EXPECT_STREQ("qbobj_api2_get_user", err.file);
     for (const auto &expected : cases) {
         SCOPED_TRACE(expected.id);
@@ -484,7 +474,7 @@ TEST_F(UsersRead, AMissingResultIsNamed)
         {[&] { return qbobj_getPosixUIDGID(qbdb, db, "bob", &id, nullptr, &err); }, "gid"},
     };
     for (const auto &c : cases)
-        EXPECT_FAILS(c.call(), QBOBJ_ERROR_API_ARGS, (std::string(c.missing) + " cannot be NULL.").c_str());
+        EXPECT_FAILS(c.call(), bad_args, (std::string(c.missing) + " cannot be NULL.").c_str());
 }
 
 } // namespace

@@ -8,7 +8,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, std::size_t size)
 {
     const auto address = qbobj_fuzz::text(data, size);
     const char *accepted = nullptr;
-    const int code = qbobj_validate_email(address.get(), &accepted);
+    const int code = qbobj::qbobj_validate_email(address.get(), &accepted);
     qbobj_fuzz::expect((code >= 0 && code <= 11) || (code >= 20 && code <= 26));
     qbobj_fuzz::expect((code == 0) == (accepted == address.get()));
     if (code == 0)

@@ -2,6 +2,8 @@
 #include "database.h"
 #include "validate/validate.h"
 
+namespace qbobj
+{
 namespace
 {
 
@@ -19,7 +21,7 @@ class ValidateDb : public qbobj_test::Database
     }
 
     static constexpr int untouched = -1000;
-    qbobj_env_t env{qbdb, &err};
+    Call call{{qbdb, &err}, db};
 };
 
 TEST_F(ValidateDb, AccountNames)
@@ -45,6 +47,9 @@ TEST_F(ValidateDb, AccountNames)
         {true, nullptr, untouched, untouched},
     };
     for (const bool directory : {false, true}) {
+        if (directory)
+            join_directory();
+        Call anew({qbdb, &err}, db); // a call asks for the mode once
         for (const auto &expected : cases) {
             SCOPED_TRACE(testing::Message() << (expected.name ? expected.name : "(null)") << directory);
             const auto validate = expected.group ? qbobj_validate_db_groupname : qbobj_validate_db_username;
@@ -52,34 +57,24 @@ TEST_F(ValidateDb, AccountNames)
             for (const bool as_default : {false, true}) {
                 int found = untouched;
                 EXPECT_EQ(id == untouched ? 1 : 0,
-                          validate(&env, db, as_default ? nullptr : expected.name, expected.name, &found));
+                          validate(anew, as_default ? nullptr : expected.name, expected.name, &found));
                 EXPECT_EQ(id, found);
             }
         }
-        join_directory();
     }
     EXPECT_EQ(nullptr, err.msg);
 }
 
-TEST_F(ValidateDb, DefaultIsOnlyUsedWithoutAName)
-{
-    int id = 0;
-    EXPECT_EQ(1, qbobj_validate_db_username(&env, db, "nobody here", "bob", &id));
-    EXPECT_EQ(1, qbobj_validate_db_sharename(&env, db, "nothing here", "photos", &id));
-    EXPECT_EQ(0, qbobj_validate_db_sharename(&env, db, nullptr, "photos", &id));
-    EXPECT_EQ(5, id);
-}
-
 TEST_F(ValidateDb, AccountIdsTellMissingFromFailing)
 {
-    EXPECT_EQ(0, qbobj_validate_db_userid(&env, db, 100));
-    EXPECT_EQ(0, qbobj_validate_db_userid(&env, db, -20));
-    EXPECT_EQ(1, qbobj_validate_db_userid(&env, db, 999));
-    EXPECT_EQ(0, qbobj_validate_db_groupid(&env, db, 100));
-    EXPECT_EQ(1, qbobj_validate_db_groupid(&env, db, 999));
+    for (const auto validate : {qbobj_validate_db_userid, qbobj_validate_db_groupid}) {
+        EXPECT_EQ(0, validate(call, 100));
+        EXPECT_EQ(1, validate(call, 999));
+    }
+    EXPECT_EQ(0, qbobj_validate_db_userid(call, -20));
     sql("ALTER TABLE `$user` RENAME TO a; ALTER TABLE `$group` RENAME TO b");
-    EXPECT_EQ(2, qbobj_validate_db_userid(&env, db, 100));
-    EXPECT_EQ(2, qbobj_validate_db_groupid(&env, db, 100));
+    EXPECT_EQ(2, qbobj_validate_db_userid(call, 100));
+    EXPECT_EQ(2, qbobj_validate_db_groupid(call, 100));
     EXPECT_EQ(nullptr, err.msg);
     EXPECT_NE(std::string::npos, log().find("qbobj_validate_db:"));
 }
@@ -90,13 +85,13 @@ TEST_F(ValidateDb, NamesOfOtherRows)
         "INSERT INTO `$iscsi_lun`(id,name) VALUES(11,'lun');"
         "INSERT INTO `$iscsi_lun_group`(id,name) VALUES(12,'target');"
         "INSERT INTO `$iscsi_initiator`(id,name) VALUES(13,'iqn')");
-    const auto job = [](qbobj_env_t *call, sqlite3 *database, const char *name, const char *, int *id) {
-        return qbobj_validate_db_jobname(call, database, name, id);
+    using Validator = int (*)(Call &, const char *, const char *, int *);
+    const Validator job = [](Call &one, const char *name, const char *, int *id) {
+        return qbobj_validate_db_jobname(one, name, id);
     };
-    const auto path = [](qbobj_env_t *call, sqlite3 *database, const char *name, const char *, int *id) {
-        return qbobj_validate_db_path_in_share(call, database, name, id);
+    const Validator path = [](Call &one, const char *name, const char *, int *id) {
+        return qbobj_validate_db_path_in_share(one, name, id);
     };
-    using Validator = int (*)(qbobj_env_t *, sqlite3 *, const char *, const char *, int *);
     const struct {
         Validator validate;
         const char *name;
@@ -126,78 +121,72 @@ TEST_F(ValidateDb, NamesOfOtherRows)
     for (const auto &expected : cases) {
         SCOPED_TRACE(expected.name ? expected.name : "(null)");
         int id = 0;
-        EXPECT_EQ(expected.id == 0 ? 1 : 0, expected.validate(&env, db, expected.name, nullptr, &id));
+        EXPECT_EQ(expected.id == 0 ? 1 : 0, expected.validate(call, expected.name, nullptr, &id));
         EXPECT_EQ(expected.id, id);
     }
+    // A default is only used without a name.
+    int id = 0;
+    EXPECT_EQ(1, qbobj_validate_db_sharename(call, "nothing here", "photos", &id));
+    EXPECT_EQ(0, qbobj_validate_db_sharename(call, nullptr, "photos", &id));
+    EXPECT_EQ(5, id);
 }
 
 TEST_F(ValidateDb, Volumes)
 {
     sql("UPDATE _volume SET id='id-of-data' WHERE lv_name='data'");
     char *by_name = nullptr;
-    EXPECT_EQ(0, qbobj_validate_db_volumename(&env, db, "data", nullptr, &by_name));
+    EXPECT_EQ(0, qbobj_validate_db_volumename(call, "data", nullptr, &by_name));
     EXPECT_STREQ("id-of-data", by_name);
-    EXPECT_EQ(0, qbobj_validate_db_volumename(&env, db, "none", "data", &by_name));
+    EXPECT_EQ(0, qbobj_validate_db_volumename(call, "none", "data", &by_name));
     EXPECT_EQ(nullptr, by_name);
-    EXPECT_EQ(1, qbobj_validate_db_volumename(&env, db, nullptr, nullptr, &by_name));
+    EXPECT_EQ(1, qbobj_validate_db_volumename(call, nullptr, nullptr, &by_name));
 
     const char *id = nullptr;
-    EXPECT_EQ(0, qbobj_validate_db_volumeid(&env, db, "id-of-data", &id));
+    EXPECT_EQ(0, qbobj_validate_db_volumeid(call, "id-of-data", &id));
     EXPECT_STREQ("id-of-data", id);
-    EXPECT_EQ(1, qbobj_validate_db_volumeid(&env, db, "data", &id));
-    EXPECT_EQ(1, qbobj_validate_db_volumeid(&env, db, nullptr, &id));
+    EXPECT_EQ(1, qbobj_validate_db_volumeid(call, "data", &id));
+    EXPECT_EQ(1, qbobj_validate_db_volumeid(call, nullptr, &id));
     sql("UPDATE _volume SET lv_name='c' WHERE lv_name='data'");
-    EXPECT_EQ(0, qbobj_validate_db_volumeid(&env, db, nullptr, &id));
+    EXPECT_EQ(0, qbobj_validate_db_volumeid(call, nullptr, &id));
     EXPECT_STREQ("id-of-data", id);
     sql("ALTER TABLE _volume RENAME TO away");
-    EXPECT_EQ(1, qbobj_validate_db_volumename(&env, db, "data", nullptr, &by_name));
-    EXPECT_EQ(1, qbobj_validate_db_volumeid(&env, db, "id-of-data", &id));
+    EXPECT_EQ(1, qbobj_validate_db_volumename(call, "data", nullptr, &by_name));
+    EXPECT_EQ(1, qbobj_validate_db_volumeid(call, "id-of-data", &id));
 }
 
 TEST_F(ValidateDb, ListsOfNames)
 {
+    int nothing = 0;
     int *ids = nullptr;
     int length = 0;
-    EXPECT_EQ(0, qbobj_validate_db_username_csv(&env, db, "bob, carol", &ids, &length));
-    ASSERT_EQ(2, length);
-    EXPECT_EQ(100, ids[0]);
-    EXPECT_EQ(101, ids[1]);
-    EXPECT_EQ(1, qbobj_validate_db_username_csv(&env, db, "carol,nobody here,bob", &ids, &length));
-    EXPECT_EQ(3, length);
-    EXPECT_EQ(101, ids[0]);
-    EXPECT_EQ(0, ids[2]);
-    EXPECT_EQ(0, qbobj_validate_db_groupname_csv(&env, db, "staff", &ids, &length));
-    EXPECT_EQ(1, length);
-    EXPECT_EQ(100, ids[0]);
-    EXPECT_EQ(0, qbobj_validate_db_groupname_csv(&env, db, "", &ids, &length));
-    EXPECT_EQ(0, length);
+    const auto outcome = [&](int code) {
+        std::string text = std::to_string(code) + ":";
+        for (int i = 0; ids != nullptr && i < length; ++i)
+            text += " " + std::to_string(ids[i]);
+        text += ids == nullptr ? " none" : "";
+        ids = &nothing;
+        length = 5;
+        return text;
+    };
+    const auto users = [&](const char *csv) {
+        return outcome(qbobj_validate_db_username_csv(call, csv, &ids, &length));
+    };
+    EXPECT_EQ("0: 100 101", users("bob, carol"));
+    EXPECT_EQ("1: 101 0 0",
+              users("carol,nobody here,bob")); // those behind the first unknown one are not filled
+    EXPECT_EQ("0: none", users(nullptr));
+    EXPECT_EQ("0: 100", outcome(qbobj_validate_db_groupname_csv(call, "staff", &ids, &length)));
+    EXPECT_EQ("0:", outcome(qbobj_validate_db_groupname_csv(call, "", &ids, &length)));
 
-    const char *users[] = {"carol", "BOB", nullptr};
-    EXPECT_EQ(0, qbobj_validate_db_username_array(&env, db, users, &ids, nullptr));
-    EXPECT_EQ(101, ids[0]);
-    EXPECT_EQ(100, ids[1]);
-    const char *group_names[] = {"staff", "users", nullptr};
-    EXPECT_EQ(0, qbobj_validate_db_groupname_array(&env, db, group_names, &ids, &length));
-    ASSERT_EQ(2, length);
+    const char *names[] = {"carol", "BOB", nullptr};
+    EXPECT_EQ("0: 101 100", outcome(qbobj_validate_db_username_array(call, names, &ids, &length)));
+    EXPECT_EQ("0:", outcome(qbobj_validate_db_username_array(call, names + 2, &ids, &length)));
+    const char *groups[] = {"staff", "users", nullptr};
+    EXPECT_EQ("0: 100 99", outcome(qbobj_validate_db_groupname_array(call, groups, &ids, &length)));
+    EXPECT_EQ("0: none", outcome(qbobj_validate_db_groupname_array(call, nullptr, &ids, &length)));
+    EXPECT_EQ(0, qbobj_validate_db_groupname_array(call, groups, &ids, nullptr));
     EXPECT_EQ(99, ids[1]);
-    const char *none[] = {nullptr};
-    EXPECT_EQ(0, qbobj_validate_db_groupname_array(&env, db, none, &ids, &length));
-    EXPECT_EQ(0, length);
-}
-
-TEST_F(ValidateDb, NoListAtAllIsEmpty)
-{
-    int nothing = 0;
-    int *ids = &nothing;
-    int length = 5;
-    EXPECT_EQ(0, qbobj_validate_db_username_csv(&env, db, nullptr, &ids, &length));
-    EXPECT_EQ(nullptr, ids);
-    EXPECT_EQ(0, length);
-    ids = &nothing;
-    length = 5;
-    EXPECT_EQ(0, qbobj_validate_db_groupname_array(&env, db, nullptr, &ids, &length));
-    EXPECT_EQ(nullptr, ids);
-    EXPECT_EQ(0, length);
 }
 
 } // namespace
+} // namespace qbobj

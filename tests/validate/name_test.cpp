@@ -1,28 +1,17 @@
 // Names that callers may give: which are accepted, and with which code the others are refused.
+#include "codes.h"
 #include "validate/validate.h"
 
-#include <gtest/gtest.h>
-
 #include <cctype>
-#include <functional>
 #include <string>
-#include <vector>
 
+namespace qbobj
+{
 namespace
 {
 
+using qbobj_test::expect_codes;
 using Validator = std::function<int(const char *)>;
-
-struct Case {
-    const char *name;
-    int code;
-};
-
-void expect_codes(const Validator &validate, const std::vector<Case> &cases)
-{
-    for (const Case &c : cases)
-        EXPECT_EQ(c.code, validate(c.name)) << (c.name != nullptr ? c.name : "(null)");
-}
 
 int sharename(const char *str)
 {
@@ -121,42 +110,29 @@ TEST(Names, AWrongByteIsReportedBeforeTheLengthExceptInIdentifiers)
 
 TEST(Names, NoName)
 {
-    struct {
-        const char *what;
-        int null;
-        int empty;
-        int (*validate)(const char *);
-    } const cases[] = {
-        {"share", -1, -1, sharename},
-        {"snapshot", -1, -1, qbobj_validate_snapshotname},
-        {"protected", -1, -1, qbobj_validate_protected_sharename},
-        {"user", 1, 1, username},
-        {"group", 1, 1, groupname},
-        {"workgroup", -1, 1, qbobj_validate_workgroup},
-        {"host", -11, -11, qbobj_validate_hostname},
-        {"own host", -11, -11, qbobj_validate_myhostname},
-        {"community", -1, 1, qbobj_validate_community},
-        {"interface", 1, 0, qbobj_validate_netif_name},
-        {"identifier", 1, 1, simplename},
-        {"protocol", 2, 1, qbobj_validate_protocol_name},
+    const struct {
+        int null, empty;
+        std::vector<Validator> validators;
+    } cases[] = {
+        {-1, -1, {sharename, qbobj_validate_snapshotname, qbobj_validate_protected_sharename}},
+        {1, 1, {username, groupname, simplename}},
+        {-1, 1, {qbobj_validate_workgroup, qbobj_validate_community}},
+        {-11, -11, {qbobj_validate_hostname, qbobj_validate_myhostname}},
+        {1, 0, {qbobj_validate_netif_name}},
+        {2, 1, {qbobj_validate_protocol_name}},
     };
-    for (const auto &c : cases) {
-        EXPECT_EQ(c.null, c.validate(nullptr)) << c.what;
-        EXPECT_EQ(c.empty, c.validate("")) << c.what;
-    }
+    for (const auto &c : cases)
+        for (const Validator &validate : c.validators)
+            expect_codes(validate, {{c.null, {nullptr}}, {c.empty, {""}}});
 }
 
-std::string capitalised(std::string word)
+// The word, with a capital, and in capitals.
+std::vector<std::string> spellings(const std::string &word)
 {
-    word[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(word[0])));
-    return word;
-}
-
-std::string upper(std::string word)
-{
-    for (char &c : word)
-        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return word;
+    std::string upper;
+    for (const char c : word)
+        upper += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    return {word, upper[0] + word.substr(1), upper};
 }
 
 TEST(ReservedNames, AreRefusedInEverySpelling)
@@ -173,7 +149,7 @@ TEST(ReservedNames, AreRefusedInEverySpelling)
                                    "pool",         "zpool",    "zfs",
                                    "usb",          "global",   "diag",
                                    "purge",        "core"}) {
-        for (const std::string &spelling : {word, capitalised(word), upper(word)}) {
+        for (const std::string &spelling : spellings(word)) {
             EXPECT_EQ(5, sharename(spelling.c_str())) << spelling;
             EXPECT_EQ(5, username(spelling.c_str())) << spelling;
             EXPECT_EQ(0, groupname(spelling.c_str())) << spelling;
@@ -186,79 +162,68 @@ TEST(ReservedNames, AreRefusedInEverySpelling)
 TEST(ReservedNames, FamiliesAreRefusedByTheirBeginning)
 {
     for (const std::string prefix : {"c_", "m_", "v_", "r_", "b_", "usb_", "usb_port_", "job_"}) {
-        for (const std::string &name :
-             {prefix, prefix + "data", capitalised(prefix) + "data", upper(prefix) + "DATA"}) {
+        for (const std::string &name : spellings(prefix + "data")) {
             EXPECT_EQ(4, sharename(name.c_str())) << name;
             EXPECT_EQ(4, username(name.c_str())) << name;
             EXPECT_EQ(0, groupname(name.c_str())) << name;
         }
         EXPECT_EQ(0, sharename(("x" + prefix).c_str())) << prefix;
     }
-    expect_codes(sharename, {{"c-data", 0}, {"job-1", 0}, {"usb-1", 0}, {"USB_port_3", 4}, {"Usb_", 4}});
+    expect_codes(sharename, {{0, {"c-data", "job-1", "usb-1"}}, {4, {"c_", "USB_port_3", "Usb_"}}});
 }
 
 TEST(ReservedNames, ComeAfterBytesAndLength)
 {
     expect_codes(
         sharename,
-        {{"c_?", 2}, {"job_567890123456789012345678901", 4}, {"job_5678901234567890123456789012", 3}});
+        {{2, {"c_?"}}, {4, {"job_567890123456789012345678901"}}, {3, {"job_5678901234567890123456789012"}}});
 }
 
 TEST(Names, TheAcceptedNameIsTheCallersOwnText)
 {
     const char *const before = "before";
-    const char *name = before;
-    const char *const share = "$backup";
-    EXPECT_EQ(0, qbobj_validate_sharename(share, &name));
-    EXPECT_EQ(share, name);
-    for (const char *refused : {"", "_x", "x?", "home", "c_x"}) {
-        name = before;
-        EXPECT_NE(0, qbobj_validate_sharename(refused, &name));
-        EXPECT_EQ(nullptr, name) << refused;
+    enum Left { name, nothing, as_it_was }; // in the result
+    const struct {
+        int (*validate)(const char *, const char **);
+        const char *given;
+        int code;
+        Left left;
+    } cases[] = {
+        {qbobj_validate_sharename, "$backup", 0, name}, {qbobj_validate_sharename, "", -1, nothing},
+        {qbobj_validate_sharename, "_x", 1, nothing},   {qbobj_validate_sharename, "x?", 2, nothing},
+        {qbobj_validate_sharename, "home", 5, nothing}, {qbobj_validate_sharename, "c_x", 4, nothing},
+        {qbobj_validate_username, "&user", 0, name},    {qbobj_validate_username, "x?", 2, as_it_was},
+        {qbobj_validate_username, "", 1, nothing},      {qbobj_validate_username, "home", 5, as_it_was},
+        {qbobj_validate_groupname, "&user", 0, name},   {qbobj_validate_groupname, "x?", 2, as_it_was},
+        {qbobj_validate_groupname, "", 1, nothing},
+    };
+    for (const auto &c : cases) {
+        const char *result = before;
+        EXPECT_EQ(c.code, c.validate(c.given, &result)) << c.given;
+        EXPECT_EQ(c.left == name ? c.given : c.left == nothing ? nullptr : before, result) << c.given;
     }
-
-    for (const auto validate : {qbobj_validate_username, qbobj_validate_groupname}) {
-        const char *const account = "&user";
-        EXPECT_EQ(0, validate(account, &name));
-        EXPECT_EQ(account, name);
-        name = before;
-        EXPECT_EQ(2, validate("x?", &name));
-        EXPECT_EQ(before, name);
-        EXPECT_EQ(1, validate("", &name));
-        EXPECT_EQ(nullptr, name);
-    }
-    name = before;
-    EXPECT_EQ(5, qbobj_validate_username("home", &name));
-    EXPECT_EQ(before, name);
 }
 
-TEST(ProtectedShares, ZeroMeansProtected)
+TEST(Names, ThatAreProtectedOrOfHosts)
 {
     expect_codes(qbobj_validate_protected_sharename,
-                 {{"dropnest", 0}, {"DropNest", 0}, {"dropnest2", 1}, {"dropnes", 1}, {"home", 1}});
-}
-
-TEST(HostNames, EveryLabelHasALetter)
-{
-    expect_codes(qbobj_validate_hostname, {{"nas.local", 0},
-                                           {"nas", 0},
-                                           {"1.a2.3b", 4},
-                                           {"1a.a2.3b", 0},
-                                           {"192.168.1.1", 4},
-                                           {"192", 4},
-                                           {"a..b", 4},
-                                           {"nas.local.", 4},
-                                           {"a.", 4},
-                                           {".a", 1},
-                                           {"a.-_", 4},
-                                           {"a.-b", 0},
-                                           {"-a", 1},
-                                           {"my nas", 2}});
-}
-
-TEST(OwnHostName, IsOneLabelThatBeginsWithALetter)
-{
-    expect_codes(qbobj_validate_myhostname, {{"myNAS-1", 0}, {"1nas", 1}, {"nas.local", 2}});
+                 {{0, {"dropnest", "DropNest"}}, {1, {"dropnest2", "dropnes", "home"}}});
+    // Every label has a letter.
+    expect_codes(qbobj_validate_hostname,
+                 {{0, {"nas.local", "nas", "1a.a2.3b", "a.-b"}},
+                  {1, {".a", "-a"}},
+                  {2, {"my nas"}},
+                  {4, {"1.a2.3b", "192.168.1.1", "192", "a..b", "nas.local.", "a.", "a.-_"}}});
+    // One label that begins with a letter.
+    expect_codes(qbobj_validate_myhostname, {{0, {"myNAS-1"}}, {1, {"1nas"}}, {2, {"nas.local"}}});
+    // The limit is the caller's.
+    for (const auto &[name, limit, code] :
+         {std::tuple("ab1", 0U, 0), std::tuple("abcdefghi", 9U, 0), std::tuple("abcdefghi", 0U, 3),
+          std::tuple("abc", 2U, 3), std::tuple("a-b", 3U, 4)})
+        EXPECT_EQ(code, qbobj_validate_simplename(name, limit)) << name;
+    expect_codes(qbobj_validate_protocol_name,
+                 {{0, {"cifs", "afp", "nfs", "ftp", "http", "rsync", "dlna", "daap"}},
+                  {1, {"CIFS", "https", "cif", "cifs ", "ssh"}}});
 }
 
 TEST(ShareTypes, YieldTheStoredSpelling)
@@ -277,28 +242,8 @@ TEST(ShareTypes, YieldTheStoredSpelling)
         EXPECT_EQ(c.code, qbobj_validate_sharetype(c.given, &stored));
         EXPECT_STREQ(c.stored, stored);
     }
-}
-
-TEST(ShareTypesDeathTest, AResultPointerIsRequired)
-{
     EXPECT_DEATH(qbobj_validate_sharetype("share", nullptr), "sharetype");
 }
 
-TEST(Identifiers, TheLimitIsTheCallers)
-{
-    EXPECT_EQ(0, qbobj_validate_simplename("ab1", 0));
-    EXPECT_EQ(0, qbobj_validate_simplename("abcdefghi", 9));
-    EXPECT_EQ(3, qbobj_validate_simplename("abcdefghi", 0));
-    EXPECT_EQ(3, qbobj_validate_simplename("abc", 2));
-    EXPECT_EQ(4, qbobj_validate_simplename("a-b", 3));
-}
-
-TEST(Protocols, AreKnownByTheirExactWord)
-{
-    for (const char *known : {"cifs", "afp", "nfs", "ftp", "http", "rsync", "dlna", "daap"})
-        EXPECT_EQ(0, qbobj_validate_protocol_name(known)) << known;
-    for (const char *unknown : {"CIFS", "https", "cif", "cifs ", "ssh"})
-        EXPECT_EQ(1, qbobj_validate_protocol_name(unknown)) << unknown;
-}
-
 } // namespace
+} // namespace qbobj

@@ -26,9 +26,8 @@ class PoolEnv
     PoolEnv(const PoolEnv &) = delete;
     PoolEnv &operator=(const PoolEnv &) = delete;
 
-    qbobj_env_t *get() { return &env_; }
+    operator const qbobj_env_t &() const { return env_; }
     apr_pool_t *pool() { return handle_.pool; }
-    const qbobj_error_rec_t &err() const { return err_; }
 
   private:
     qbdb_handle_t handle_{};

@@ -4,169 +4,154 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <functional>
+#include <vector>
 
+namespace qbobj
+{
 namespace
 {
 
-constexpr int untouched = -99;
+constexpr int refused = -99; // also: the result is as it was
+using Given = std::vector<const char *>;
+
+// Every text gives the word that it stands with; null: it is refused.
+struct Stored {
+    const char *word;
+    Given texts;
+};
+void expect_words(const std::function<int(const char *, const char **)> &validate,
+                  const std::vector<Stored> &cases)
+{
+    for (const auto &[expected, texts] : cases)
+        for (const char *text : texts) {
+            const char *word = nullptr;
+            EXPECT_EQ(expected == nullptr ? 1 : 0, validate(text, &word)) << (text ? text : "(null)");
+            EXPECT_STREQ(expected, word) << (text ? text : "(null)");
+        }
+}
+
+// Every text gives the number that it stands with, or is refused.
+struct Value {
+    int number;
+    Given texts;
+};
+void expect_numbers(const std::function<int(const char *, int *)> &validate, const std::vector<Value> &cases,
+                    int code = 1)
+{
+    for (const auto &[expected, texts] : cases)
+        for (const char *text : texts) {
+            int number = refused;
+            EXPECT_EQ(expected == refused ? code : 0, validate(text, &number)) << (text ? text : "(null)");
+            EXPECT_EQ(expected, number) << (text ? text : "(null)");
+        }
+}
+
+const Given no_access{"readonly", "READWRITE", "", "ReadOnly ", "Enabled"};
+
+// Binds a validator's default.
+template <class Validate>
+auto with_default(Validate validate, const char *fallback)
+{
+    return [=](const char *text, auto *result) { return validate(text, fallback, result); };
+}
+
+TEST(AccessWords, AreStoredInLowerCase)
+{
+    expect_words(with_default(qbobj_validate_access, "ReadWrite"), {{"readonly", {"ReadOnly"}},
+                                                                    {"writeable", {"ReadWrite", nullptr}},
+                                                                    {"disabled", {"Disabled"}},
+                                                                    {nullptr, no_access}});
+    expect_words(with_default(qbobj_validate_access2, "ReadOnly"), {{"readonly", {"ReadOnly", nullptr}},
+                                                                    {"disabled", {"Disabled"}},
+                                                                    {nullptr, {"ReadWrite"}},
+                                                                    {nullptr, no_access}});
+    expect_words(with_default(qbobj_validate_access2, "ReadWrite"), {{nullptr, {nullptr}}});
+    expect_words(with_default(qbobj_validate_enable_disable, "Disabled"),
+                 {{"enabled", {"Enabled"}},
+                  {"disabled", {"Disabled", nullptr}},
+                  {nullptr, {"enabled", "ReadOnly", "", "1"}}});
+}
 
 TEST(AccessWords, MeanTheSameToEveryoneWhoStoresThem)
 {
-    struct {
-        const char *given;
-        const char *fallback;
-        const char *stored; // null: refused
-        int read, write, file_rights, directory_rights, file_umask, directory_umask;
-    } const cases[] = {
-        {"ReadOnly", nullptr, "readonly", 1, 0, 4, 5, 2, 2},
-        {"ReadWrite", nullptr, "writeable", 1, 1, 6, 7, 0, 0},
-        {"Disabled", nullptr, "disabled", 0, 0, 0, 0, 6, 7},
-        {nullptr, "ReadWrite", "writeable", 1, 1, 6, 7, 0, 0},
-        {"ReadOnly", "ReadWrite", "readonly", 1, 0, 4, 5, 2, 2},
+    const auto expect = [](const std::function<int(const char *, int *)> &validate, int read_only, int all,
+                           int nothing, int code = 1) {
+        expect_numbers(validate,
+                       {{read_only, {"ReadOnly"}},
+                        {all, {"ReadWrite", nullptr}},
+                        {nothing, {"Disabled"}},
+                        {refused, no_access}},
+                       code);
     };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.stored);
-        const char *stored = nullptr;
-        EXPECT_EQ(0, qbobj_validate_access(c.given, c.fallback, &stored));
-        EXPECT_STREQ(c.stored, stored);
-        int first = untouched;
-        int second = untouched;
-        EXPECT_EQ(0, qbobj_validate_read_write(c.given, c.fallback, &first, &second));
-        EXPECT_EQ(c.read, first);
-        EXPECT_EQ(c.write, second);
-        EXPECT_EQ(0, qbobj_validate_rights(c.given, c.fallback, &first, 0));
-        EXPECT_EQ(0, qbobj_validate_rights(c.given, c.fallback, &second, 1));
-        EXPECT_EQ(c.file_rights, first);
-        EXPECT_EQ(c.directory_rights, second);
-        EXPECT_EQ(0, qbobj_validate_umask(c.given, c.fallback, &first, 0));
-        EXPECT_EQ(0, qbobj_validate_umask(c.given, c.fallback, &second, 1));
-        EXPECT_EQ(c.file_umask, first);
-        EXPECT_EQ(c.directory_umask, second);
-    }
-}
-
-TEST(AccessWords, AnythingElseIsRefusedAndStoresNothing)
-{
-    for (const char *given : {"readonly", "READWRITE", "", "ReadOnly ", "Enabled"}) {
-        SCOPED_TRACE(given);
-        const char *word = nullptr;
-        int number = untouched;
-        EXPECT_EQ(1, qbobj_validate_access(given, "ReadOnly", &word));
-        EXPECT_EQ(1, qbobj_validate_access2(given, "ReadOnly", &word));
-        EXPECT_EQ(1, qbobj_validate_read_write(given, "ReadOnly", &number, &number));
-        EXPECT_EQ(1, qbobj_validate_rights(given, "ReadOnly", &number, 0));
-        EXPECT_EQ(2, qbobj_validate_umask(given, "ReadOnly", &number, 0));
-        EXPECT_EQ(nullptr, word);
-        EXPECT_EQ(untouched, number);
-    }
-}
-
-TEST(AccessWords, TheReadOnlyVariantRefusesReadWrite)
-{
-    const char *word = nullptr;
-    EXPECT_EQ(1, qbobj_validate_access2("ReadWrite", nullptr, &word));
-    EXPECT_EQ(1, qbobj_validate_access2(nullptr, "ReadWrite", &word));
-    EXPECT_EQ(nullptr, word);
-    EXPECT_EQ(0, qbobj_validate_access2("ReadOnly", nullptr, &word));
-    EXPECT_STREQ("readonly", word);
-    EXPECT_EQ(0, qbobj_validate_access2("Disabled", nullptr, &word));
-    EXPECT_STREQ("disabled", word);
+    int other = 0;
+    expect([&](auto text, int *bit) { return qbobj_validate_read_write(text, "ReadWrite", bit, &other); }, 1,
+           1, 0);
+    expect([&](auto text, int *bit) { return qbobj_validate_read_write(text, "ReadWrite", &other, bit); }, 0,
+           1, 0);
+    const auto rights = [](int is_dir) {
+        return [=](auto text, int *bits) { return qbobj_validate_rights(text, "ReadWrite", bits, is_dir); };
+    };
+    const auto umask = [](int is_dir) {
+        return [=](auto text, int *bits) { return qbobj_validate_umask(text, "ReadWrite", bits, is_dir); };
+    };
+    expect(rights(0), 4, 6, 0);
+    expect(rights(1), 5, 7, 0);
+    expect(umask(0), 2, 0, 6, 2);
+    expect(umask(1), 2, 0, 7, 2);
 }
 
 TEST(Values, NeitherAValueNorADefaultIsRefused)
 {
-    const char *word = nullptr;
-    int number = untouched;
     const qbobj_enum_map_t map[] = {{"a", 1}, {nullptr, 0}};
-    EXPECT_EQ(1, qbobj_validate_access(nullptr, nullptr, &word));
-    EXPECT_EQ(1, qbobj_validate_access2(nullptr, nullptr, &word));
-    EXPECT_EQ(1, qbobj_validate_enable_disable(nullptr, nullptr, &word));
-    EXPECT_EQ(1, qbobj_validate_read_write(nullptr, nullptr, &number, &number));
-    EXPECT_EQ(1, qbobj_validate_rights(nullptr, nullptr, &number, 1));
-    EXPECT_EQ(1, qbobj_validate_umask(nullptr, nullptr, &number, 1));
-    EXPECT_EQ(1, qbobj_validate_boolean(nullptr, nullptr, &number));
-    EXPECT_EQ(1, qbobj_validate_int(nullptr, nullptr, 0, 1, &number));
-    EXPECT_EQ(1, qbobj_validate_enum(nullptr, nullptr, map, &number));
-    EXPECT_EQ(1, qbobj_validate_media_type(nullptr, nullptr, &number));
-    EXPECT_EQ(nullptr, word);
-    EXPECT_EQ(untouched, number);
-}
-
-TEST(Switches, EnabledAndDisabled)
-{
-    const char *word = nullptr;
-    EXPECT_EQ(0, qbobj_validate_enable_disable("Enabled", nullptr, &word));
-    EXPECT_STREQ("enabled", word);
-    EXPECT_EQ(0, qbobj_validate_enable_disable(nullptr, "Disabled", &word));
-    EXPECT_STREQ("disabled", word);
-    for (const char *given : {"enabled", "ReadOnly", "", "1"})
-        EXPECT_EQ(1, qbobj_validate_enable_disable(given, "Enabled", &word)) << given;
-}
-
-TEST(Switches, Booleans)
-{
-    struct {
-        const char *given;
-        int value; // `untouched`: refused
-    } const cases[] = {{"0", 0},         {"1", 1},         {"on", 1},           {"ON", 1},
-                       {"Off", 0},       {"off", 0},       {"true", untouched}, {"01", untouched},
-                       {"", untouched},  {"2", untouched}, {"o", untouched},    {"onn", untouched},
-                       {"00", untouched}};
-    for (const auto &c : cases) {
-        int value = untouched;
-        EXPECT_EQ(c.value == untouched ? 1 : 0, qbobj_validate_boolean(c.given, "1", &value)) << c.given;
-        EXPECT_EQ(c.value, value) << c.given;
-    }
-    int value = untouched;
-    EXPECT_EQ(0, qbobj_validate_boolean(nullptr, "on", &value));
-    EXPECT_EQ(1, value);
+    for (const auto validate : {qbobj_validate_access, qbobj_validate_access2, qbobj_validate_enable_disable})
+        expect_words(with_default(validate, nullptr), {{nullptr, {nullptr}}});
+    using Validator = std::function<int(const char *, int *)>;
+    for (const Validator &validate : {
+             Validator([](auto text, int *n) { return qbobj_validate_read_write(text, nullptr, n, n); }),
+             Validator([](auto text, int *n) { return qbobj_validate_rights(text, nullptr, n, 1); }),
+             Validator([](auto text, int *n) { return qbobj_validate_umask(text, nullptr, n, 1); }),
+             Validator([](auto text, int *n) { return qbobj_validate_int(text, nullptr, 0, 1, n); }),
+             Validator([&](auto text, int *n) { return qbobj_validate_enum(text, nullptr, map, n); }),
+             Validator(with_default(qbobj_validate_boolean, nullptr)),
+             Validator(with_default(qbobj_validate_media_type, nullptr)),
+         })
+        expect_numbers(validate, {{refused, {nullptr}}});
 }
 
 TEST(Numbers, AreReadWithTheirBaseAndHeldToTheirRange)
 {
-    struct {
-        const char *given;
-        int min, max;
-        int value; // `untouched`: refused
-    } const cases[] = {
-        {"0x10", 0, 20, 16},
-        {"010", 0, 20, 8},
-        {"12abc", 0, 20, 12},
-        {"", 0, 20, 0},
-        {"abc", 0, 20, 0},
-        {"abc", 1, 20, untouched},
-        {" -5", -5, 20, -5},
-        {"-6", -5, 20, untouched},
-        {"20", 0, 20, 20},
-        {"21", 0, 20, untouched},
-        {"4294967296", 0, 20, untouched}, // 0 in 32 bits
-        {"4294967306", 0, 20, untouched}, // 10 in 32 bits
-        {"2147483648", INT_MIN, INT_MAX, untouched},
-        {"2147483647", INT_MIN, INT_MAX, INT_MAX},
-        {"-2147483648", INT_MIN, INT_MAX, INT_MIN},
-        {"99999999999999999999999", INT_MIN, INT_MAX, untouched},
-        {"-99999999999999999999999", INT_MIN, INT_MAX, untouched},
+    const auto within = [](int min, int max) {
+        return [=](auto text, int *n) { return qbobj_validate_int(text, "7", min, max, n); };
     };
-    for (const auto &c : cases) {
-        int value = untouched;
-        EXPECT_EQ(c.value == untouched ? 1 : 0, qbobj_validate_int(c.given, "7", c.min, c.max, &value))
-            << c.given;
-        EXPECT_EQ(c.value, value) << c.given;
-    }
-    int value = untouched;
-    EXPECT_EQ(0, qbobj_validate_int(nullptr, "7", 0, 9, &value));
-    EXPECT_EQ(7, value);
+    // Two of them are 0 and 10 in 32 bits.
+    expect_numbers(within(0, 20), {{0, {"", "abc"}},
+                                   {7, {nullptr}},
+                                   {8, {"010"}},
+                                   {12, {"12abc"}},
+                                   {16, {"0x10"}},
+                                   {20, {"20"}},
+                                   {refused, {"-1", "21", "4294967296", "4294967306"}}});
+    expect_numbers(within(-5, 1), {{-5, {" -5"}}, {refused, {"-6"}}});
+    expect_numbers(within(1, 9), {{refused, {"abc"}}});
+    expect_numbers(within(INT_MIN, INT_MAX),
+                   {{INT_MAX, {"2147483647"}},
+                    {INT_MIN, {"-2147483648"}},
+                    {refused, {"2147483648", "99999999999999999999999", "-99999999999999999999999"}}});
+    expect_numbers(with_default(qbobj_validate_boolean, "on"),
+                   {{0, {"0", "Off", "off"}},
+                    {1, {"1", "on", "ON", nullptr}},
+                    {refused, {"true", "01", "", "2", "o", "onn", "00"}}});
 }
 
 TEST(Candidates, AreComparedInEitherWay)
 {
     constexpr const char *end = nullptr;
     EXPECT_EQ(0, qbobj_validate_string("b", 0, "a", "b", end));
-    EXPECT_NE(0, qbobj_validate_string("B", 0, "a", "b", end));
     EXPECT_EQ(0, qbobj_validate_string("B", 1, "a", "b", end));
-    EXPECT_NE(0, qbobj_validate_string("c", 1, "a", "b", end));
-    EXPECT_NE(0, qbobj_validate_string("", 1, "a", "b", end));
-    EXPECT_NE(0, qbobj_validate_string(nullptr, 1, "a", "b", end));
+    EXPECT_NE(0, qbobj_validate_string("B", 0, "a", "b", end));
+    for (const char *text : {"c", "", static_cast<const char *>(nullptr)})
+        EXPECT_NE(0, qbobj_validate_string(text, 1, "a", "b", end));
     EXPECT_EQ(1, qbobj_validate_string("a", 1, end));
 
     const char *none[] = {nullptr};
@@ -180,67 +165,42 @@ TEST(Candidates, AreComparedInEitherWay)
 TEST(Enumerations, YieldTheValueOfTheExactWord)
 {
     const qbobj_enum_map_t map[] = {{"one", 1}, {"two", 2}, {"one", 3}, {nullptr, 0}};
-    int value = untouched;
-    EXPECT_EQ(0, qbobj_validate_enum("two", "one", map, &value));
-    EXPECT_EQ(2, value);
-    EXPECT_EQ(0, qbobj_validate_enum(nullptr, "one", map, &value));
-    EXPECT_EQ(1, value);
+    expect_numbers([&](auto text, int *n) { return qbobj_validate_enum(text, "one", map, n); },
+                   {{1, {nullptr, "one"}}, {2, {"two"}}, {refused, {"Two", ""}}});
     EXPECT_EQ(0, qbobj_validate_enum("two", nullptr, map, nullptr));
-    EXPECT_EQ(1, qbobj_validate_enum("Two", "one", map, &value));
-    EXPECT_EQ(1, qbobj_validate_enum("one", nullptr, map + 3, &value));
-    EXPECT_EQ(1, value);
+    EXPECT_EQ(1, qbobj_validate_enum("one", nullptr, map + 3, nullptr));
 }
 
 TEST(MediaTypes, AreABitSet)
 {
-    const char *const words[] = {"",       "Audio",        "Video",        "Video,Audio",
-                                 "Images", "Images,Audio", "Images,Video", "All"};
-    int bits = 0;
-    for (const char *word : words) {
-        int value = untouched;
-        EXPECT_EQ(0, qbobj_validate_media_type(word, "All", &value)) << word;
-        EXPECT_EQ(bits++, value) << word;
+    const Given words{"", "Audio", "Video", "Video,Audio", "Images", "Images,Audio", "Images,Video", "All"};
+    for (int bits = 0; bits < 8; ++bits) {
+        const char *word = words[static_cast<std::size_t>(bits)];
+        expect_numbers(with_default(qbobj_validate_media_type, "All"), {{bits, {word}}});
+        EXPECT_STREQ(word, qbobj_media_type_word(bits));
     }
-    int value = untouched;
-    for (const char *word : {"audio", "Audio,Video", "Audio ", "Images,Video,Audio"})
-        EXPECT_EQ(1, qbobj_validate_media_type(word, "All", &value)) << word;
-    EXPECT_EQ(untouched, value);
-    EXPECT_EQ(0, qbobj_validate_media_type(nullptr, "All", &value));
-    EXPECT_EQ(7, value);
+    expect_numbers(with_default(qbobj_validate_media_type, "All"),
+                   {{7, {nullptr}}, {refused, {"audio", "Audio,Video", "Audio ", "Images,Video,Audio"}}});
 }
 
-struct LogWord {
-    const char *given;
-    const char *stored; // null: refused
-};
-
-TEST(LogWords, SeveritiesAreKnownByTheirBeginning)
+TEST(LogWords, SeveritiesAreKnownByTheirBeginningAndCategoriesAreWholeWords)
 {
-    for (const auto &[given, stored] :
-         {LogWord{nullptr, "info"}, LogWord{"Informational", "info"}, LogWord{"WARN", "warning"},
-          LogWord{"warning", "warning"}, LogWord{"warnings", "warning"}, LogWord{"error", "err"},
-          LogWord{"emerg", "emerge"}, LogWord{"emergency", "emerge"}, LogWord{"critical", "crit"},
-          LogWord{"ALERT", "alert"}, LogWord{"debug2", "debug"}, LogWord{"Notice", "notice"},
-          LogWord{"notices", nullptr}, LogWord{"noti", nullptr}, LogWord{"deb", nullptr},
-          LogWord{"war", nullptr}, LogWord{"", nullptr}, LogWord{"xinfo", nullptr}}) {
-        const char *word = nullptr;
-        EXPECT_EQ(given == nullptr || stored != nullptr ? 0 : 1, qbobj_validate_log_severity(given, &word));
-        EXPECT_STREQ(stored, word) << (given != nullptr ? given : "(null)");
-    }
-}
-
-TEST(LogWords, CategoriesAreWholeWords)
-{
-    for (const auto &[given, stored] :
-         {LogWord{nullptr, "misc"}, LogWord{"misc", "misc"}, LogWord{"System", "system"},
-          LogWord{"disk", "disk"}, LogWord{"VOLUME", "volume"}, LogWord{"share", "share"},
-          LogWord{"account", "account"}, LogWord{"backup", "backup"}, LogWord{"apps", "apps"},
-          LogWord{"snapshot", "snapshot"}, LogWord{"shares", nullptr}, LogWord{"", nullptr},
-          LogWord{"app", nullptr}}) {
-        const char *word = nullptr;
-        EXPECT_EQ(given == nullptr || stored != nullptr ? 0 : 1, qbobj_validate_log_category(given, &word));
-        EXPECT_STREQ(stored, word) << (given != nullptr ? given : "(null)");
-    }
+    expect_words(qbobj_validate_log_severity, {{"info", {nullptr, "Informational"}},
+                                               {"warning", {"WARN", "warning", "warnings"}},
+                                               {"err", {"error"}},
+                                               {"emerge", {"emerg", "emergency"}},
+                                               {"crit", {"critical"}},
+                                               {"alert", {"ALERT"}},
+                                               {"debug", {"debug2"}},
+                                               {"notice", {"Notice"}},
+                                               {nullptr, {"notices", "noti", "deb", "war", "", "xinfo"}}});
+    expect_words(qbobj_validate_log_category, {{"misc", {nullptr, "misc"}},
+                                               {"system", {"System"}},
+                                               {"volume", {"VOLUME"}},
+                                               {nullptr, {"shares", "", "app"}}});
+    for (const char *category : {"disk", "share", "account", "backup", "apps", "snapshot"})
+        expect_words(qbobj_validate_log_category, {{category, {category}}});
 }
 
 } // namespace
+} // namespace qbobj
