@@ -1,80 +1,17 @@
 // Memory that runs out: the n-th allocation of every kind fails, for every n, over the whole life of a handle.
+#include "failing_memory.h"
 #include "platform.h"
-
-#include <apr_pools.h>
-
-#include <cstdlib>
-#include <dlfcn.h>
-#include <new>
 
 using namespace platform_test;
 
 namespace
 {
 
-enum class Kind { none, sqlite, pool, heap };
-
-struct Plan {
-    Kind kind = Kind::none;
-    int left = 0; // allocations of the kind until the one that fails
-    bool lasting = false;
-    bool failed = false;
-
-    bool fails(Kind asked)
-    {
-        if (asked != kind || left == 0 || --left > 0)
-            return false;
-        left = lasting ? 1 : 0;
-        return failed = true;
-    }
-};
-thread_local Plan plan;
-
-// SQLite's own allocator, asked after the plan. Set before anything else uses SQLite.
-sqlite3_mem_methods real_memory;
-const bool watches_sqlite = [] {
-    sqlite3_config(SQLITE_CONFIG_GETMALLOC, &real_memory);
-    sqlite3_mem_methods failing = real_memory;
-    failing.xMalloc = [](int size) { return plan.fails(Kind::sqlite) ? nullptr : real_memory.xMalloc(size); };
-    failing.xRealloc = [](void *memory, int size) {
-        return plan.fails(Kind::sqlite) ? nullptr : real_memory.xRealloc(memory, size);
-    };
-    return sqlite3_config(SQLITE_CONFIG_MALLOC, &failing) == SQLITE_OK;
-}();
-
-} // namespace
-
-// They take the place of APR's and the language's own in the whole program.
-__attribute__((visibility("default"))) void *apr_palloc(apr_pool_t *pool, apr_size_t size)
-{
-    static const auto real = reinterpret_cast<decltype(&apr_palloc)>(dlsym(RTLD_NEXT, "apr_palloc"));
-    return plan.fails(Kind::pool) ? nullptr : real(pool, size);
-}
-
-void *operator new(std::size_t size)
-{
-    void *const memory = plan.fails(Kind::heap) ? nullptr : std::malloc(size);
-    if (!memory)
-        throw std::bad_alloc();
-    return memory;
-}
-void operator delete(void *memory) noexcept
-{
-    std::free(memory);
-}
-void operator delete(void *memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
-
-namespace
-{
-
-using Memory = Platform;
+using OutOfMemory = Platform;
 
 // Everything that a handle is used for, with a plan for the time after its opening. True when each step
 // succeeded.
-bool live(const std::string &file, const Plan &opened)
+bool live(const std::string &file, const MemoryPlan &opened)
 {
     const char *const tables[] = {"t", "u", nullptr};
     qbdb_handle_t *qbdb = nullptr;
@@ -83,7 +20,7 @@ bool live(const std::string &file, const Plan &opened)
     if (qbdb_open(file.c_str(), nullptr, &qbdb, &db, message, sizeof message) != 0)
         return false;
     const std::unique_ptr<qbdb_handle_t, void (*)(qbdb_handle_t *)> closer(qbdb, qbdb_close);
-    plan = opened;
+    memory_plan = opened;
     char *error = nullptr;
     char *text = nullptr;
     char **table = nullptr;
@@ -124,14 +61,14 @@ bool live(const std::string &file, const Plan &opened)
 }
 
 // Runs live() with the n-th allocation failing. True when there was no such allocation.
-bool survives(const std::string &file, Session &beside, const Plan &failing, bool from_opening)
+bool survives(const std::string &file, Session &beside, const MemoryPlan &failing, bool from_opening)
 {
     SCOPED_TRACE("kind " + std::to_string(static_cast<int>(failing.kind)) + ", allocation " +
                  std::to_string(failing.left));
-    plan = from_opening ? failing : Plan{};
-    const bool done = live(file, from_opening ? plan : failing);
-    const bool failed = plan.failed;
-    plan = {};
+    memory_plan = from_opening ? failing : MemoryPlan{};
+    const bool done = live(file, from_opening ? memory_plan : failing);
+    const bool failed = memory_plan.failed;
+    memory_plan = {};
     EXPECT_TRUE(done || failed);
     EXPECT_EQ(done ? "1" : "0", beside.one("SELECT count(*) FROM t"));
     EXPECT_EQ(0, beside.begin()) << "the file is locked";
@@ -140,15 +77,15 @@ bool survives(const std::string &file, Session &beside, const Plan &failing, boo
     return !failed;
 }
 
-TEST_F(Memory, RunsOutWithoutACrashALeakOrALock)
+TEST_F(OutOfMemory, RunsOutWithoutACrashALeakOrALock)
 {
-    ASSERT_TRUE(watches_sqlite);
+    ASSERT_TRUE(watches_sqlite());
     session->exec("INSERT INTO u VALUES(1,'one'),(2,'two')");
-    for (const Kind kind : {Kind::sqlite, Kind::pool, Kind::heap})
+    for (const Memory kind : {Memory::sqlite, Memory::pool, Memory::heap})
         for (const bool lasting : {false, true})
             for (const bool from_opening : {false, true}) {
                 // Reading the schema takes thousands of allocations of the same few kinds.
-                const int stride = kind == Kind::sqlite ? (from_opening ? 101 : lasting ? 7 : 1) : 1;
+                const int stride = kind == Memory::sqlite ? (from_opening ? 101 : lasting ? 7 : 1) : 1;
                 const sqlite3_int64 before = sqlite3_memory_used();
                 int n = 1;
                 while (!HasFailure() && !survives(file, *session, {kind, n, lasting, false}, from_opening))
