@@ -97,13 +97,16 @@ void append_disks(Call &call, const Direction &direction, Tail<Diff> &tail)
 
 constexpr std::tuple slot_and_volume{&Diff::Controller, &Diff::Channel, or_empty(&Diff::Pool)};
 
-// A disk in the place of one that was pulled names the volume that it is to rejoin. Asked once for all of them: the copy
-// has no index.
+// A disk in the place of one that was absent at the last look, or was pulled since, names the volume that it is to
+// rejoin. Asked once for all of them: the copy has no index.
 void name_volumes_to_rejoin(Call &call, Diff *disks)
 {
     if (disks == nullptr)
         return;
-    const Table rows = call.table(R"(SELECT controller,channel,volume_id FROM _old_$disk_info
+    const Table rows = call.table(
+        R"(SELECT controller,channel,volume_id FROM _old_$disk_info
+        WHERE controller IS NOT NULL AND channel IS NOT NULL AND present=0
+        UNION ALL SELECT controller,channel,volume_id FROM `$disk_info`
         WHERE controller IS NOT NULL AND channel IS NOT NULL AND present=0)");
     if (!rows)
         return log(call, QBDB_LOG_ERROR, inserted.failed, rows.error());
