@@ -103,11 +103,10 @@ void name_volumes_to_rejoin(Call &call, Diff *disks)
 {
     if (disks == nullptr)
         return;
-    const Table rows = call.table(
-        R"(SELECT controller,channel,volume_id FROM _old_$disk_info
-        WHERE controller IS NOT NULL AND channel IS NOT NULL AND present=0
-        UNION ALL SELECT controller,channel,volume_id FROM `$disk_info`
-        WHERE controller IS NOT NULL AND channel IS NOT NULL AND present=0)");
+    const Table rows =
+        call.table("SELECT controller,channel,volume_id FROM _old_$disk_info WHERE controller IS NOT NULL "
+                   "AND channel IS NOT NULL AND present=0 UNION ALL SELECT controller,channel,volume_id "
+                   "FROM `$disk_info` WHERE controller IS NOT NULL AND channel IS NOT NULL AND present=0");
     if (!rows)
         return log(call, QBDB_LOG_ERROR, inserted.failed, rows.error());
     std::map<std::pair<int, int>, const char *> volumes; // by slot; its first disk counts

@@ -45,7 +45,7 @@ def rules(db):
 
 
 def source_statements(root):
-    """Statements that are one literal, with values in the place of their conversions; spliced ones are left to the sweep."""
+    """Statements that are one literal, with values in the place of their conversions; those in pieces are left to the sweep."""
     for folder, _, names in os.walk(os.path.join(root, 'src')):
         for name in sorted(names):
             if not name.endswith(('.cpp', '.h')):
@@ -60,7 +60,7 @@ def source_statements(root):
                     position = match.end()
                     match = LITERALS.search(text, position)
                 sql = ''.join(pieces)
-                if STATEMENT.match(sql) and not re.search(r'%[sw]', sql):
+                if STATEMENT.match(sql) and not re.search(r'%[sw]|^SELECT(?!.*\bFROM\b)', sql, re.S):
                     sql = re.sub(r'%(?:%|Q|q|l*[du])', lambda c: VALUES.get(c[0], '1'), sql)
                     yield f'{name}:{text.count(chr(10), 0, start) + 1}', sql
 
