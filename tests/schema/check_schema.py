@@ -92,7 +92,8 @@ def plan_of(db, sql):
         if db.execute('SELECT COUNT(*),(SELECT COUNT(*) FROM sqlite_schema WHERE name=?) FROM sqlite_schema WHERE name=?',
                       copy).fetchone() == (1, 0):
             db.execute(f'CREATE TEMP TABLE IF NOT EXISTS "{copy[0]}" AS SELECT * FROM "{copy[1]}"')
-    return [row[3] for row in db.execute('EXPLAIN QUERY PLAN ' + sql, ['1'] * sql.count('?'))]
+    parameters = re.sub(r"'[^']*'", '', sql).count('?')
+    return [row[3] for row in db.execute('EXPLAIN QUERY PLAN ' + sql, ['1'] * parameters)]
 
 
 def plans(db, statements, fixed):
