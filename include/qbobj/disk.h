@@ -55,14 +55,17 @@ QBOBJ_API int qbobj_updateVolume(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_Volume_
  * becomes it, or the name "run" when there is none. A volume that does not exist is no error.
  *
  * @param[in] VolumeId  id of the volume
- * @reads  share, account_default
- * @writes _volume, service_afp, $timemachine_quota, account_default, and the tables that
- *         qbobj_deleteShareOnVolume() writes
- * @error QBOBJ_ERROR_UNKNOWN      a row that depends on a share cannot be removed; the error record stays
- *                                 empty
- * @error QBOBJ_ERROR_DB_NOTEXISTS a share is gone already
- * @error QBOBJ_ERROR_DB_MISC      a statement failed
- * @error QBOBJ_ERROR_SIGSEGV      the homes cannot be given another volume; the error record stays empty
+ * @reads  share, _volume, account_default
+ * @writes user_acl, group_acl, host_acl, cifs_share_option, afp_share_option, nfs_share_option,
+ *         ftp_share_option, http_share_option, zvol_share_option, cifs_dfs_option, service_http,
+ *         snapshot_schedule, $snapshot, $snapshot_clones, $application_on_share, user_quota, group_quota,
+ *         _user_quota_stat, _group_quota_stat, zfs_attr, _zfs_stat, backup, share, _volume, service_afp,
+ *         $timemachine_quota, account_default
+ * @error QBOBJ_ERROR_DB_MISC       a statement failed
+ * @error QBOBJ_ERROR_UNKNOWN       a statement failed on something that hangs on a share; the record then
+ *                                  stays empty
+ * @error QBOBJ_ERROR_DB_NOTEXISTS  a share's row was not deleted
+ * @error QBOBJ_ERROR_SIGSEGV       the homes cannot be given another volume; the record then stays empty
  * @return 0 or the error code
  */
 QBOBJ_API int qbobj_deleteVolume(qbdb_handle_t *qbdb, sqlite3 *db, const char *VolumeId,
@@ -134,8 +137,7 @@ QBOBJ_API int qbobj_setDiskSpare(qbdb_handle_t *qbdb, sqlite3 *db, const char *d
                                  qbobj_error_rec_t *err);
 
 /**
- * Looks for disks that were inserted or pulled since the last look, and brings the table of disks up to
- * date.
+ * Brings the table of disks up to date and tells which were inserted or pulled since the last look.
  *
  * Inserted disks come first. `Pool` of an inserted disk is the volume of the absent disk that was in its
  * place before ("" when that disk had none), so that the new one can rejoin it; null where there was none,

@@ -90,8 +90,9 @@ QBOBJ_API int qbobj_setEnclosureHealth(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_E
                                        qbobj_error_rec_t *err);
 
 /**
- * Stores sensor readings from a file, or without one a reading in the middle of its range for every sensor
- * that has none.
+ * Stores the sensor readings of a file, or where there is none those of healthy sensors.
+ *
+ * Without a file every sensor that has no reading gets one in the middle of its range.
  *
  * A line of the file is a controller, a sensor's name and number, and a value, separated by commas:
  * "0,Fan,1,4200". Names and numbers have up to 31 characters; what follows the value is passed over. The
