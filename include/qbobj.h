@@ -45,6 +45,8 @@
 
 #include <qbobj/account.h>
 #include <qbobj/backup.h>
+#include <qbobj/disk.h>
+#include <qbobj/health.h>
 #include <qbobj/iscsi.h>
 #include <qbobj/log.h>
 #include <qbobj/netif.h>

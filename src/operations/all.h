@@ -4,11 +4,12 @@
 #include "operations/account.h"
 #include "operations/settings.h"
 #include "operations/share.h"
+#include "operations/storage.h"
 
 namespace qbobj
 {
 
 inline constexpr auto all_operations =
-    std::tuple_cat(settings_operations, share_operations, account_operations);
+    std::tuple_cat(settings_operations, share_operations, account_operations, storage_operations);
 
 } // namespace qbobj

@@ -70,6 +70,7 @@ constexpr Survived survived[] = {
     {"modifyGroup", "SELECT id FROM `$group` WHERE gname=", "as for shares"},
     {"getShareAccess", "", "what cannot be resolved is denied"},
     {"getPathAccess", "", "what cannot be resolved is denied"},
+    {"getDiskDiff", "", "what cannot be compared or looked up is logged, and left out"},
     {"getUserCollection", "$user` ", "the platform refreshes the usage as far as it can"},
 };
 

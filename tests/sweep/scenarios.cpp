@@ -69,13 +69,14 @@ void furnish(Appliance &appliance)
         " VALUES('nightly',1,'share','docs','share','plain')");
     std::filesystem::create_directories(appliance.root() / "tmp");
     std::ofstream(appliance.root() / "tmp/user_list.txt") << import_list;
+    furnish_storage(appliance);
 }
 
 const std::vector<Scenario> &scenarios()
 {
     static const std::vector<Scenario> all = [] {
         std::vector<Scenario> whole;
-        for (const auto family : {settings_scenarios, account_scenarios, share_scenarios})
+        for (const auto family : {settings_scenarios, account_scenarios, share_scenarios, storage_scenarios})
             for (Scenario &scenario : family())
                 whole.push_back(std::move(scenario));
         return whole;

@@ -25,10 +25,13 @@ const std::vector<Scenario> &scenarios();
 std::vector<Scenario> settings_scenarios();
 std::vector<Scenario> account_scenarios();
 std::vector<Scenario> share_scenarios();
+std::vector<Scenario> storage_scenarios();
 
 // Users, groups, shares with every protocol, a clone, a backup job, an import list: made through the
 // operations.
 void furnish(Appliance &appliance);
+// A shelf of disks with readings.
+void furnish_storage(Appliance &appliance);
 
 // A share with every protocol and an entry in every list.
 qbobj_json::Json full_share(const std::string &name);
