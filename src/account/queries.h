@@ -91,6 +91,9 @@ struct SystemAccounts {
     const char *Record::*name;
     const char *(*name_in_domain)(qbdb_handle_t *qbdb, int id);
 };
+template <class Record, class Columns>
+SystemAccounts(Select<Columns, int, int, long long>, int Record::*, const char *Record::*,
+               const char *(*)(qbdb_handle_t *, int)) -> SystemAccounts<Record, Columns>;
 
 // Fills the record that is keyed by `resource_id`. An account that is not stored is named by its number, or by the
 // directory.
