@@ -57,8 +57,10 @@ typedef enum _qbdb_loglevel {
 
 /** What qbdb_import_nolock() re-reads from the system. */
 typedef enum qbdb_category {
-    QBDB_CAT_DISK = 1,             /**< block devices into `$disk_info` */
-    QBDB_CAT_VOLUME = 2,           /**< sizes of the volumes into `_volume` */
+    QBDB_CAT_DISK = 1,   /**< block devices into `$disk_info`; those whose slot nobody knows take the
+                                      free ports of controller 0 in order, see `disk_port`, and every one has
+                                      a row in `_disk_health` */
+    QBDB_CAT_VOLUME = 2, /**< sizes of the volumes into `_volume` */
     QBDB_CAT_REPLICATE_SERVICE = 3 /**< state of the replication service into `service_replicate` */
 } qbdb_category_t;
 

@@ -49,16 +49,18 @@ void Transaction::failed(sqlite3 *db, int rc, const char *text)
 namespace
 {
 
-// The log names the operation whose transaction it was.
+// The log names the operation whose transaction it was, when that is known.
 int run(const Call &call, const Transaction &transaction, const Statement &statement)
 {
     sqlite3_step(statement.get());
     const int rc = sqlite3_reset(statement.get());
     if (rc == SQLITE_OK)
         return rc;
+    const char *const text = sqlite3_sql(statement.get());
+    if (!transaction.operation)
+        return call.result(rc, text);
     std::array<char, 128> subject{};
-    std::snprintf(subject.data(), subject.size(), "%s of %s", sqlite3_sql(statement.get()),
-                  transaction.operation ? transaction.operation : "an operation");
+    std::snprintf(subject.data(), subject.size(), "%s of %s", text, transaction.operation);
     return call.result(rc, subject.data());
 }
 

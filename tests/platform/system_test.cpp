@@ -86,6 +86,36 @@ TEST_F(System, ImportsDisksAndKeepsThoseThatWentAway)
     EXPECT_EQ(0, qbdb_import_nolock(session->qbdb, session->db, QBDB_CAT_REPLICATE_SERVICE));
 }
 
+TEST_F(System, GivesSlotsToDisksThatComeAndGo)
+{
+    const struct {
+        std::vector<std::string> here;
+        const char *slots;
+    } steps[] = {{{"sdaa", "sdb", "sda"}, "sda 1x1,sdb 2x1,sdaa 3x1"},
+                 {{"sdb", "sdaa"}, "sdb 2x1,sdaa 3x1"},
+                 {{"sda", "sdb", "sdaa"}, "sda 1x1,sdb 2x1,sdaa 3x1"}, // back in its slot
+                 {{"sdb", "sdc", "sdaa"}, "sdc 1x1,sdb 2x1,sdaa 3x1"}, // another one in it
+                 {{"sda", "sdb", "sdc"}, "sdc 1x1,sdb 2x1,sda 3x1"},   // taken meanwhile: the next free one
+                 {{"sda", "sdb", "sdc", "sdd"}, "sdc 1x1,sdb 2x1,sda 3x1,sdd 4x1"},
+                 {{}, "<null>"}};
+    for (const auto &step : steps) {
+        fs::remove_all(root + "/sys/block");
+        fs::create_directories(root + "/sys/block");
+        for (const std::string &name : step.here)
+            disk(name, "2048", "ACME Disk");
+        ASSERT_EQ(0, qbdb_import_nolock(session->qbdb, session->db, QBDB_CAT_DISK));
+        EXPECT_EQ(
+            step.slots,
+            session->one(
+                "SELECT group_concat(id||' '||slot,',') FROM (SELECT D.id,P.slot_col||'x'||P.slot_row slot "
+                "FROM `$disk_info` D JOIN disk_port P USING(controller,port) JOIN _disk_health H ON "
+                "H.disk_id=D.id WHERE D.present AND D.channel=D.port ORDER BY D.channel)"));
+    }
+    EXPECT_EQ((Rows{{"0", "Internal", "1", "4", ""}}),
+              session->ask("SELECT controller,name,nr_row,nr_column,label FROM _disk_enclosure JOIN "
+                           "jbod_port USING(controller)"));
+}
+
 TEST_F(System, ReadsTheUsageOfHomesThatAreFileSystems)
 {
     struct stat shared {
