@@ -103,3 +103,60 @@ for table in $(sqlite3 "$QBOBJ_DB" "SELECT T.name FROM sqlite_schema T, pragma_t
     sqlite3 "$QBOBJ_DB" "SELECT '  $table still holds ' || COUNT(*) || ' row(s) of share $id, which are kept on purpose'
         FROM \`$table\` WHERE share_id=$id HAVING COUNT(*)>0"
 done
+
+# ---- Volumes, disks and health ---------------------------------------------------------------------------
+
+# A disk of the tree below the root: NAME MODEL SECTORS
+plug() {
+    local folder=$QBOBJ_ROOT/sys/block/$1
+    mkdir -p "$folder"/{device,queue}
+    echo "$2" >"$folder/device/model"; echo "SN-$1" >"$folder/device/serial"
+    echo "$3" >"$folder/size"; echo 1 >"$folder/queue/rotational"
+}
+differences() { table AddOrRemove,DiskId,Model,DiskEnclosureName,SlotName,Pool,PoolState getDiskDiff; }
+sensors() { table Label,Value,ValuePrev1,ValuePrev2,ValuePrev3,Min,Max getEnclosureHealth '{"Controller": 0}'; }
+
+step "Volumes and disks"
+plug sda "Turner 500" 976773168; plug sdb "Turner 500" 976773168
+quietly getDiskDiff
+# What an appliance's platform knows of its own box: the slots, the pools on the disks, the sensors.
+record "INSERT OR REPLACE INTO disk_port (controller,port,slot_col,slot_row) VALUES(0,0,1,1),(0,1,2,1);
+    INSERT OR REPLACE INTO _disk_enclosure (controller,name,nr_row,nr_column,nr_fan) VALUES(0,'Base',1,2,2);
+    INSERT OR REPLACE INTO jbod_port (controller,label) VALUES(0,'internal');
+    INSERT INTO enclosure_health_spec VALUES(0,'Fan','1',900,6000,'front'),(0,'Fan','2',900,6000,'rear');
+    UPDATE \`\$disk_info\` SET port=id='sdb',channel=id='sdb',volume_id='data',pool_type='mirror',pool_state=0,
+        pool_hostid=7"
+quietly setDiskHealth '[{"DiskId": "sda", "Temp": 34}, {"DiskId": "sdb", "Temp": 36, "ZpoolState": "ONLINE"}]'
+table VolumeName,RaidType,BlockTotal,BlockFree,BlockSize getVolumeCollection
+table EnclosureName,EnclosureRows,EnclosureCols getDiskEnclosureCollection
+table DevName,SlotName,Model,Serial,Capacity,Pool,PoolState,DiskState,Temperature getDiskCollection
+
+step "A disk is pulled and another put in its slot: it is to rejoin the volume"
+rm -r "$QBOBJ_ROOT/sys/block/sda"; plug sdc "Turner 1000" 1953525168
+record "INSERT INTO \`\$disk_info\` (id,controller,port,channel) VALUES('sdc',0,0,0)" # as a backplane says it
+differences
+echo "the disk that was in its slot:"
+table DevName,SlotName,Present,Pool getDiskByDiskDiff '{"Controller": 0, "Channel": 0}'
+
+step "Sensor readings keep their history; a UPS device is read"
+for speed in 2100 2150 2300 950; do
+    quietly setEnclosureHealth '{"Controller": 0, "Health": [{"Name": "Fan", "DevId": "1", "Value": '$speed'}]}'
+done
+quietly setEnclosureHealthForTest # the other fan: no file, so the middle of its range
+sensors
+record "INSERT INTO _ups_config (name,host,ups_model) VALUES('cellar','localhost','Turner UPS 900')"
+quietly setUpsHealth '{"UpsName": "cellar", "ServerHost": "localhost", "UpsStatus": "OL CHRG", "BatteryCharge": "93",
+    "BatteryRunTime": "41"}'
+table UpsName,UpsModel,UpsStatus,BatteryCharge,BatteryRunTime,BatteryVoltage getUpsHealthCollection
+
+step "A volume is deleted with everything on it"
+on_volumes() {
+    table ShareName,VolumeId,Path getShareCollection
+    echo "homes of new users: $(call getAccountDefault | jq -r .HomeVolumeId), Time Machine:" \
+        "$(sqlite3 "$QBOBJ_DB" "SELECT CASE WHEN timemachine_enabled THEN volume_timemachine ELSE 'off' END FROM service_afp")"
+}
+record "UPDATE service_afp SET timemachine_enabled=1,volume_timemachine='data'"
+echo "before:"; on_volumes
+quietly deleteVolume VolumeId=data
+echo "after:"; on_volumes
+table VolumeName,RaidType getVolumeCollection
