@@ -231,7 +231,7 @@ struct Login {
 
 constexpr auto stored_logins =
     select<int>("SELECT U.user FROM rsync_user_password_acl U WHERE share_id=%d",
-                "Failed DB Query for 'SELECT rsync_user_password_acl'. %s", or_empty(&Login::user));
+                "Failed DB Query for 'SELECT rsync_user_password_acl'. %s", &Login::user);
 
 int remove_login(Call &call, int32_t share_id, const char *user)
 {
@@ -314,7 +314,7 @@ int qbobj_api2_addUserPasswordAcl(Call &call, qbobj_UserPasswordAcl_t *acl, int3
         named.insert(entry.UserName);
     }
     const auto remove_unnamed = [&](const Login &login) {
-        return named.contains(login.user) ? 0 : remove_login(call, share_id, login.user);
+        return named.contains(or_empty(login.user)) ? 0 : remove_login(call, share_id, login.user);
     };
     return call.each<Login>(stored_logins, remove_unnamed, share_id);
 }

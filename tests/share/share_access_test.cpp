@@ -211,8 +211,7 @@ TEST_F(ShareAccess, DeniedSharesStayAsEmptyRecords)
     EXPECT_OK(qbobj_getAccessibleShareCollection(qbdb, db, &collection, "ann", "cifs", &err));
     const qbobj_Share_t *denied = collection.Share;
     ASSERT_NE(nullptr, denied);
-    EXPECT_STREQ("3", denied->resource_id);
-    EXPECT_EQ(nullptr, denied->ShareId);
+    EXPECT_EQ("3|NULL", fields(denied->resource_id, denied->ShareId));
     EXPECT_EQ(nullptr, denied->Stat);
     const qbobj_Share_t *granted = denied->_link;
     ASSERT_NE(nullptr, granted);

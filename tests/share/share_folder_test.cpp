@@ -1,7 +1,9 @@
 // Owner, permissions and access control lists of a share's folder.
 #include "share_rows.h"
 
+#include <dlfcn.h>
 #include <linux/posix_acl_xattr.h>
+#include <sys/acl.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -10,6 +12,25 @@
 #include <cstring>
 
 using namespace qbobj_test;
+
+namespace
+{
+
+// Without memory for the list of this type, while it is not 0.
+acl_type_t unreadable = 0;
+
+} // namespace
+
+// Stands before the library's own.
+__attribute__((visibility("default"))) acl_t acl_get_file(const char *path, acl_type_t type)
+{
+    static const auto genuine =
+        reinterpret_cast<acl_t (*)(const char *, acl_type_t)>(dlsym(RTLD_NEXT, "acl_get_file"));
+    if (type != unreadable)
+        return genuine(path, type);
+    errno = ENOMEM;
+    return nullptr;
+}
 
 namespace
 {
@@ -25,21 +46,49 @@ TEST_F(ShareFolder, OwnerAndPermissionsComeFromTheFolder)
         mode_t mode;
         const char *words;
         int non_owner_delete;
-    } cases[] = {{0777, "ReadWrite,ReadWrite,ReadWrite", 1},
-                 {01754, "ReadWrite,ReadOnly,ReadOnly", 0},
-                 {0320, "ReadWrite,ReadWrite,Disabled", 1},
-                 {0510, "ReadOnly,Disabled,Disabled", 1}};
+    } cases[] = {{0777, "ReadWrite|ReadWrite|ReadWrite", 1},
+                 {01754, "ReadWrite|ReadOnly|ReadOnly", 0},
+                 {0320, "ReadWrite|ReadWrite|Disabled", 1},
+                 {0510, "ReadOnly|Disabled|Disabled", 1}};
     for (const auto &c : cases) {
         ASSERT_EQ(0, chmod(folder("s").c_str(), c.mode));
         const qbobj_FileStat_t *stat = read("s").Stat;
-        EXPECT_EQ(c.words,
-                  text(stat->UserAccess) + "," + text(stat->GroupAccess) + "," + text(stat->EveryoneAccess));
+        EXPECT_EQ(c.words, fields(stat->UserAccess, stat->GroupAccess, stat->EveryoneAccess));
         EXPECT_EQ(c.non_owner_delete, stat->NonOwnerDelete);
         EXPECT_EQ(static_cast<int>(c.mode | S_IFDIR), stat->_PosixMode);
         ASSERT_TRUE(stat->User != nullptr && stat->Group != nullptr);
-        EXPECT_EQ(static_cast<int>(getuid()), stat->User->UserId);
-        EXPECT_EQ(static_cast<int>(getgid()), stat->Group->GroupId);
+        EXPECT_EQ(fields(getuid(), getgid()), fields(stat->User->UserId, stat->Group->GroupId));
     }
+}
+
+TEST_F(ShareFolder, AnOwnerThatIsNotKnownReadsAsItsNumber)
+{
+    add_share("s");
+    for (const unsigned number : {4321U, 2147483647U, 2147483648U, 4294967294U}) {
+        if (chown(folder("s").c_str(), number, number) != 0)
+            GTEST_SKIP() << "only the administrator gives folders away";
+        auto collection = cleared(qbobj_clear_ShareCollection);
+        ASSERT_OK(qbobj_getShareCollection(qbdb, db, &collection, &err));
+        const qbobj_FileStat_t *stat = collection.Share->Stat;
+        EXPECT_EQ(fields(number, number), fields(stat->User->UserName, stat->Group->GroupName));
+        // A number that no account can have is none.
+        const int id = number > 2147483647U ? -1 : static_cast<int>(number);
+        EXPECT_EQ(fields(id, id, id, id), fields(stat->User->UserId, stat->User->resource_id,
+                                                 stat->Group->GroupId, stat->Group->resource_id));
+    }
+}
+
+TEST_F(ShareFolder, AListThatTheMemoryDoesNotHoldIsNoEmptyList)
+{
+    add_share("s");
+    for (const acl_type_t type : {ACL_TYPE_ACCESS, ACL_TYPE_DEFAULT}) {
+        unreadable = type;
+        auto collection = cleared(qbobj_clear_ShareCollection);
+        EXPECT_FAILS(qbobj_getShareCollection(qbdb, db, &collection, &err), QBOBJ_ERROR_OOM,
+                     "Failed to allocate resource.");
+    }
+    unreadable = 0;
+    EXPECT_NE(nullptr, read("s").Stat->Acls);
 }
 
 TEST_F(ShareFolder, AMissingFolderIsLoggedAndNoError)
@@ -90,8 +139,7 @@ constexpr const char *default_acl = "system.posix_acl_default";
 std::string acls(const qbobj_PosixAcl_t *list)
 {
     return joined(list, [](const qbobj_PosixAcl_t &acl) {
-        return std::to_string(acl.Type) + ":" + std::to_string(acl.Tag) + ":" + std::to_string(acl.Perm) +
-               ":" + std::to_string(acl.Id) + ":" + text(acl.Name);
+        return fields(acl.Type, acl.Tag, acl.Perm, acl.Id, acl.Name);
     });
 }
 
@@ -101,7 +149,7 @@ TEST_F(ShareFolder, AccessControlListsNameTheirAccounts)
     add_user(101, "ann");
     add_group(201, "staff");
     ASSERT_EQ(0, chmod(folder("s").c_str(), 0750));
-    EXPECT_EQ("0:1:7:-1:NULL 0:4:5:-1:NULL 0:32:0:-1:NULL", acls(read("s").Stat->Acls));
+    EXPECT_EQ("0|1|7|-1|NULL 0|4|5|-1|NULL 0|32|0|-1|NULL", acls(read("s").Stat->Acls));
 
     if (!set_acl(folder("s"), access_acl,
                  {{owner, 7},
@@ -114,8 +162,8 @@ TEST_F(ShareFolder, AccessControlListsNameTheirAccounts)
         GTEST_SKIP() << "the file system keeps no access control lists";
     ASSERT_TRUE(set_acl(folder("s"), default_acl, {{owner, 7}, {owning_group, 5}, {other, 0}}));
     const qbobj_FileStat_t *stat = read("s").Stat;
-    EXPECT_EQ("0:1:7:-1:NULL 0:2:6:101:ann 0:2:1:4321:4321 0:4:5:-1:NULL 0:8:4:201:staff 0:16:7:-1:NULL "
-              "0:32:2:-1:NULL 1:1:7:-1:NULL 1:4:5:-1:NULL 1:32:0:-1:NULL",
+    EXPECT_EQ("0|1|7|-1|NULL 0|2|6|101|ann 0|2|1|4321|4321 0|4|5|-1|NULL 0|8|4|201|staff 0|16|7|-1|NULL "
+              "0|32|2|-1|NULL 1|1|7|-1|NULL 1|4|5|-1|NULL 1|32|0|-1|NULL",
               acls(stat->Acls));
     EXPECT_EQ(0, stat->AclInherit);
 }

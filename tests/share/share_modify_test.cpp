@@ -1,10 +1,10 @@
 // Shares changed: only what a record carries, renames with everything that knows the old name, and `Changed`.
+#include "share_rows.h"
 #include "share_writing.h"
 
 #include <tuple>
 
-using qbobj_test::Refusal;
-using qbobj_test::ShareRecord;
+using namespace qbobj_test;
 
 namespace
 {
@@ -322,57 +322,51 @@ TEST_F(ShareModify, AScheduleThatIsMissingIsMadeAndOtherwiseChangedFieldByField)
 
 /* ---- Protocols ----------------------------------------------------------------------------------------- */
 
-// The protocols' records of a share, each with the statement that reads the protocol's row.
-struct Protocol {
-    const char *word;
-    int (*changed)(const ShareRecord &record);
+// The protocols' records of a share.
+struct CarriedProtocol {
+    std::string word;
+    int &(*changed)(ShareRecord &record);
     void (*carry)(ShareRecord &record);
 };
 
-constexpr Protocol protocols[] = {
-    {"cifs", [](const ShareRecord &r) { return r.cifs.Changed; },
-     [](ShareRecord &r) { r.share.Cifs = &r.cifs; }},
-    {"afp", [](const ShareRecord &r) { return r.afp.Changed; }, [](ShareRecord &r) { r.share.Afp = &r.afp; }},
-    {"nfs", [](const ShareRecord &r) { return r.nfs.Changed; }, [](ShareRecord &r) { r.share.Nfs = &r.nfs; }},
-    {"ftp", [](const ShareRecord &r) { return r.ftp.Changed; }, [](ShareRecord &r) { r.share.Ftp = &r.ftp; }},
-    {"http", [](const ShareRecord &r) { return r.http.Changed; },
-     [](ShareRecord &r) { r.share.Http = &r.http; }},
-    {"dlna", [](const ShareRecord &r) { return r.dlna.Changed; },
-     [](ShareRecord &r) { r.share.Dlna = &r.dlna; }},
-    {"daap", [](const ShareRecord &r) { return r.daap.Changed; },
-     [](ShareRecord &r) { r.share.Daap = &r.daap; }},
-    {"rsync", [](const ShareRecord &r) { return r.rsync.Changed; },
-     [](ShareRecord &r) { r.share.Rsync = &r.rsync; }},
+using R = ShareRecord;
+const CarriedProtocol protocols[] = {
+    {"cifs", [](R &r) -> int & { return r.cifs.Changed; }, [](R &r) { r.share.Cifs = &r.cifs; }},
+    {"afp", [](R &r) -> int & { return r.afp.Changed; }, [](R &r) { r.share.Afp = &r.afp; }},
+    {"nfs", [](R &r) -> int & { return r.nfs.Changed; }, [](R &r) { r.share.Nfs = &r.nfs; }},
+    {"ftp", [](R &r) -> int & { return r.ftp.Changed; }, [](R &r) { r.share.Ftp = &r.ftp; }},
+    {"http", [](R &r) -> int & { return r.http.Changed; }, [](R &r) { r.share.Http = &r.http; }},
+    {"dlna", [](R &r) -> int & { return r.dlna.Changed; }, [](R &r) { r.share.Dlna = &r.dlna; }},
+    {"daap", [](R &r) -> int & { return r.daap.Changed; }, [](R &r) { r.share.Daap = &r.daap; }},
+    {"rsync", [](R &r) -> int & { return r.rsync.Changed; }, [](R &r) { r.share.Rsync = &r.rsync; }},
 };
 
 TEST_F(ShareModify, ChangedTellsWhatDiffersAndTwoServicesAreTold)
 {
-    for (const Protocol &protocol : protocols) {
-        SCOPED_TRACE(protocol.word);
-        const std::string row = std::string("SELECT * FROM ") + protocol.word + "_share_option";
+    for (const auto &[word, changed, carry] : protocols) {
+        SCOPED_TRACE(word);
+        const std::string row = "SELECT * FROM " + word + "_share_option";
         ShareRecord same;
         same.with_everything();
-        same.share = {};
         qbobj_clear_Share(&same.share);
         same.nfs.Sync = 1;
-        protocol.carry(same.of("data/Docs"));
+        carry(same.of("data/Docs"));
         const std::string row_before = rows(row).at(0);
         ASSERT_OK(modify(same));
-        EXPECT_EQ(0, protocol.changed(same));
+        EXPECT_EQ(0, changed(same));
         EXPECT_EQ(row_before, rows(row).at(0));
         // Of FTP nothing that every record carries is written.
         ShareRecord other;
         other.cifs.NotAvailable = other.afp.NotAvailable = other.nfs.NotAvailable = other.http.NotAvailable =
             other.dlna.NotAvailable = other.daap.NotAvailable = other.rsync.NotAvailable = 1;
         other.ftp.DefaultAccess = "Disabled";
-        protocol.carry(other.of("data/Docs"));
+        carry(other.of("data/Docs"));
         const std::string told = journal();
         ASSERT_OK(modify(other));
-        const std::string word = protocol.word;
         EXPECT_EQ(word == "cifs" || word == "ftp", told != journal());
         EXPECT_NE(row_before, rows(row).at(0));
         // rsync watches DLNA's table and never sees its own changes.
-        EXPECT_EQ(word == "rsync" ? 0 : 1, protocol.changed(other));
+        EXPECT_EQ(word == "rsync" ? 0 : 1, changed(other));
     }
     EXPECT_EQ("0", value("SELECT COUNT(*) FROM sqlite_temp_schema"));
 }
@@ -403,26 +397,25 @@ TEST_F(ShareModify, AMissingOptionRowIsMadeWithDefaultsExceptForWindows)
 {
     add_plain("bare");
     ShareRecord record;
-    for (const Protocol &protocol : protocols)
+    for (const auto &protocol : protocols)
         protocol.carry(record);
     record.nfs.Sync = 1;
     ASSERT_OK(modify(record.of("data/bare")));
-    const auto row = [this](const char *word) {
-        const Rows found = rows(std::string("SELECT * FROM ") + word + "_share_option WHERE share_id=2");
-        return found.empty() ? "" : found.front();
-    };
-    EXPECT_EQ("", row("cifs"));
-    EXPECT_EQ("2|1|writeable|1|NULL|NULL", row("afp"));
-    EXPECT_EQ("2|1|writeable|1", row("nfs"));
     // FTP is made unavailable, and NotAvailable is not looked at.
-    EXPECT_EQ("2|0|writeable|0|0|0", row("ftp"));
-    EXPECT_EQ("2|1|writeable|0", row("http"));
-    EXPECT_EQ("2|1|readonly|7", row("dlna"));
-    EXPECT_EQ("2|1", row("daap"));
-    EXPECT_EQ("2|1|writeable|disabled", row("rsync"));
-    EXPECT_EQ(std::tuple(0, 1, 1, 1, 1, 1, 1),
-              std::tuple(record.cifs.Changed, record.afp.Changed, record.nfs.Changed, record.ftp.Changed,
-                         record.http.Changed, record.dlna.Changed, record.daap.Changed));
+    const std::string made[] = {"",
+                                "2|1|writeable|1|NULL|NULL",
+                                "2|1|writeable|1",
+                                "2|0|writeable|0|0|0",
+                                "2|1|writeable|0",
+                                "2|1|readonly|7",
+                                "2|1",
+                                "2|1|writeable|disabled"};
+    for (std::size_t i = 0; i < std::size(made); ++i) {
+        const std::string &word = protocols[i].word;
+        const Rows found = rows("SELECT * FROM " + word + "_share_option WHERE share_id=2");
+        EXPECT_EQ(made[i], found.empty() ? "" : found.front()) << word;
+        EXPECT_EQ(word == "cifs" || word == "rsync" ? 0 : 1, protocols[i].changed(record)) << word;
+    }
 }
 
 TEST_F(ShareModify, WindowsOptionsAreWrittenAsFarAsTheyAreCarried)
@@ -466,26 +459,32 @@ TEST_F(ShareModify, WindowsOptionsAreWrittenAsFarAsTheyAreCarried)
 
 TEST_F(ShareModify, RightsOfNewAppleFilesAreSetAndGivenUp)
 {
-    const std::string columns =
-        "SELECT afp_access,afp_guest_access,afp_fperm,afp_dperm FROM afp_share_option";
-    ShareRecord record;
-    record.share.Afp = &record.afp;
-    record.afp._void_NewFileFolderPermAutoset = 0;
-    record.afp.NewFileFolderPermAutoset = 1;
-    record.afp.FileCreateGroupRights = "ReadOnly";
-    record.afp.FileCreateEveryoneRights = "Disabled";
-    record.afp.FolderCreateEveryoneRights = "ReadOnly";
-    record.afp.DefaultAccess = "ReadOnly";
-    ASSERT_OK(modify(record.of("data/Docs")));
-    EXPECT_EQ(Rows{"readonly|1|32|61"}, rows(columns));
-    record.afp._void_NewFileFolderPermAutoset = 1;
-    record.afp.FileCreateGroupRights = "Disabled"; // not looked at without the switch
-    ASSERT_OK(modify(record));
-    EXPECT_EQ(Rows{"readonly|1|32|61"}, rows(columns));
-    record.afp._void_NewFileFolderPermAutoset = 0;
-    record.afp.NewFileFolderPermAutoset = 0;
-    ASSERT_OK(modify(record));
-    EXPECT_EQ(Rows{"readonly|1|NULL|NULL"}, rows(columns));
+    constexpr int open = -1; // the record leaves the switch open
+    const struct {
+        const char *what;
+        int autoset;
+        const char *given[4]; // group and everyone of files, then of folders
+        const char *stored;
+    } cases[] = {
+        {"the switch alone sets them all", 1, {}, "54|63"},
+        {"what is given", 1, {"ReadOnly", "Disabled", nullptr, "ReadOnly"}, "32|61"},
+        {"one of a pair", open, {nullptr, "ReadOnly", nullptr, nullptr}, "52|61"},
+        {"without the switch", open, {"Disabled", "Disabled", "Disabled", nullptr}, "0|7"},
+        {"nothing", open, {}, "0|7"},
+        {"given up", 0, {"ReadWrite", nullptr, nullptr, nullptr}, "NULL|NULL"},
+    };
+    for (const auto &[what, autoset, given, stored] : cases) {
+        ShareRecord record;
+        record.share.Afp = &record.afp;
+        record.afp._void_NewFileFolderPermAutoset = autoset == open ? 1 : 0;
+        record.afp.NewFileFolderPermAutoset = autoset;
+        record.afp.FileCreateGroupRights = given[0];
+        record.afp.FileCreateEveryoneRights = given[1];
+        record.afp.FolderCreateGroupRights = given[2];
+        record.afp.FolderCreateEveryoneRights = given[3];
+        ASSERT_OK(modify(record.of("data/Docs")));
+        EXPECT_EQ(Rows{stored}, rows("SELECT afp_fperm,afp_dperm FROM afp_share_option")) << what;
+    }
 }
 
 TEST_F(ShareModify, FtpUmasksAreWrittenWhenTheirRightsAreCarried)
@@ -545,114 +544,78 @@ TEST_F(ShareModify, RsyncLoginsThatComeBackMaskedKeepTheirPasswords)
     EXPECT_EQ(Rows{"sync|changed"}, rows(stored));
 }
 
+TEST_F(ShareModify, AWordThatIsNotKnownIsNamedAndLeavesNothing)
+{
+    const std::string before = content();
+    for (const CheckedWord &word : checked_words) {
+        ShareRecord record;
+        record.of("data/Docs").with_everything().share.Stat = &record.stat;
+        word.of(record) = "x";
+        EXPECT_FAILS(modify(record), QBOBJ_ERROR_API_ARGS,
+                     ("Invalid " + std::string(word.modified) + " (x).").c_str());
+        // Lists are written by the unit that creates shares.
+        const bool of_list = std::string_view(word.modified).find("Acl") != std::string_view::npos;
+        EXPECT_STREQ(of_list ? "qbobj_api2_add_share" : "qbobj_api2_modify_share", err.file);
+        EXPECT_EQ(before, content());
+    }
+}
+
 TEST_F(ShareModify, WhatIsGivenWronglyIsNamedAndLeavesNothing)
 {
     const Refusal refusals[] = {
-        {"sync", [](ShareRecord &r) { r.share.Sync = "never"; }, QBOBJ_ERROR_API_ARGS,
+        // Before the limit, which is too large.
+        {[](ShareRecord &r) {
+             r.share.Sync = "never", r.share._void_RefQuotaMB = 0, r.share.RefQuotaMB = 99999;
+         },
          "Invalid Sync (never). One of 'standard', 'always', 'disabled'."},
-        {"no owner", [](ShareRecord &r) { r.stat.User = &r.user; }, QBOBJ_ERROR_API_ARGS,
+        {[](ShareRecord &r) { r.stat.User = &r.user; },
          "Invalid stat->User (resource_id=0, UserName=(null))."},
-        {"negative owner",
-         [](ShareRecord &r) {
-             r.stat.User = &r.user;
-             r.user.resource_id = -1;
-         },
-         QBOBJ_ERROR_API_ARGS, "Invalid stat->User (resource_id=-1, UserName=(null))."},
-        {"unknown owner",
-         [](ShareRecord &r) {
-             r.stat.User = &r.user;
-             r.user.UserName = "nobody-here";
-         },
-         QBOBJ_ERROR_API_ARGS, "Unknown User (nobody-here)."},
-        {"no group", [](ShareRecord &r) { r.stat.Group = &r.group; }, QBOBJ_ERROR_API_ARGS,
+        {[](ShareRecord &r) { r.stat.User = &r.user, r.user.resource_id = -1; },
+         "Invalid stat->User (resource_id=-1, UserName=(null))."},
+        {[](ShareRecord &r) { r.stat.User = &r.user, r.user.UserName = "nobody-here"; },
+         "Unknown User (nobody-here)."},
+        {[](ShareRecord &r) { r.stat.Group = &r.group; },
          "Invalid stat->Group (resource_id=0, GroupName=(null))."},
-        {"unknown group",
-         [](ShareRecord &r) {
-             r.stat.Group = &r.group;
-             r.group.GroupName = "no-group";
-         },
-         QBOBJ_ERROR_API_ARGS, "Unknown Group (no-group)."},
-        {"user access", [](ShareRecord &r) { r.stat.UserAccess = "x"; }, QBOBJ_ERROR_API_ARGS,
-         "Invalid Stat->UserAccess (x)."},
-        {"group access", [](ShareRecord &r) { r.stat.GroupAccess = "x"; }, QBOBJ_ERROR_API_ARGS,
-         "Invalid Stat->GroupAccess (x)."},
-        {"everyone access", [](ShareRecord &r) { r.stat.EveryoneAccess = "x"; }, QBOBJ_ERROR_API_ARGS,
-         "Invalid Stat->EveryoneAccess (x)."},
-        {"cifs", [](ShareRecord &r) { r.cifs.DefaultAccess = "x"; }, QBOBJ_ERROR_API_ARGS,
-         "Invalid Cifs->DefaultAccess (x)."},
-        {"cifs right", [](ShareRecord &r) { r.cifs.FolderCreateGroupRights = "x"; }, QBOBJ_ERROR_API_ARGS,
-         "Invalid Cifs->FolderCreateGroupRights (x)."},
-        {"afp", [](ShareRecord &r) { r.afp.DefaultAccess = "x"; }, QBOBJ_ERROR_API_ARGS,
-         "Invalid Afp->DefaultAccess (x)."},
-        {"afp right",
-         [](ShareRecord &r) {
-             r.afp._void_NewFileFolderPermAutoset = 0;
-             r.afp.NewFileFolderPermAutoset = 1;
-             r.afp.FileCreateEveryoneRights = "x";
-         },
-         QBOBJ_ERROR_API_ARGS, "Invalid Afp->FileCreateEveryoneRights (x)."},
-        {"nfs", [](ShareRecord &r) { r.nfs.DefaultAccess = "x"; }, QBOBJ_ERROR_API_ARGS,
-         "Invalid Nfs->DefaultAccess (x)."},
-        {"ftp", [](ShareRecord &r) { r.ftp.DefaultAccess = "x"; }, QBOBJ_ERROR_API_ARGS,
-         "Invalid Ftp->DefaultAccess (x)."},
-        {"ftp right", [](ShareRecord &r) { r.ftp.FolderCreateEveryoneRights = "x"; }, QBOBJ_ERROR_API_ARGS,
-         "Invalid Ftp->FolderCreateEveryoneRights (x)."},
-        {"http", [](ShareRecord &r) { r.http.DefaultAccess = "x"; }, QBOBJ_ERROR_API_ARGS,
-         "Invalid Http->DefaultAccess (x)."},
-        {"dlna", [](ShareRecord &r) { r.dlna.DefaultAccess = "x"; }, QBOBJ_ERROR_API_ARGS,
-         "Invalid Dlna->DefaultAccess (x)."},
-        {"media", [](ShareRecord &r) { r.dlna.MediaType = "x"; }, QBOBJ_ERROR_API_ARGS,
-         "Invalid Dlna->MediaType (x)."},
-        {"rsync", [](ShareRecord &r) { r.rsync.DefaultAccess = "x"; }, QBOBJ_ERROR_API_ARGS,
-         "Invalid Rsync->DefaultAccess (x)."},
-        {"protection", [](ShareRecord &r) { r.rsync.PasswordProtection = "x"; }, QBOBJ_ERROR_API_ARGS,
-         "Invalid Rsync->PasswordProtection (x)."},
-        {"host", [](ShareRecord &r) { r.host.HostName = "no host"; }, QBOBJ_ERROR_API_ARGS,
+        {[](ShareRecord &r) { r.stat.Group = &r.group, r.group.GroupName = "no-group"; },
+         "Unknown Group (no-group)."},
+        {[](ShareRecord &r) { r.host.HostName = "no host"; },
          "Invalid HostName or Network specified (no host)."},
     };
     const std::string before = content();
     for (const Refusal &refusal : refusals) {
-        SCOPED_TRACE(refusal.what);
         ShareRecord record;
         record.of("data/Docs").with_everything().share.Stat = &record.stat;
         record.share.ShareName = "papers";
         refusal.spoil(record);
         EXPECT_FAILS(modify(record), refusal.code, refusal.message);
-        // Lists are written by the unit that creates shares.
-        EXPECT_STREQ(refusal.what == std::string("host") ? "qbobj_api2_add_share" : "qbobj_api2_modify_share",
-                     err.file);
         EXPECT_EQ(before, content());
     }
 }
 
 TEST_F(ShareModify, AFailingUpdateIsReportedByItsTable)
 {
-    struct Case {
+    constexpr struct {
         const char *table;
         const char *message;
-    };
-    constexpr Case cases[] = {
-        {"share", "Failed DB Query for 'UPDATE share'. no"},
+        qbobj_error_t code = QBOBJ_ERROR_DB_MISC;
+    } cases[] = {
+        // A refused row counts as a name that exists.
+        {"share", "Sharename specified is already exist.", QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS},
         {"zfs_attr", "Failed DB Query for 'UPDATE zfs_attr'. no"},
         {"cifs_share_option", "Failed DB Query for 'UPDATE cifs_share_option'. no"},
         {"rsync_share_option", "Failed DB Query for 'UPDATE rsync_share_option'. no"},
         // Callers know this spelling.
         {"snapshot_schedule", "Failed DB Query for 'UPDATE snapstho_schedule'. no"},
     };
-    for (const Case &one : cases) {
-        SCOPED_TRACE(one.table);
-        sql(std::string("CREATE TEMP TRIGGER obstacle BEFORE UPDATE ON ") + one.table +
+    for (const auto &[table, message, code] : cases) {
+        sql(std::string("CREATE TEMP TRIGGER obstacle BEFORE UPDATE ON ") + table +
             " BEGIN SELECT RAISE(ABORT,'no'); END");
         ShareRecord record;
         record.of("data/Docs").with_everything().share.SnapshotSchedule = &record.schedule;
         record.share.LogBias = "x";
         record.share.Comment = "new";
         const std::string before = content();
-        if (std::string(one.table) == "share") // a refused row counts as a name that exists
-            EXPECT_FAILS(modify(record), QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS,
-                         "Sharename specified is already exist.");
-        else
-            EXPECT_FAILS(modify(record), QBOBJ_ERROR_DB_MISC, one.message);
+        EXPECT_FAILS(modify(record), code, message);
         EXPECT_EQ(before, content());
         sql("DROP TRIGGER obstacle");
     }
@@ -671,26 +634,31 @@ TEST_F(ShareModify, AValueThatDoesNotFitIsLeftOutAndLogged)
     EXPECT_NE(std::string::npos, log().find("'comment'"));
 }
 
-TEST_F(ShareModify, HostileTextIsData)
+TEST_F(ShareModify, ADatasetWithAQuoteIsFoundByItsLimitToo)
 {
-    const char *hostile = "'); DELETE FROM host; -- \"`%d%s";
-    ShareRecord record;
-    record.of("data/Docs").share.Comment = record.share.LogBias = hostile;
-    record.share.VisibleSnapFolder = hostile;
-    record.share.VisibleSnapshot = 1;
-    record.share._void_RefQuotaMB = 0;
-    record.share.RefQuotaMB = 1;
-    ASSERT_OK(modify(record));
-    EXPECT_EQ(hostile, value("SELECT comment FROM share"));
-    EXPECT_EQ(hostile, value("SELECT visible_snapdir FROM share"));
-    EXPECT_EQ(hostile, value("SELECT logbias FROM zfs_attr"));
-    // A dataset whose own name is hostile is still found by it.
     sql("UPDATE share SET zfs_name='data/it''s'");
-    ShareRecord quoted;
-    quoted.of("data/it's").share._void_RefQuotaMB = 0;
-    quoted.share.RefQuotaMB = 2;
-    EXPECT_OK(modify(quoted));
+    ShareRecord record;
+    record.of("data/it's").share._void_RefQuotaMB = 0;
+    record.share.RefQuotaMB = 2;
+    EXPECT_OK(modify(record));
     EXPECT_EQ("2", value("SELECT mb_refquota FROM zfs_attr"));
+}
+
+TEST_F(ShareModify, AShareWithoutNameOrPathCanBeNamedAndDeleted)
+{
+    let_names_be_missing(*this);
+    sql("UPDATE share SET name=NULL,path=NULL");
+    ShareRecord unnamed;
+    ASSERT_OK(modify(unnamed.of("data/Docs")));
+    EXPECT_EQ("||", fields(unnamed.share.OldShareName, unnamed.share.OldPath, unnamed.share.Path));
+    ShareRecord record;
+    record.share.ShareName = "papers";
+    ASSERT_OK(modify(record.of("data/Docs")));
+    EXPECT_EQ("papers|data/papers|/data/papers", rows("SELECT name,zfs_name,path FROM share").at(0));
+    sql("UPDATE share SET name=NULL,path=NULL");
+    ShareRecord removed;
+    ASSERT_OK(qbobj_deleteShare(qbdb, db, &removed.of("data/papers").share, &err));
+    EXPECT_EQ("||", fields(removed.share.OldShareName, removed.share.OldPath, removed.share.Path));
 }
 
 } // namespace

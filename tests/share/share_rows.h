@@ -42,10 +42,38 @@ class Shares : public Database
     }
 };
 
-// A text that may be missing.
+// Makes the file a damaged one, in which shares may lack a name and a path.
+inline void let_names_be_missing(Appliance &appliance)
+{
+    sqlite3 *db = nullptr; // the appliance's own connection refuses
+    ASSERT_EQ(SQLITE_OK, sqlite3_open(appliance.file().c_str(), &db));
+    EXPECT_EQ(SQLITE_OK,
+              sqlite3_exec(db,
+                           "PRAGMA writable_schema=ON;UPDATE sqlite_schema SET sql=replace(replace(sql,"
+                           "' name TEXT NOT NULL',' name TEXT'),' path TEXT NOT NULL',' path TEXT') "
+                           "WHERE name='share'",
+                           nullptr, nullptr, nullptr))
+        << sqlite3_errmsg(db);
+    sqlite3_close(db);
+    appliance.reopen();
+}
+
+// A field as text; a text may be missing.
 inline std::string text(const char *value)
 {
     return value == nullptr ? "NULL" : value;
+}
+template <class Number>
+requires std::is_integral_v<Number> std::string text(Number value)
+{
+    return std::to_string(value);
+}
+
+// Fields with bars between them, as rows() shows columns.
+template <class First, class... Rest>
+std::string fields(First first, Rest... rest)
+{
+    return (text(first) + ... + ("|" + text(rest)));
 }
 
 // The records of a list, each described, with blanks between them.

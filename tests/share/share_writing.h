@@ -12,30 +12,6 @@ namespace qbobj_test
 struct ShareRecord {
     ShareRecord()
     {
-        qbobj_clear_Share(&share);
-        qbobj_clear_FileStat(&stat);
-        qbobj_clear_SystemUser(&user);
-        qbobj_clear_SystemGroup(&group);
-        qbobj_clear_CifsShareOption(&cifs);
-        qbobj_clear_AfpShareOption(&afp);
-        qbobj_clear_FtpShareOption(&ftp);
-        qbobj_clear_NfsShareOption(&nfs);
-        qbobj_clear_DlnaShareOption(&dlna);
-        qbobj_clear_DaapShareOption(&daap);
-        qbobj_clear_RsyncShareOption(&rsync);
-        qbobj_clear_HttpShareOption(&http);
-        qbobj_clear_ZvolShareOption(&zvol);
-        qbobj_clear_Schedule(&schedule);
-        qbobj_clear_UsedBy(&used_by);
-        qbobj_clear_Quota(&quota);
-        qbobj_clear_Host(&host);
-        qbobj_clear_HostAcl(&host_acl);
-        qbobj_clear_SystemUser(&listed_user);
-        qbobj_clear_UserAcl(&user_acl);
-        qbobj_clear_SystemGroup(&listed_group);
-        qbobj_clear_GroupAcl(&group_acl);
-        qbobj_clear_DfolderAcl(&link);
-        qbobj_clear_UserPasswordAcl(&login);
         host_acl.Host = &host;
         user_acl.User = &listed_user;
         group_acl.Group = &listed_group;
@@ -94,38 +70,84 @@ struct ShareRecord {
         return *this;
     }
 
-    qbobj_Share_t share;
-    qbobj_FileStat_t stat;
-    qbobj_SystemUser_t user;
-    qbobj_SystemGroup_t group;
-    qbobj_CifsShareOption_t cifs;
-    qbobj_AfpShareOption_t afp;
-    qbobj_FtpShareOption_t ftp;
-    qbobj_NfsShareOption_t nfs;
-    qbobj_DlnaShareOption_t dlna;
-    qbobj_DaapShareOption_t daap;
-    qbobj_RsyncShareOption_t rsync;
-    qbobj_HttpShareOption_t http;
-    qbobj_ZvolShareOption_t zvol;
-    qbobj_Schedule_t schedule;
-    qbobj_UsedBy_t used_by;
-    qbobj_Quota_t quota;
-    qbobj_Host_t host;
-    qbobj_HostAcl_t host_acl;
-    qbobj_SystemUser_t listed_user;
-    qbobj_UserAcl_t user_acl;
-    qbobj_SystemGroup_t listed_group;
-    qbobj_GroupAcl_t group_acl;
-    qbobj_DfolderAcl_t link;
-    qbobj_UserPasswordAcl_t login;
+    qbobj_Share_t share = cleared(qbobj_clear_Share);
+    qbobj_FileStat_t stat = cleared(qbobj_clear_FileStat);
+    qbobj_SystemUser_t user = cleared(qbobj_clear_SystemUser);
+    qbobj_SystemGroup_t group = cleared(qbobj_clear_SystemGroup);
+    qbobj_CifsShareOption_t cifs = cleared(qbobj_clear_CifsShareOption);
+    qbobj_AfpShareOption_t afp = cleared(qbobj_clear_AfpShareOption);
+    qbobj_FtpShareOption_t ftp = cleared(qbobj_clear_FtpShareOption);
+    qbobj_NfsShareOption_t nfs = cleared(qbobj_clear_NfsShareOption);
+    qbobj_DlnaShareOption_t dlna = cleared(qbobj_clear_DlnaShareOption);
+    qbobj_DaapShareOption_t daap = cleared(qbobj_clear_DaapShareOption);
+    qbobj_RsyncShareOption_t rsync = cleared(qbobj_clear_RsyncShareOption);
+    qbobj_HttpShareOption_t http = cleared(qbobj_clear_HttpShareOption);
+    qbobj_ZvolShareOption_t zvol = cleared(qbobj_clear_ZvolShareOption);
+    qbobj_Schedule_t schedule = cleared(qbobj_clear_Schedule);
+    qbobj_UsedBy_t used_by = cleared(qbobj_clear_UsedBy);
+    qbobj_Quota_t quota = cleared(qbobj_clear_Quota);
+    qbobj_Host_t host = cleared(qbobj_clear_Host);
+    qbobj_HostAcl_t host_acl = cleared(qbobj_clear_HostAcl);
+    qbobj_SystemUser_t listed_user = cleared(qbobj_clear_SystemUser);
+    qbobj_UserAcl_t user_acl = cleared(qbobj_clear_UserAcl);
+    qbobj_SystemGroup_t listed_group = cleared(qbobj_clear_SystemGroup);
+    qbobj_GroupAcl_t group_acl = cleared(qbobj_clear_GroupAcl);
+    qbobj_DfolderAcl_t link = cleared(qbobj_clear_DfolderAcl);
+    qbobj_UserPasswordAcl_t login = cleared(qbobj_clear_UserPasswordAcl);
 };
 
 // A record that a write must refuse, and how.
 struct Refusal {
-    const char *what;
     std::function<void(ShareRecord &)> spoil;
-    qbobj_error_t code;
     const char *message;
+    qbobj_error_t code = QBOBJ_ERROR_API_ARGS;
+};
+
+// A word of a record that is checked, with its name in the messages of creation and of modification.
+struct CheckedWord {
+    const char *created; // null: it has a message of its own
+    const char *modified;
+    const char *&(*of)(ShareRecord &record);
+};
+
+using Word = const char *&;
+constexpr CheckedWord checked_words[] = {
+    {"Stat->UserAccess", "Stat->UserAccess", [](ShareRecord &r) -> Word { return r.stat.UserAccess; }},
+    {"Stat->GroupAccess", "Stat->GroupAccess", [](ShareRecord &r) -> Word { return r.stat.GroupAccess; }},
+    {"Stat->EveryoneAccess", "Stat->EveryoneAccess",
+     [](ShareRecord &r) -> Word { return r.stat.EveryoneAccess; }},
+    {nullptr, "Cifs->DefaultAccess", [](ShareRecord &r) -> Word { return r.cifs.DefaultAccess; }},
+    {"Cifs->FileCreateGroupRights", "Cifs->FileCreateGroupRights",
+     [](ShareRecord &r) -> Word { return r.cifs.FileCreateGroupRights; }},
+    {"Cifs->FileCreateEveryoneRights", "Cifs->FileCreateEveryoneRights",
+     [](ShareRecord &r) -> Word { return r.cifs.FileCreateEveryoneRights; }},
+    {"Cifs->FolderCreateGroupRights", "Cifs->FolderCreateGroupRights",
+     [](ShareRecord &r) -> Word { return r.cifs.FolderCreateGroupRights; }},
+    {"Cifs->FolderCreateEveryoneRights", "Cifs->FolderCreateEveryoneRights",
+     [](ShareRecord &r) -> Word { return r.cifs.FolderCreateEveryoneRights; }},
+    {"Afp->DfefaultAccess", "Afp->DefaultAccess", [](ShareRecord &r) -> Word { return r.afp.DefaultAccess; }},
+    {"Afp->FileCreateGroupRights", "Afp->FileCreateEveryoneRights",
+     [](ShareRecord &r) -> Word { return r.afp.FileCreateEveryoneRights; }},
+    {"Afp->FolderCreateGroupRights", "Afp->FolderCreateEveryoneRights",
+     [](ShareRecord &r) -> Word { return r.afp.FolderCreateEveryoneRights; }},
+    {"Nfs->DfefaultAccess", "Nfs->DefaultAccess", [](ShareRecord &r) -> Word { return r.nfs.DefaultAccess; }},
+    {"Ftp->DfefaultAccess", "Ftp->DefaultAccess", [](ShareRecord &r) -> Word { return r.ftp.DefaultAccess; }},
+    {"Ftp->FileCreateGroupRights", "Ftp->FileCreateGroupRights",
+     [](ShareRecord &r) -> Word { return r.ftp.FileCreateGroupRights; }},
+    {"Ftp->FolderCreateGroupRights", "Ftp->FolderCreateEveryoneRights",
+     [](ShareRecord &r) -> Word { return r.ftp.FolderCreateEveryoneRights; }},
+    {"Http->DfefaultAccess", "Http->DefaultAccess",
+     [](ShareRecord &r) -> Word { return r.http.DefaultAccess; }},
+    {"Dlna->DefaultAccess", "Dlna->DefaultAccess",
+     [](ShareRecord &r) -> Word { return r.dlna.DefaultAccess; }},
+    {"Dlna->MediaType", "Dlna->MediaType", [](ShareRecord &r) -> Word { return r.dlna.MediaType; }},
+    {"Rsync->DefaultAccess", "Rsync->DefaultAccess",
+     [](ShareRecord &r) -> Word { return r.rsync.DefaultAccess; }},
+    {"Rsync->PasswordProtection", "Rsync->PasswordProtection",
+     [](ShareRecord &r) -> Word { return r.rsync.PasswordProtection; }},
+    {"UserAcl->Access", "UserAcl->Access", [](ShareRecord &r) -> Word { return r.user_acl.Access; }},
+    {"GroupAcl->Access", "GroupAcl->Access", [](ShareRecord &r) -> Word { return r.group_acl.Access; }},
+    {"HostAcl->Access", "HostAcl->Access", [](ShareRecord &r) -> Word { return r.host_acl.Access; }},
 };
 
 class ShareWriting : public Database
