@@ -2,22 +2,10 @@
 #include "protocol_floor.h"
 
 #include <string_view>
+#include <type_traits>
 
 namespace qbobj_bench
 {
-namespace
-{
-
-// A switch and, for a service that has some, its options, made for the row.
-template <class Options>
-KeptRows &begin_row(KeptRows &row, apr_pool_t *pool, qbobj_Protocol_t &protocol, Options *&options)
-{
-    options = create<Options>(pool);
-    return row >> protocol.Enabled;
-}
-
-} // namespace
-
 Kept ProtocolFloor::enabled(const char *table) const
 {
     return {connection_, std::string("SELECT S.enabled FROM service_") + table + " S LIMIT 1"};
@@ -51,47 +39,50 @@ void ProtocolFloor::read(Tail<qbobj_Protocol_t> &tail) const
     };
     const auto read_options = [&](const char *id, KeptRows row, auto member, auto read_columns) {
         qbobj_Protocol_t &protocol = append(id);
-        if (row.next())
-            read_columns(begin_row(row, pool, protocol, protocol.*member), *(protocol.*member), protocol);
+        if (!row.next())
+            return;
+        protocol.*member =
+            create<std::remove_pointer_t<std::remove_reference_t<decltype(protocol.*member)>>>(pool);
+        read_columns(row, protocol, *(protocol.*member));
     };
     using Protocol = qbobj_Protocol_t;
-    read_options(protocol_id_cifs, cifs_(), &Protocol::CifsOptions, [](auto &row, auto &o, auto &) {
-        row >> o.UserHomeDirectory >> o.UserHomeDirectoryRecycle >> o.UserHomeDirectoryRecycleMaxDays >>
-            o.UserHomeDirectoryRecycleMaxSize;
+    read_options(protocol_id_cifs, cifs_(), &Protocol::CifsOptions, [](auto &row, auto &p, auto &o) {
+        row >> p.Enabled >> o.UserHomeDirectory >> o.UserHomeDirectoryRecycle >>
+            o.UserHomeDirectoryRecycleMaxDays >> o.UserHomeDirectoryRecycleMaxSize;
     });
     read_switch(protocol_id_afp, afp_());
-    read_options(protocol_id_nfs, nfs_(), &Protocol::NfsOptions, [](auto &row, auto &o, auto &) {
-        row >> o.Threads >> o.UserHomeDirectory >> o.NfsV4Enable >> OrEmpty{o.NfsV4Domain};
+    read_options(protocol_id_nfs, nfs_(), &Protocol::NfsOptions, [](auto &row, auto &p, auto &o) {
+        row >> p.Enabled >> o.Threads >> o.UserHomeDirectory >> o.NfsV4Enable >> OrEmpty{o.NfsV4Domain};
     });
-    read_options(protocol_id_ftp, ftp_(), &Protocol::FtpOptions, [](auto &row, auto &o, auto &) {
-        row >> o.Port >> o.AuthMode >> o.PassiveRangeMin >> o.PassiveRangeMax >> o.EnableMasquerade >>
-            o.MasqueradeAddress >> o.AllowUploadResume >> o.UserHomeDirectory >> o.Ftps >>
-            o.ServerTransferLog >> o.MaxUploadRate >> o.MaxDownloadRate >> o.ForceFtps;
+    read_options(protocol_id_ftp, ftp_(), &Protocol::FtpOptions, [](auto &row, auto &p, auto &o) {
+        row >> p.Enabled >> o.Port >> o.AuthMode >> o.PassiveRangeMin >> o.PassiveRangeMax >>
+            o.EnableMasquerade >> o.MasqueradeAddress >> o.AllowUploadResume >> o.UserHomeDirectory >>
+            o.Ftps >> o.ServerTransferLog >> o.MaxUploadRate >> o.MaxDownloadRate >> o.ForceFtps;
     });
-    read_options(protocol_id_daap, daap_(), &Protocol::DaapOptions, [](auto &row, auto &o, auto &) {
-        row >> o.sharename >> OrEmpty{o.password} >> o.directory;
+    read_options(protocol_id_daap, daap_(), &Protocol::DaapOptions, [](auto &row, auto &p, auto &o) {
+        row >> p.Enabled >> o.sharename >> OrEmpty{o.password} >> o.directory;
         o.password = *o.password == '\0' ? empty_str : masked_password;
     });
-    read_options(protocol_id_snmp, snmp_(), &Protocol::SnmpOptions,
-                 [](auto &row, auto &o, auto &) { row >> o.AllowHost >> o.Community >> o.TrapDestination; });
+    read_options(protocol_id_snmp, snmp_(), &Protocol::SnmpOptions, [](auto &row, auto &p, auto &o) {
+        row >> p.Enabled >> o.AllowHost >> o.Community >> o.TrapDestination;
+    });
     read_options(protocol_id_ssh, ssh_(), &Protocol::SshOptions,
-                 [](auto &row, auto &o, auto &protocol) { row >> o.Port >> protocol.Enabled; });
+                 [](auto &row, auto &p, auto &o) { row.skip(1) >> o.Port >> p.Enabled; });
     read_options(protocol_id_replicate, replicate_(), &Protocol::ReplicateOptions,
-                 [](auto &row, auto &o, auto &) { row >> o.Owner >> o.PrivData; });
+                 [](auto &row, auto &p, auto &o) { row >> p.Enabled >> o.Owner >> o.PrivData; });
     read_switch(protocol_id_smartnetwork, smartnetwork_());
     read_switch(protocol_id_upnpd, upnpd_());
     read_switch(protocol_id_rsync, rsync_());
-    read_options(protocol_id_dlna, dlna_(), &Protocol::DlnaOptions, [](auto &row, auto &o, auto &) {
-        row >> o.AutoScan >> o.EnableTivoServer >> o.EnableTivoArchiver;
+    read_options(protocol_id_dlna, dlna_(), &Protocol::DlnaOptions, [](auto &row, auto &p, auto &o) {
+        row >> p.Enabled >> o.AutoScan >> o.EnableTivoServer >> o.EnableTivoArchiver;
     });
-    read_options(protocol_id_http, http_(), &Protocol::HttpOptions,
-                 [](auto &row, auto &o, auto &) { row >> o.LoginEnabled >> o.ShareName >> o.HttpAdmin; });
-    read_options(protocol_id_https, https_(), &Protocol::HttpsOptions,
-                 [](auto &row, auto &o, auto &protocol) {
-                     o.Port = protocol.Enabled;
-                     protocol.Enabled = 1;
-                     row >> o.SslKeyHost;
-                 });
+    read_options(protocol_id_http, http_(), &Protocol::HttpOptions, [](auto &row, auto &p, auto &o) {
+        row >> p.Enabled >> o.LoginEnabled >> o.ShareName >> o.HttpAdmin;
+    });
+    read_options(protocol_id_https, https_(), &Protocol::HttpsOptions, [](auto &row, auto &p, auto &o) {
+        row >> o.Port >> o.SslKeyHost;
+        p.Enabled = 1;
+    });
     read_switch(protocol_id_antivirus, entry_("ANTIVIRUS"));
     read_switch(protocol_id_skyport, entry_("SKYPORT"));
 }

@@ -52,7 +52,9 @@ QBOBJ_API int qbobj_getProtocolCollection(qbdb_handle_t *qbdb, sqlite3 *db,
  *
  * @param[in]  ProtocolName  the identifier, letter by letter; every one but "upnpd", which only the collection shows
  * @param[out] protocol      receives the record; left alone by a failure
- * @reads  the table of the service
+ * @reads  service_cifs, service_afp, service_nfs, service_ftp, service_daap, service_snmp, service_ssh,
+ *         service_replicate, service_smartnetwork, service_rsync, service_dlna, service_avahi, service_http,
+ *         service_https, service_misc
  * @writes service_replicate
  * @error QBOBJ_ERROR_API_ARGS  `protocol` is null, or the identifier is unknown
  * @error QBOBJ_ERROR_DB_MISC   a statement failed
@@ -140,7 +142,9 @@ QBOBJ_API int qbobj_setProtocolCollection(qbdb_handle_t *qbdb, sqlite3 *db,
  * @param[in] protocol  the identifier. It names the table that is written, so that one without a table of its own name,
  *                      such as "bonjour", and "https", which is always on, fail at the statement
  * @param[in] enable    0: off; all else: on
- * @writes service_misc, the table of the service
+ * @writes service_cifs, service_afp, service_nfs, service_ftp, service_daap, service_snmp, service_ssh,
+ *         service_replicate, service_smartnetwork, service_upnpd, service_rsync, service_dlna, service_http,
+ *         service_misc
  * @error QBOBJ_ERROR_API_ARGS  `protocol` is null
  * @error QBOBJ_ERROR_DB_MISC   a statement failed
  * @return 0 or the error code
