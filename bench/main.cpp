@@ -13,6 +13,7 @@ int main(int argc, char **argv)
         add_new_share_figures(figures);
         add_user_figures(figures);
         add_disk_figures(figures);
+        add_protocol_figures(figures);
         add_start_figures(figures);
         add_new_user_figures(figures);
         add_modification_figures(figures);

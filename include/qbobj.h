@@ -50,6 +50,7 @@
 #include <qbobj/iscsi.h>
 #include <qbobj/log.h>
 #include <qbobj/netif.h>
+#include <qbobj/protocol.h>
 #include <qbobj/schema.h>
 #include <qbobj/service.h>
 #include <qbobj/settings.h>

@@ -1,6 +1,8 @@
 // Gathering a result's cells and laying them out.
 #include "result_table.h"
 
+#include <array>
+#include <charconv>
 #include <cstring>
 #include <new>
 
@@ -54,8 +56,20 @@ void ResultTable::add_names(sqlite3_stmt *statement, ColumnNames *kept)
 void ResultTable::add_row(sqlite3_stmt *statement)
 {
     const int columns = sqlite3_data_count(statement);
-    for (int i = 0; i < columns; i++)
-        add(cell_text(statement, i));
+    for (int i = 0; i < columns; i++) {
+        if (sqlite3_column_type(statement, i) == SQLITE_INTEGER)
+            add_number(sqlite3_column_int64(statement, i));
+        else
+            add(cell_text(statement, i));
+    }
+}
+
+// The text that SQLite makes of a number costs an allocation a cell.
+void ResultTable::add_number(sqlite3_int64 number)
+{
+    std::array<char, 24> digits{};
+    const char *const end = std::to_chars(digits.begin(), digits.end() - 1, number).ptr;
+    add({digits.data(), static_cast<std::size_t>(end - digits.data())});
 }
 
 // sqlite3_free_table() finds the number of separately allocated cells, plus 1, in the word before the table,

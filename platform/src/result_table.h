@@ -22,7 +22,8 @@ class ResultTable
   private:
     static constexpr std::size_t null_mark = static_cast<std::size_t>(1) << (8 * sizeof(std::size_t) - 1);
 
-    void add(std::string_view text); // a null pointer is a NULL
+    void add(std::string_view text);
+    void add_number(sqlite3_int64 number);
 
     Scratch &scratch_;
 };

@@ -1,8 +1,22 @@
 // Finding out what a write changed.
 #include "core/change_tracking.h"
 
+#include <new>
+
 namespace qbobj
 {
+namespace
+{
+
+// Without memory no operation goes on, whatever it makes of other failures.
+int checked(int rc)
+{
+    if (rc == SQLITE_NOMEM)
+        throw std::bad_alloc();
+    return rc;
+}
+
+} // namespace
 
 int copy_tables(Call &call, const WatchedTables &watched, const char **error, const Site &site)
 {
@@ -10,7 +24,7 @@ int copy_tables(Call &call, const WatchedTables &watched, const char **error, co
     const int rc = qbdb_sql_duplicate_tables(call.qbdb(), call.db(), watched.tag, watched.tables, &text,
                                              site.unit.data(), site.line);
     *error = or_empty(text);
-    return rc;
+    return checked(rc);
 }
 
 int compare_tables(Call &call, const WatchedTables &watched, const char *const *&changed, const char **error,
@@ -22,7 +36,7 @@ int compare_tables(Call &call, const WatchedTables &watched, const char *const *
                                            site.unit.data(), site.line);
     changed = names;
     *error = or_empty(text);
-    return rc;
+    return checked(rc);
 }
 
 int drop_copies(Call &call, const WatchedTables &watched, const char **error, const Site &site)
@@ -31,7 +45,7 @@ int drop_copies(Call &call, const WatchedTables &watched, const char **error, co
     const int rc = qbdb_sql_delete_tables(call.qbdb(), call.db(), watched.tag, watched.tables, &text,
                                           site.unit.data(), site.line);
     *error = or_empty(text);
-    return rc;
+    return checked(rc);
 }
 
 int tracked(Call &call, const WatchedTables &watched, int &changed, int (*write)(void *), void *context,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "operations/account.h"
+#include "operations/service.h"
 #include "operations/settings.h"
 #include "operations/share.h"
 #include "operations/storage.h"
@@ -9,7 +10,7 @@
 namespace qbobj
 {
 
-inline constexpr auto all_operations =
-    std::tuple_cat(settings_operations, share_operations, account_operations, storage_operations);
+inline constexpr auto all_operations = std::tuple_cat(
+    settings_operations, share_operations, account_operations, protocol_operations, storage_operations);
 
 } // namespace qbobj

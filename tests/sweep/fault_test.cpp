@@ -68,6 +68,8 @@ constexpr Survived survived[] = {
      "a name that cannot be looked up counts as not there; the row's uniqueness stands behind it"},
     {"modifyUser", "SELECT id FROM `$user` WHERE uname=", "as for shares"},
     {"modifyGroup", "SELECT id FROM `$group` WHERE gname=", "as for shares"},
+    {"setProtocolCollection", "SELECT val FROM service_misc",
+     "a switch that cannot be read counts as off when the changes are marked"},
     {"getShareAccess", "", "what cannot be resolved is denied"},
     {"getPathAccess", "", "what cannot be resolved is denied"},
     {"getDiskDiff", "", "what cannot be compared or looked up is logged, and left out"},

@@ -76,7 +76,8 @@ const std::vector<Scenario> &scenarios()
 {
     static const std::vector<Scenario> all = [] {
         std::vector<Scenario> whole;
-        for (const auto family : {settings_scenarios, account_scenarios, share_scenarios, storage_scenarios})
+        for (const auto family :
+             {settings_scenarios, account_scenarios, share_scenarios, protocol_scenarios, storage_scenarios})
             for (Scenario &scenario : family())
                 whole.push_back(std::move(scenario));
         return whole;
