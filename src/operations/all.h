@@ -2,6 +2,7 @@
 #pragma once
 
 #include "operations/account.h"
+#include "operations/service_device.h"
 #include "operations/settings.h"
 #include "operations/share.h"
 #include "operations/storage.h"
@@ -10,6 +11,7 @@ namespace qbobj
 {
 
 inline constexpr auto all_operations =
-    std::tuple_cat(settings_operations, share_operations, account_operations, storage_operations);
+    std::tuple_cat(settings_operations, share_operations, account_operations, service_device_operations,
+                   storage_operations);
 
 } // namespace qbobj
