@@ -10,8 +10,7 @@
 namespace qbobj
 {
 
-inline constexpr auto all_operations =
-    std::tuple_cat(settings_operations, share_operations, account_operations, service_device_operations,
-                   storage_operations);
+inline constexpr auto all_operations = std::tuple_cat(
+    settings_operations, share_operations, account_operations, service_device_operations, storage_operations);
 
 } // namespace qbobj
