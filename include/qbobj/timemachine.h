@@ -65,8 +65,8 @@ QBOBJ_API int qbobj_setTimemachineEnable(qbdb_handle_t *qbdb, sqlite3 *db, int e
 /**
  * Reads the login of the vault.
  *
- * @param[in,out] o  clear it first. `Enabled` is filled; `Volume` only when that is "1"; `UserName` and
- *                   `DefaultJob` only when an account is stored. `Action` and `UserPassword` are left
+ * @param[out] o  filled but for `Action` and `UserPassword`; `Volume` is null unless `Enabled` is "1",
+ *                `UserName` and `DefaultJob` are null without an account
  * @reads service_misc, service_vault
  * @error QBOBJ_ERROR_API_ARGS  no record
  * @error QBOBJ_ERROR_DB_MISC   a statement failed

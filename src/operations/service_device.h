@@ -10,7 +10,7 @@ inline constexpr std::tuple service_device_operations{
     reads<qbobj_getTimemachine>(out("o")),
     writes<qbobj_setTimemachine>(in("o")),
     writes<qbobj_setTimemachineEnable>(in("enable")),
-    reads<qbobj_getVaultSettings>(in_out("o")),
+    reads<qbobj_getVaultSettings>(out("o")),
     writes<qbobj_setVaultSettings>(in("o")),
     writes<qbobj_cleanVaultSettings>(in("o")),
     reads<qbobj_getQubrixdInfo>(out("LastStarted"), out("LastStopped"), out("Version")),
@@ -23,7 +23,7 @@ inline constexpr std::tuple service_device_operations{
     writes<qbobj_setUpsInfo>(in("ups")),
     writes<qbobj_deleteUpsConfig>(in("ups")),
 
-    reads<qbobj_getTIVOSettings>(in_out("o")),
+    reads<qbobj_getTIVOSettings>(appended("o")),
     writes<qbobj_setTIVOSettings>(in("o")),
     writes<qbobj_setTIVOMak>(in("o")),
 };

@@ -50,6 +50,7 @@ int x_qbobj_getVaultSettings(Call &call, qbobj_Vault_t *o)
 {
     if (o == nullptr)
         return raise(call, QBOBJ_ERROR_API_ARGS, "o cannot be NULL.");
+    *o = {};
     if (const int rc =
             call.text(misc_failure, o->Enabled, "SELECT val FROM service_misc WHERE key='QUBRIXVAULT'"))
         return rc;

@@ -39,10 +39,7 @@ inline int for_each_ups(Call &call, Ups *chain, int (*work)(Call &call, Ups &ups
 {
     if (chain == nullptr)
         return QBOBJ_ERROR_API_ARGS; // without a message; callers depend on it
-    for (Ups &ups : Chain(chain))
-        if (const int rc = work(call, ups))
-            return rc;
-    return 0;
+    return for_each(chain, work, call);
 }
 
 /* ---- Checks; an error stands where the check is asked for ---------------------------------------------- */
