@@ -56,7 +56,10 @@
 #include <qbobj/settings.h>
 #include <qbobj/share.h>
 #include <qbobj/storage.h>
+#include <qbobj/timemachine.h>
+#include <qbobj/tivo.h>
 #include <qbobj/types.h>
+#include <qbobj/ups.h>
 #include <qbobj/validate.h>
 #include <qbobj/version.h>
 

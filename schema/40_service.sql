@@ -187,7 +187,7 @@ CREATE TABLE _ups_config (
     id INTEGER PRIMARY KEY,
     name TEXT NOT NULL,
     host TEXT NOT NULL,                       -- localhost, or the remote server's address
-    port TEXT,
+    port TEXT NOT NULL,                       -- auto for a local device
     type TEXT,                                -- local, remote or snmp
     enabled INTEGER DEFAULT 1,
     description TEXT,

@@ -3,6 +3,7 @@
 
 #include "operations/account.h"
 #include "operations/service.h"
+#include "operations/service_device.h"
 #include "operations/settings.h"
 #include "operations/share.h"
 #include "operations/storage.h"
@@ -10,7 +11,14 @@
 namespace qbobj
 {
 
+// clang-format off
 inline constexpr auto all_operations = std::tuple_cat(
-    settings_operations, share_operations, account_operations, protocol_operations, storage_operations);
+    settings_operations,
+    share_operations,
+    account_operations,
+    protocol_operations,
+    service_device_operations,
+    storage_operations);
+// clang-format on
 
 } // namespace qbobj

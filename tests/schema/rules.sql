@@ -105,6 +105,7 @@
 /*accepted*/INSERT INTO `$iscsi_lun_group_access` VALUES ('g','i')
 /*accepted*/INSERT INTO _ups_config (name,host,port,type) VALUES('a','localhost','auto','local')
 /*accepted*/INSERT INTO _ups_config (name,host,port,type) VALUES('b','localhost','10.0.0.9','snmp')
+/*refused*/INSERT INTO _ups_config (name,host,port,type) VALUES('c','localhost',NULL,'snmp')
 /*accepted*/UPDATE _ups_config SET enabled=1,name='c',description='',shutdown_threshold=5
 /*accepted*/INSERT INTO `$snapshot_clones`(cloned_zfs_name,parent_snapshot_name,parent_zfs_name) VALUES ('Copy','s1','Docs')
 /*refused*/INSERT INTO `$snapshot_clones`(cloned_zfs_name,parent_snapshot_name,parent_zfs_name) VALUES ('copy','s2','Docs')

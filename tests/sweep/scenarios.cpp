@@ -69,6 +69,7 @@ void furnish(Appliance &appliance)
         " VALUES('nightly',1,'share','docs','share','plain')");
     std::filesystem::create_directories(appliance.root() / "tmp");
     std::ofstream(appliance.root() / "tmp/user_list.txt") << import_list;
+    furnish_service_devices(appliance);
     furnish_storage(appliance);
 }
 
@@ -76,8 +77,8 @@ const std::vector<Scenario> &scenarios()
 {
     static const std::vector<Scenario> all = [] {
         std::vector<Scenario> whole;
-        for (const auto family :
-             {settings_scenarios, account_scenarios, share_scenarios, protocol_scenarios, storage_scenarios})
+        for (const auto family : {settings_scenarios, account_scenarios, share_scenarios, protocol_scenarios,
+                                  service_device_scenarios, storage_scenarios})
             for (Scenario &scenario : family())
                 whole.push_back(std::move(scenario));
         return whole;

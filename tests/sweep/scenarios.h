@@ -26,11 +26,14 @@ std::vector<Scenario> settings_scenarios();
 std::vector<Scenario> account_scenarios();
 std::vector<Scenario> share_scenarios();
 std::vector<Scenario> protocol_scenarios();
+std::vector<Scenario> service_device_scenarios();
 std::vector<Scenario> storage_scenarios();
 
 // Users, groups, shares with every protocol, a clone, a backup job, an import list: made through the
 // operations.
 void furnish(Appliance &appliance);
+// A vault's account, UPS devices, a TiVo device.
+void furnish_service_devices(Appliance &appliance);
 // A shelf of disks with readings.
 void furnish_storage(Appliance &appliance);
 
