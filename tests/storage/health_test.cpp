@@ -139,8 +139,8 @@ TEST_F(Health, TestReadingsComeFromAFileOrTheMiddleOfTheRange)
 
 TEST_F(Health, UpsReadingsAreShownWithTheirUnits)
 {
-    sql("INSERT INTO _ups_config (name,host,ups_model) "
-        "VALUES('a','localhost','Model'),('b','10.0.0.1',NULL)");
+    sql("INSERT INTO _ups_config (name,host,port,ups_model) "
+        "VALUES('a','localhost','auto','Model'),('b','10.0.0.1','auto',NULL)");
     qbobj_UpsHealth_t second{};
     second.UpsName = "a";
     second.ServerHost = "localhost";

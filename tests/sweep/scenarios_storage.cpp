@@ -21,7 +21,7 @@ void furnish_storage(Appliance &appliance)
         "INSERT INTO _disk_health (disk_id,temp) VALUES('sda',40);"
         "INSERT INTO enclosure_health_spec VALUES(0,'Fan','1',100,900,'rear');"
         "INSERT INTO _enclosure_health VALUES(0,'Fan','1',500,500,500,500);"
-        "INSERT INTO _ups_config (name,host) VALUES('ups','localhost')");
+        "INSERT INTO _ups_config (name,host,port) VALUES('ups','localhost','auto')");
     for (const char *name : {"sda", "sdb"}) {
         std::filesystem::create_directories(appliance.root() / "sys/block" / name / "device");
         std::ofstream(appliance.root() / "sys/block" / name / "size") << "2048\n";

@@ -27,6 +27,8 @@ class PoolEnv
     PoolEnv &operator=(const PoolEnv &) = delete;
 
     operator const qbobj_env_t &() const { return env_; }
+    qbobj_env_t *get() { return &env_; }
+    const qbobj_error_rec_t &err() const { return err_; }
     apr_pool_t *pool() { return handle_.pool; }
 
   private:
