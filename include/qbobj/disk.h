@@ -147,7 +147,7 @@ QBOBJ_API int qbobj_setDiskSpare(qbdb_handle_t *qbdb, sqlite3 *db, const char *d
  *
  * @param[out] diff  receives the chain of differences; null when there are none
  * @reads  $disk_info, _disk_enclosure, disk_port
- * @writes $disk_info
+ * @writes $disk_info, _disk_enclosure, disk_port, jbod_port, _disk_health
  * @error QBOBJ_ERROR_API_ARGS  no `diff`
  * @error QBOBJ_ERROR_DB_MISC   in the record alone: an enclosure's name or a slot cannot be read
  * @return 0 or the error code

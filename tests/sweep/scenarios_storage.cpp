@@ -20,8 +20,7 @@ void furnish_storage(Appliance &appliance)
         "('sdd',1,0,1,1,NULL,0,0);"
         "INSERT INTO _disk_health (disk_id,temp) VALUES('sda',40);"
         "INSERT INTO enclosure_health_spec VALUES(0,'Fan','1',100,900,'rear');"
-        "INSERT INTO _enclosure_health VALUES(0,'Fan','1',500,500,500,500);"
-        "INSERT INTO _ups_config (name,host,port) VALUES('ups','localhost','auto')");
+        "INSERT INTO _enclosure_health VALUES(0,'Fan','1',500,500,500,500)");
     for (const char *name : {"sda", "sdb"}) {
         std::filesystem::create_directories(appliance.root() / "sys/block" / name / "device");
         std::ofstream(appliance.root() / "sys/block" / name / "size") << "2048\n";
@@ -52,7 +51,7 @@ std::vector<Scenario> storage_scenarios()
             {"Name": "Fan", "DevId": "1", "Value": 700}, {"Name": "Volt", "DevId": "1", "Value": 12}]})")},
         {"setEnclosureHealthForTest", {{"path", "/readings"}}},
         {"getUpsHealthCollection", nullptr},
-        {"setUpsHealth", Json::parse(R"([{"UpsName": "ups", "ServerHost": "localhost", "UpsStatus": "OL",
+        {"setUpsHealth", Json::parse(R"([{"UpsName": "desk", "ServerHost": "localhost", "UpsStatus": "OL",
             "BatteryCharge": "93"}])")},
     };
 }

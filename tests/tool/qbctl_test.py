@@ -118,7 +118,7 @@ class Tool(unittest.TestCase):
         self.assertIn("modifyShare(share:Share, [modifyOneShare]) -> share:Share\n", listed)
         described = self.ok("describe", "Share")
         self.assertIn("  QuotaMB: uint64 in MB, may be left out\n", described)
-        self.assertIn("  VisibleSnapshot: int, 0 when left out\n", described)
+        self.assertIn("  VisibleSnapshot: int, one of 0, 1, 0 when left out\n", described)
         self.assertIn("  UsedBy: list of UsedBy, may be left out\n", described)
         self.assertEqual(102, len(self.ok("describe").splitlines()))
 
@@ -188,7 +188,7 @@ class Tool(unittest.TestCase):
         self.addCleanup(writer.close)
         writer.execute("BEGIN IMMEDIATE")
         self.call("--wait", "0.05", "getGroupCollection")
-        self.ok("--wait", "0.05", "batch", "-", stdin="getUserCollection\ngetShareCollection\n")
+        self.ok("--wait", "0.05", "batch", "-", stdin="getGroupCollection\ngetShareCollection\n")
 
     def test_output_that_cannot_be_written_is_a_failure(self):
         for words in (["list"], ["--help"], ["call", "getUserCollection"], ["batch", "-"]):
