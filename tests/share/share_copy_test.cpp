@@ -1,12 +1,10 @@
 // A share's configuration cloned under a new name.
 #include "share_writing.h"
 
-using qbobj_test::ShareRecord;
+using namespace qbobj_test;
 
 namespace
 {
-
-using Rows = std::vector<std::string>;
 
 constexpr const char *copied[] = {
     "user_quota",        "group_quota",       "user_acl",          "group_acl",         "host_acl",
@@ -15,24 +13,20 @@ constexpr const char *copied[] = {
 constexpr const char *left_out[] = {"rsync_share_option", "rsync_user_password_acl", "cifs_dfs_option",
                                     "process_on_share"};
 
-class ShareCopy : public qbobj_test::ShareWriting
+class ShareCopy : public ShareWriting
 {
   protected:
     void SetUp() override
     {
-        ShareRecord record;
-        record.with_everything();
-        record.share.Comment = "papers";
-        record.share.Zvol = &record.zvol;
-        ASSERT_OK(add(record.named("docs")));
+        ASSERT_OK(add("docs", everything(R"({"Comment":"papers","Zvol":{}})")));
         sql("INSERT INTO user_quota VALUES(1000,1,80,100),(1001,1,8,10);"
             "INSERT INTO group_quota VALUES(1000,1,80,100);"
             "INSERT INTO process_on_share (share_id,pid) VALUES(1,1);"
             "INSERT INTO `$snapshot` (zfs_name,name) VALUES('data/docs','s1')");
     }
-    int copy(const char *share, const char *name)
+    int copy(const char *source, const char *name)
     {
-        return qbobj_copyShare(qbdb, db, "data", share, "ignored", name, &err);
+        return qbobj_copyShare(qbdb, db, "data", source, "ignored", name, &err);
     }
     // A share's rows of a table without the share's id.
     Rows of_share(const std::string &table, const std::string &id) const

@@ -5,21 +5,20 @@
 #include <map>
 #include <set>
 
-using qbobj_test::ShareRecord;
+using namespace qbobj_test;
 
 namespace
 {
-
-using Rows = std::vector<std::string>;
 
 // Tables whose rows outlive their share; of host_acl, only rsync's rows do.
 const std::set<std::string> outliving{"process_on_share", "dlna_share_option", "daap_share_option",
                                       "rsync_share_option", "rsync_user_password_acl"};
 
-class ShareDelete : public qbobj_test::ShareWriting
+class ShareDelete : public ShareWriting
 {
   protected:
-    int remove(ShareRecord &record) { return qbobj_deleteShare(qbdb, db, &record.share, &err); }
+    using ShareWriting::remove;
+    int remove(const char *dataset) { return remove(Json{{"resource_id", dataset}}); }
 
     // For every table that refers to shares, the condition that finds the rows of one.
     std::map<std::string, std::string> references(const std::string &id, const std::string &dataset,
@@ -71,8 +70,8 @@ class ShareDelete : public qbobj_test::ShareWriting
 
 TEST_F(ShareDelete, NothingOfTheShareIsLeftInAnyTableButThoseThatOutliveIt)
 {
-    add_with_everything("docs");
-    add_with_everything("other");
+    ASSERT_OK(add("docs", everything()));
+    ASSERT_OK(add("other", everything()));
     const std::string id = id_of("docs");
     sql("INSERT OR IGNORE INTO host (id,name) VALUES(1,'host')");
     const std::map<std::string, std::string> condition = references(id, "data/docs", "docs");
@@ -86,8 +85,7 @@ TEST_F(ShareDelete, NothingOfTheShareIsLeftInAnyTableButThoseThatOutliveIt)
     for (const auto &[table, where] : condition)
         others[table] = value("SELECT COUNT(*) FROM `" + table + "` WHERE NOT (" + where + ")");
 
-    ShareRecord record;
-    ASSERT_OK(remove(record.of("data/docs")));
+    ASSERT_OK(remove("data/docs"));
 
     for (const auto &[table, where] : condition) {
         const Rows left = rows("SELECT * FROM `" + table + "` WHERE " + where +
@@ -99,117 +97,94 @@ TEST_F(ShareDelete, NothingOfTheShareIsLeftInAnyTableButThoseThatOutliveIt)
     EXPECT_EQ(Rows{"rsync"}, rows("SELECT proto FROM host_acl WHERE share_id=" + id));
 
     // What stays cannot attach itself to a later share.
-    add_plain("docs");
+    ASSERT_OK(add("docs"));
     EXPECT_NE(id, id_of("docs"));
     EXPECT_EQ("0", value("SELECT COUNT(*) FROM rsync_share_option WHERE share_id=" + id_of("docs")));
 }
 
 TEST_F(ShareDelete, AShareInWhichAnotherLiesIsNotDeleted)
 {
-    add_plain("media");
-    add_plain("med");
-    ShareRecord nested;
-    nested.share.Path = "/data/media/sub";
-    ASSERT_OK(add(nested.named("sub")));
-    ShareRecord outer;
+    ASSERT_OK(add("media"));
+    ASSERT_OK(add("med"));
+    ASSERT_OK(add("sub", R"({"Path":"/data/media/sub"})"));
     const std::string before = content();
     const std::string message = "Cannot delete share (share_id=" + id_of("media") + ").";
-    EXPECT_FAILS(remove(outer.of("data/media")), QBOBJ_ERROR_API_ARGS, message.c_str());
+    EXPECT_FAILS(remove("data/media"), QBOBJ_ERROR_API_ARGS, message.c_str());
     EXPECT_EQ(before, content());
     // Only a path that goes on behind a slash lies within.
-    ShareRecord shorter;
-    EXPECT_OK(remove(shorter.of("data/med")));
-    ShareRecord inner;
-    EXPECT_OK(remove(inner.of("data/media/sub")));
-    EXPECT_OK(remove(outer));
+    EXPECT_OK(remove("data/med"));
+    EXPECT_OK(remove("data/media/sub"));
+    EXPECT_OK(remove("data/media"));
 }
 
 TEST_F(ShareDelete, TheWebRootAndTheBackupJobsOfTheShareGoWithIt)
 {
-    add_plain("docs");
-    add_plain("other");
+    ASSERT_OK(add("docs"));
+    ASSERT_OK(add("other"));
     sql("UPDATE service_http SET share_name='docs';"
         "INSERT INTO backup (name,src_type,src_share_proto,dst_type,dst_share_proto) VALUES"
         "('from','share','docs','usb','1'),('to','usb','1','share','docs'),"
         "('user','home','docs','usb','1'),('else','share','other','usb','1')");
-    ShareRecord other;
-    ASSERT_OK(remove(other.of("data/other")));
+    ASSERT_OK(remove("data/other"));
     EXPECT_EQ("docs", value("SELECT share_name FROM service_http"));
-    ShareRecord record;
-    ASSERT_OK(remove(record.of("data/docs")));
+    ASSERT_OK(remove("data/docs"));
     EXPECT_EQ("", value("SELECT share_name FROM service_http"));
     EXPECT_EQ(Rows{"user"}, rows("SELECT name FROM backup"));
 }
 
 TEST_F(ShareDelete, TheRecordTellsWhatTheShareWasAndWhichServicesHear)
 {
-    ShareRecord made;
-    made.share.VisibleSnapshot = 1;
-    made.share.VisibleSnapFolder = "snaps";
-    ASSERT_OK(add(made.named("Docs")));
-    add_plain("quiet");
-    ShareRecord quiet;
-    ASSERT_OK(remove(quiet.of("data/quiet")));
+    ASSERT_OK(add("Docs", R"({"VisibleSnapshot":1,"VisibleSnapFolder":"snaps"})"));
+    ASSERT_OK(add("quiet"));
+    ASSERT_OK(remove("data/quiet"));
     EXPECT_EQ("", journal());
-    EXPECT_EQ(0, quiet.share.OldVisibleSnapshot);
-
-    ShareRecord record;
-    record.share.resource_id = "data/gone"; // the second identifier is tried then
-    record.share.ShareId = "data/Docs";
-    record.share.Ftp = &record.ftp;
-    ASSERT_OK(remove(record));
-    EXPECT_STREQ("/data/Docs", record.share.Path);
-    EXPECT_STREQ("/data/Docs", record.share.OldPath);
-    EXPECT_STREQ("Docs", record.share.OldShareName);
-    EXPECT_EQ(1, record.share.OldVisibleSnapshot);
+    EXPECT_EQ(0, share->OldVisibleSnapshot);
+    // The second identifier is tried when the first leads nowhere.
+    ASSERT_OK(remove(Json::parse(R"({"resource_id":"data/gone","ShareId":"data/Docs","Ftp":{}})")));
+    EXPECT_EQ("/data/Docs|/data/Docs|Docs|1",
+              fields(share->Path, share->OldPath, share->OldShareName, share->OldVisibleSnapshot));
     EXPECT_NE(std::string::npos, journal().find("ftp"));
     EXPECT_EQ(std::string::npos, journal().find("cifs"));
 }
 
 TEST_F(ShareDelete, AChainIsDeletedWholeOrNotAtAll)
 {
-    add_with_everything("one");
-    ShareRecord first;
-    ShareRecord second;
-    first.of("data/one").share._link = &second.of("data/two").share;
+    ASSERT_OK(add("one", everything()));
     const std::string before = content();
-    EXPECT_FAILS(remove(first), QBOBJ_ERROR_API_ARGS, "Invalid resource_id (data/two).");
+    EXPECT_FAILS(remove(Json::parse(R"([{"resource_id":"data/one"},{"resource_id":"data/two"}])")),
+                 QBOBJ_ERROR_API_ARGS, "Invalid resource_id (data/two).");
     EXPECT_EQ(before, content());
-    ShareRecord none;
-    EXPECT_FAILS(remove(none), QBOBJ_ERROR_API_ARGS, "Invalid resource_id ((null)).");
+    EXPECT_FAILS(remove(Json::object()), QBOBJ_ERROR_API_ARGS, "Invalid resource_id ((null)).");
     EXPECT_OK(qbobj_deleteShare(qbdb, db, nullptr, &err));
 }
 
 TEST_F(ShareDelete, AFailingStatementLeavesTheShareWhole)
 {
-    struct Case {
-        const char *trigger;
+    const std::string abort = "BEGIN SELECT RAISE(ABORT,'no'); END";
+    const struct {
+        std::string table;
+        std::string trigger;
         int code;
         const char *message; // null: the error record stays empty
-    };
-    const Case cases[] = {
-        {"BEFORE DELETE ON user_acl BEGIN SELECT RAISE(ABORT,'no'); END", QBOBJ_ERROR_DB_MISC,
-         "Failed DB Query for 'DELETE FROM user_acl'. no"},
-        {"BEFORE DELETE ON ftp_share_option BEGIN SELECT RAISE(ABORT,'no'); END", QBOBJ_ERROR_DB_MISC,
+    } cases[] = {
+        {"user_acl", abort, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE FROM user_acl'. no"},
+        {"ftp_share_option", abort, QBOBJ_ERROR_DB_MISC,
          "Failed DB Query for 'DELETE FROM ftp_share_option'. no"},
-        {"BEFORE DELETE ON snapshot_schedule BEGIN SELECT RAISE(ABORT,'no'); END", QBOBJ_ERROR_UNKNOWN,
-         nullptr},
-        {"BEFORE DELETE ON zfs_attr BEGIN SELECT RAISE(ABORT,'no'); END", QBOBJ_ERROR_UNKNOWN, nullptr},
-        {"BEFORE DELETE ON share BEGIN SELECT RAISE(ABORT,'no'); END", QBOBJ_ERROR_DB_MISC,
-         "Failed DB Query for share. no"},
+        {"snapshot_schedule", abort, QBOBJ_ERROR_UNKNOWN, nullptr},
+        {"zfs_attr", abort, QBOBJ_ERROR_UNKNOWN, nullptr},
+        {"share", abort, QBOBJ_ERROR_DB_MISC, "Failed DB Query for share. no"},
         // The stray quote is the message's own.
-        {"BEFORE DELETE ON share BEGIN SELECT RAISE(IGNORE); END", QBOBJ_ERROR_DB_NOTEXISTS,
+        {"share", "BEGIN SELECT RAISE(IGNORE); END", QBOBJ_ERROR_DB_NOTEXISTS,
          "None of row is deleted. May be bad resource_id=1'"},
     };
-    add_with_everything("docs");
-    for (const Case &one : cases) {
-        SCOPED_TRACE(one.trigger);
-        sql(std::string("CREATE TEMP TRIGGER obstacle ") + one.trigger);
+    ASSERT_OK(add("docs", everything()));
+    for (const auto &[table, trigger, code, message] : cases) {
+        SCOPED_TRACE(table);
+        sql("CREATE TEMP TRIGGER obstacle BEFORE DELETE ON " + table + " " + trigger);
         const std::string before = content();
-        ShareRecord record;
-        EXPECT_EQ(one.code, remove(record.of("data/docs")));
-        EXPECT_STREQ(one.message, err.msg);
-        EXPECT_EQ(one.message == nullptr ? QBOBJ_ERROR_OK : one.code, static_cast<int>(err.ec));
+        EXPECT_EQ(code, remove("data/docs"));
+        EXPECT_STREQ(message, err.msg);
+        EXPECT_EQ(message == nullptr ? QBOBJ_ERROR_OK : code, static_cast<int>(err.ec));
         EXPECT_EQ(before, content());
         sql("DROP TRIGGER obstacle");
     }
@@ -217,13 +192,9 @@ TEST_F(ShareDelete, AFailingStatementLeavesTheShareWhole)
 
 TEST_F(ShareDelete, AVolumesSharesGoWithoutRegardToNestingAndNoServiceIsTold)
 {
-    add_with_everything("media");
-    ShareRecord nested;
-    nested.share.Path = "/data/media/sub";
-    ASSERT_OK(add(nested.named("sub")));
-    ShareRecord elsewhere;
-    elsewhere.named("kept").share.VolumeId = "backup";
-    ASSERT_OK(add(elsewhere));
+    ASSERT_OK(add("media", everything()));
+    ASSERT_OK(add("sub", R"({"Path":"/data/media/sub"})"));
+    ASSERT_OK(add("kept", R"({"VolumeId":"backup"})"));
     const std::string told = journal();
 
     EXPECT_OK(qbobj_deleteShareOnVolume(qbdb, db, "tank", &err));
@@ -236,8 +207,8 @@ TEST_F(ShareDelete, AVolumesSharesGoWithoutRegardToNestingAndNoServiceIsTold)
 
 TEST_F(ShareDelete, AVolumeWithAShareThatCannotGoKeepsAllOfThem)
 {
-    add_plain("one");
-    add_plain("two");
+    ASSERT_OK(add("one"));
+    ASSERT_OK(add("two"));
     sql("CREATE TEMP TRIGGER obstacle BEFORE DELETE ON share WHEN OLD.name='two' "
         "BEGIN SELECT RAISE(ABORT,'no'); END");
     const std::string before = content();
@@ -248,10 +219,7 @@ TEST_F(ShareDelete, AVolumeWithAShareThatCannotGoKeepsAllOfThem)
 
 TEST_F(ShareDelete, ABlockVolumeIsDeletedByItsDataset)
 {
-    ShareRecord volume;
-    volume.named("disk").share.ShareType = "zvol";
-    volume.share.Zvol = &volume.zvol;
-    ASSERT_OK(add(volume));
+    ASSERT_OK(add("disk", R"({"ShareType":"zvol","Zvol":{}})"));
     EXPECT_OK(qbobj_deleteZvol(qbdb, db, "data/other", &err));
     EXPECT_EQ("1", value("SELECT COUNT(*) FROM zvol_share_option"));
     ASSERT_OK(qbobj_deleteZvol(qbdb, db, "data/disk", &err));

@@ -1,27 +1,25 @@
 // A share's move to another volume: marked, committed, given up.
 #include "share_writing.h"
 
-using qbobj_test::ShareRecord;
+using namespace qbobj_test;
 
 namespace
 {
 
-using Rows = std::vector<std::string>;
-
-class ShareMigrate : public qbobj_test::ShareWriting
+class ShareMigrate : public ShareWriting
 {
   protected:
     void SetUp() override
     {
-        add_plain("docs");
+        ASSERT_OK(add("docs"));
         // A volume whose id and name differ.
         sql("INSERT INTO _volume (id,lv_name,blk_free) VALUES('v2','tank',1000);"
             "INSERT INTO `$snapshot` (zfs_name,name) VALUES('data/docs','s1'),('data/docs','s2'),"
             "('data/other','s1')");
     }
-    int pre(const char *share, const char *volume)
+    int pre(const char *dataset, const char *volume)
     {
-        return qbobj_preMigrateShare(qbdb, db, share, volume, &err);
+        return qbobj_preMigrateShare(qbdb, db, dataset, volume, &err);
     }
     int post(int commit, char **path = nullptr)
     {
@@ -32,11 +30,11 @@ class ShareMigrate : public qbobj_test::ShareWriting
 
 TEST_F(ShareMigrate, OnlyOneShareMovesAtATime)
 {
-    add_plain("other");
+    ASSERT_OK(add("other"));
     ASSERT_OK(pre("data/docs", "v2"));
     const std::string before = content();
-    for (const char *share : {"data/docs", "data/other", "data/none"})
-        EXPECT_FAILS(pre(share, "backup"), QBOBJ_ERROR_UI__SHARE_CANNOT_MIGRATE,
+    for (const char *dataset : {"data/docs", "data/other", "data/none"})
+        EXPECT_FAILS(pre(dataset, "backup"), QBOBJ_ERROR_UI__SHARE_CANNOT_MIGRATE,
                      "Only one migration at a time");
     EXPECT_EQ(before, content());
     ASSERT_OK(post(0));
@@ -91,9 +89,7 @@ TEST_F(ShareMigrate, AShareThatIsNotMovingIsNotCommitted)
 
 TEST_F(ShareMigrate, ADatasetThatIsTakenStopsTheCommit)
 {
-    ShareRecord taken;
-    taken.named("taken").share.Path = "/v2/docs";
-    ASSERT_OK(add(taken));
+    ASSERT_OK(add("taken", R"({"Path":"/v2/docs"})"));
     ASSERT_OK(pre("data/docs", "v2"));
     const std::string before = content();
     EXPECT_FAILS(post(1), QBOBJ_ERROR_DB_MISC, "Error in 'UPDATE share'.");

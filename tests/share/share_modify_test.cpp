@@ -1,20 +1,15 @@
 // Shares changed: only what a record carries, renames with everything that knows the old name, and `Changed`.
-#include "share_rows.h"
 #include "share_writing.h"
-
-#include <tuple>
 
 using namespace qbobj_test;
 
 namespace
 {
 
-using Rows = std::vector<std::string>;
-
-class ShareModify : public qbobj_test::ShareWriting
+class ShareModify : public ShareWriting
 {
   protected:
-    void SetUp() override { add_with_everything("Docs"); }
+    void SetUp() override { ASSERT_OK(add("Docs", everything())); }
 };
 
 /* ---- The share itself ---------------------------------------------------------------------------------- */
@@ -23,16 +18,16 @@ TEST_F(ShareModify, ARecordThatCarriesOnlyACommentChangesNothingElse)
 {
     const std::string before = content();
     const std::string changed_at = value("SELECT update_ts FROM share");
-    ShareRecord record;
-    record.share.Comment = "it's new";
-    ASSERT_OK(modify(record.of("data/Docs")));
+    ASSERT_OK(modify(R"({"Comment":"it's new"})"));
     EXPECT_EQ("it's new", value("SELECT comment FROM share"));
     sql("UPDATE share SET comment=''");
     sql("UPDATE share SET update_ts='" + changed_at + "'");
     EXPECT_EQ(before, content());
-    ShareRecord nothing;
-    ASSERT_OK(modify(nothing.of("data/Docs")));
-    EXPECT_EQ(before, content());
+    // Another spelling of the same letters is no rename.
+    for (const char *nothing : {"{}", R"({"ShareName":"docs"})"}) {
+        ASSERT_OK(modify(nothing));
+        EXPECT_EQ(before, content());
+    }
     EXPECT_OK(qbobj_modifyShare(qbdb, db, nullptr, 0, &err));
 }
 
@@ -43,9 +38,7 @@ TEST_F(ShareModify, ARenameTakesEverythingAlongThatKnowsTheOldName)
         "('Docs','s','origin'),('copy','s','Docs');"
         "INSERT INTO backup (name,src_type,src_share_proto,dst_type,dst_share_proto) VALUES"
         "('from','share','Docs','usb','Docs'),('to','home','Docs','share','Docs')");
-    ShareRecord record;
-    record.share.ShareName = "papers";
-    ASSERT_OK(modify(record.of("data/Docs")));
+    ASSERT_OK(modify(R"({"ShareName":"papers"})"));
     EXPECT_EQ("papers|data/papers|/data/papers", rows("SELECT name,zfs_name,path FROM share").at(0));
     EXPECT_EQ((Rows{"data/other", "data/papers"}), rows("SELECT zfs_name FROM `$snapshot` ORDER BY 1"));
     EXPECT_EQ((Rows{"papers|origin", "copy|papers"}),
@@ -53,232 +46,154 @@ TEST_F(ShareModify, ARenameTakesEverythingAlongThatKnowsTheOldName)
     EXPECT_EQ((Rows{"papers|Docs", "Docs|papers"}),
               rows("SELECT src_share_proto,dst_share_proto FROM backup"));
     EXPECT_EQ("data/papers", value("SELECT zfs_name FROM `$application_on_share`"));
-    EXPECT_STREQ("Docs", record.share.OldShareName);
-    EXPECT_STREQ("/data/Docs", record.share.OldPath);
-    EXPECT_STREQ("/data/papers", record.share.Path);
-}
-
-TEST_F(ShareModify, AnotherSpellingOfTheSameLettersIsNoRename)
-{
-    const std::string before = content();
-    ShareRecord record;
-    record.share.ShareName = "docs";
-    EXPECT_OK(modify(record.of("data/Docs")));
-    EXPECT_EQ(before, content());
+    EXPECT_EQ("Docs|/data/Docs|/data/papers", fields(share->OldShareName, share->OldPath, share->Path));
 }
 
 TEST_F(ShareModify, ARenameThatIsNotPossibleSaysWhy)
 {
-    add_plain("other");
-    add_plain("dropnest2");
+    ASSERT_OK(add("other"));
+    ASSERT_OK(add("elsewhere", R"({"Path":"/data/taken"})"));
     sql("INSERT INTO share (zfs_name,name,volume_id,path) VALUES('data/dropnest','dropnest','data','/d')");
     const std::string long_name(200, 'n');
     const std::string too_long = "ShareName is too long (" + long_name + ")";
-    struct Case {
+    const struct {
         const char *share;
         const char *name;
         qbobj_error_t code;
         const char *message;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"data/Docs", long_name.c_str(), QBOBJ_ERROR_UI__NAME_TOO_LONG, too_long.c_str()},
         {"data/Docs", "global", QBOBJ_ERROR_UI__SHARENAME_RESERVED, "ShareName (global) is reserved"},
         {"data/Docs", "a/b", QBOBJ_ERROR_API_ARGS, "Invalid ShareName (a/b), rc=2"},
         {"data/Docs", "OTHER", QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS,
          "Cannot rename to the name which already exist."},
+        {"data/Docs", "taken", QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS,
+         "Sharename specified is already exist."},
         {"data/dropnest", "free", QBOBJ_ERROR_UI__SHARE_CANNOT_RENAME,
          "Cannot rename to/from reserved share name"},
         {"data/none", "free", QBOBJ_ERROR_API_ARGS, "Invalid resource_id (data/none)."},
     };
     const std::string before = content();
-    for (const Case &one : cases) {
-        SCOPED_TRACE(one.name);
-        ShareRecord record;
-        record.share.ShareName = one.name;
-        EXPECT_FAILS(modify(record.of(one.share)), one.code, one.message);
+    for (const auto &[renamed, name, code, message] : cases) {
+        EXPECT_FAILS(modify(Json{{"resource_id", renamed}, {"ShareName", name}}), code, message);
         EXPECT_EQ(before, content());
     }
+    // In the middle of a chain.
+    EXPECT_FAILS(modify(Json::parse(R"([{"resource_id":"data/Docs","ShareName":"papers"},
+                                        {"resource_id":"data/other","ShareName":"a/b"}])")),
+                 QBOBJ_ERROR_API_ARGS, "Invalid ShareName (a/b), rc=2");
+    EXPECT_EQ(before, content());
     sql("DELETE FROM share WHERE name='dropnest'");
-    ShareRecord record;
-    record.share.ShareName = "dropnest";
-    EXPECT_FAILS(modify(record.of("data/Docs")), QBOBJ_ERROR_UI__SHARE_CANNOT_RENAME,
+    EXPECT_FAILS(modify(R"({"ShareName":"dropnest"})"), QBOBJ_ERROR_UI__SHARE_CANNOT_RENAME,
                  "Cannot rename to/from reserved share name");
-}
-
-TEST_F(ShareModify, ADatasetThatIsTakenStopsARename)
-{
-    ShareRecord taken;
-    taken.named("elsewhere").share.Path = "/data/papers";
-    ASSERT_OK(add(taken));
-    const std::string before = content();
-    ShareRecord record;
-    record.share.ShareName = "papers";
-    EXPECT_FAILS(modify(record.of("data/Docs")), QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS,
-                 "Sharename specified is already exist.");
-    EXPECT_EQ(before, content());
-}
-
-TEST_F(ShareModify, AChainThatFailsInItsMiddleLeavesNothingRenamed)
-{
-    add_plain("other");
-    ShareRecord first;
-    ShareRecord second;
-    first.of("data/Docs").share._link = &second.of("data/other").share;
-    first.share.ShareName = "papers";
-    second.share.ShareName = "a/b";
-    const std::string before = content();
-    EXPECT_FAILS(modify(first), QBOBJ_ERROR_API_ARGS, "Invalid ShareName (a/b), rc=2");
-    EXPECT_EQ(before, content());
 }
 
 TEST_F(ShareModify, OneRecordOrTheWholeChainIsChangedAndReadBack)
 {
-    add_plain("other");
-    const auto chain = [](ShareRecord &first, ShareRecord &second) {
-        first.of("data/Docs").with_stat().share._link = &second.of("data/other").share;
-        first.stat.User = nullptr;
-        first.stat.Group = nullptr;
-        first.stat.GroupAccess = "Disabled";
-        first.share.Comment = second.share.Comment = "new";
-    };
-    ShareRecord alone;
-    ShareRecord untouched;
-    chain(alone, untouched);
-    ASSERT_OK(modify(alone, 1));
+    ASSERT_OK(add("other"));
+    const Json chain = Json::parse(
+        R"([{"resource_id":"data/Docs","Comment":"new","Stat":{"User":null,"Group":null,"GroupAccess":"Disabled"}},
+            {"resource_id":"data/other","Comment":"new"}])");
+    ASSERT_OK(modify(chain, 1));
     EXPECT_EQ((Rows{"new", ""}), rows("SELECT comment FROM share ORDER BY id"));
-    EXPECT_EQ(nullptr, alone.share.Path);
-    EXPECT_EQ(0, alone.stat._PosixMode);
-
-    ShareRecord first;
-    ShareRecord second;
-    chain(first, second);
-    ASSERT_OK(modify(first));
+    EXPECT_EQ("NULL|0", fields(share->Path, share->Stat->_PosixMode));
+    ASSERT_OK(modify(chain));
     EXPECT_EQ((Rows{"new", "new"}), rows("SELECT comment FROM share ORDER BY id"));
-    EXPECT_STREQ("/data/Docs", first.share.Path);
-    EXPECT_STREQ("/data/other", second.share.Path);
-    EXPECT_STREQ("Docs", first.share.OldShareName);
-    EXPECT_EQ(01707, first.stat._PosixMode);
-    EXPECT_EQ(nullptr, second.share.Stat);
+    EXPECT_EQ(fields("/data/Docs", "Docs", 01707),
+              fields(share->Path, share->OldShareName, share->Stat->_PosixMode));
+    EXPECT_STREQ("/data/other", share->_link->Path);
+    EXPECT_EQ(nullptr, share->_link->Stat);
 }
 
 TEST_F(ShareModify, TheSnapshotFolderIsShownAndHidden)
 {
-    ShareRecord record;
-    record.share.VisibleSnapFolder = "snaps";
-    record.share.VisibleSnapshot = 1;
-    ASSERT_OK(modify(record.of("data/Docs")));
+    ASSERT_OK(modify(R"({"VisibleSnapFolder":"snaps","VisibleSnapshot":1})"));
     EXPECT_EQ("snaps", value("SELECT visible_snapdir FROM share"));
-    EXPECT_EQ(0, record.share.OldVisibleSnapshot);
-    record.share.VisibleSnapshot = 0;
-    ASSERT_OK(modify(record));
+    EXPECT_EQ(0, share->OldVisibleSnapshot);
+    ASSERT_OK(modify(R"({"VisibleSnapFolder":"snaps","VisibleSnapshot":0})"));
     EXPECT_EQ("NULL", value("SELECT visible_snapdir FROM share"));
-    EXPECT_EQ(1, record.share.OldVisibleSnapshot);
-
-    ASSERT_OK(qbobj_modifyShareVisibleSnapFolder(qbdb, db, "data/Docs", "it's", &err));
-    EXPECT_EQ("it's", value("SELECT visible_snapdir FROM share"));
-    ASSERT_OK(qbobj_modifyShareVisibleSnapFolder(qbdb, db, "data/Docs", nullptr, &err));
-    EXPECT_EQ("NULL", value("SELECT visible_snapdir FROM share"));
+    EXPECT_EQ(1, share->OldVisibleSnapshot);
+    for (const char *folder : {"it's", static_cast<const char *>(nullptr)}) {
+        ASSERT_OK(qbobj_modifyShareVisibleSnapFolder(qbdb, db, "data/Docs", folder, &err));
+        EXPECT_EQ(text(folder), value("SELECT visible_snapdir FROM share"));
+    }
 }
 
 TEST_F(ShareModify, TheOwnerIsGivenByIdOrByName)
 {
     sql("INSERT INTO `$user` (id,uname,group_id) VALUES(1000,'ann',99);"
         "INSERT INTO `$group` (id,gname) VALUES(1001,'team')");
-    const std::string owner = "SELECT user_id,group_id FROM share";
-    ShareRecord by_name;
-    by_name.with_stat().user.UserName = "ann";
-    by_name.group.GroupName = "team";
-    ASSERT_OK(modify(by_name.of("data/Docs")));
-    EXPECT_EQ(Rows{"1000|1001"}, rows(owner));
-    ShareRecord by_account;
-    by_account.with_stat().user.UserId = 5;
-    by_account.group.resource_id = 6;
-    ASSERT_OK(modify(by_account.of("data/Docs")));
-    EXPECT_EQ(Rows{"5|6"}, rows(owner));
+    const auto owner_after = [this](const char *stat) {
+        EXPECT_OK(modify(stat));
+        return rows("SELECT user_id,group_id FROM share").at(0);
+    };
+    EXPECT_EQ("1000|1001",
+              owner_after(R"({"Stat":{"User":{"UserName":"ann"},"Group":{"GroupName":"team"}}})"));
+    EXPECT_EQ("5|6", owner_after(R"({"Stat":{"User":{"UserId":5},"Group":{"resource_id":6}}})"));
     // A directory account's internal id stands for its POSIX one.
     join_directory();
     sql("UPDATE service_cifs SET no_sync_ads=1");
-    ShareRecord directory;
-    directory.with_stat().user.resource_id = -1;
-    directory.group.GroupName = "daemon";
-    ASSERT_OK(modify(directory.of("data/Docs")));
-    EXPECT_EQ(Rows{"1|1"}, rows(owner));
+    EXPECT_EQ("1|1", owner_after(R"({"Stat":{"User":{"resource_id":-1},"Group":{"GroupName":"daemon"}}})"));
+}
+
+TEST_F(ShareModify, AShareWithoutNameOrPathCanBeNamedAndDeleted)
+{
+    let_names_be_missing(*this);
+    sql("UPDATE share SET name=NULL,path=NULL");
+    ASSERT_OK(modify("{}"));
+    EXPECT_EQ("||", fields(share->OldShareName, share->OldPath, share->Path));
+    ASSERT_OK(modify(R"({"ShareName":"papers"})"));
+    EXPECT_EQ("papers|data/papers|/data/papers", rows("SELECT name,zfs_name,path FROM share").at(0));
+    sql("UPDATE share SET name=NULL,path=NULL");
+    ASSERT_OK(remove({{"resource_id", "data/papers"}}));
+    EXPECT_EQ("||", fields(share->OldShareName, share->OldPath, share->Path));
 }
 
 /* ---- Storage attributes and what else hangs on it ------------------------------------------------------ */
 
-TEST_F(ShareModify, OnlyTheAttributesGivenAreWritten)
-{
-    sql("UPDATE zfs_attr SET mb_quota=1,mb_reservation=2,compression=1,logbias='latency'");
-    ShareRecord record;
-    record.share._void_ReserveMB = record.share._void_Dedup = 0;
-    record.share.ReserveMB = uint64_t{1} << 40;
-    record.share.Dedup = 1;
-    record.share.Sync = "disabled";
-    ASSERT_OK(modify(record.of("data/Docs")));
-    EXPECT_EQ("1|1099511627776|0|0|1|0|1|latency|disabled",
-              rows("SELECT mb_quota,mb_reservation,mb_refquota,mb_refreservation,compression,"
-                   "bit_rot_protection,dedup,logbias,sync FROM zfs_attr")
-                  .at(0));
-}
-
 TEST_F(ShareModify, ALimitLiesBetweenWhatIsUsedAndWhatIsFree)
 {
-    struct Case {
+    constexpr struct {
         const char *used; // bytes
-        uint64_t limit_mb;
+        const char *given;
         bool accepted;
-    };
-    constexpr Case cases[] = {
-        {"NULL", 10240, true},
-        {"NULL", 10241, false},
-        {"NULL", 0, true},
-        {"104857600", 100, true},
-        {"104857600", 99, false},
-        {"999999999999", 0, true}, // 0 is no limit
-        {"NULL", (uint64_t{1} << 32) + 5, false},
+    } cases[] = {
+        {"NULL", R"({"RefQuotaMB":10240})", true},
+        {"NULL", R"({"RefQuotaMB":10241})", false},
+        {"NULL", R"({"RefQuotaMB":4294967301})", false},
+        {"104857600", R"({"RefQuotaMB":100})", true},
+        {"104857600", R"({"RefQuotaMB":99})", false},
+        {"999999999999", R"({"RefQuotaMB":0})", true},
+        // A rename is checked as what it makes of the share.
+        {"1048576000", R"({"RefQuotaMB":10,"ShareName":"papers"})", false},
     };
     sql("INSERT INTO _zfs_stat (share_id) VALUES(1)");
-    for (const Case &one : cases) {
-        SCOPED_TRACE(one.limit_mb);
-        sql(std::string("UPDATE _zfs_stat SET used=") + one.used);
-        ShareRecord record;
-        record.share._void_RefQuotaMB = 0;
-        record.share.RefQuotaMB = one.limit_mb;
-        record.of("data/Docs");
-        if (one.accepted)
-            EXPECT_OK(modify(record));
-        else
-            EXPECT_FAILS(modify(record), QBOBJ_ERROR_API_ARGS,
-                         "Invalid quota value. Need to be larger than Consumed Space and less than Free "
-                         "Space.");
+    for (const auto &[used, given, accepted] : cases) {
+        SCOPED_TRACE(given);
+        sql(std::string("UPDATE _zfs_stat SET used=") + used);
+        const std::string before = content();
+        if (accepted) {
+            EXPECT_OK(modify(given));
+            continue;
+        }
+        EXPECT_FAILS(modify(given), QBOBJ_ERROR_API_ARGS,
+                     "Invalid quota value. Need to be larger than Consumed Space and less than Free Space.");
+        EXPECT_EQ(before, content());
     }
-}
-
-TEST_F(ShareModify, ALimitIsCheckedForTheNewNameOfAShare)
-{
-    sql("INSERT INTO _zfs_stat (share_id,used) VALUES(1,1048576000)");
-    ShareRecord record;
-    record.share.ShareName = "papers";
-    record.share._void_RefQuotaMB = 0;
-    record.share.RefQuotaMB = 10;
-    const std::string before = content();
-    EXPECT_EQ(QBOBJ_ERROR_API_ARGS, modify(record.of("data/Docs")));
-    EXPECT_EQ(before, content());
+    // A dataset with a quote in its name is found, too.
+    sql("UPDATE share SET zfs_name='data/it''s';UPDATE _zfs_stat SET used=9000000");
+    EXPECT_FAILS(modify(R"({"resource_id":"data/it's","RefQuotaMB":2})"), QBOBJ_ERROR_API_ARGS,
+                 "Invalid quota value. Need to be larger than Consumed Space and less than Free Space.");
 }
 
 TEST_F(ShareModify, ABlockVolumeIsResizedAndRenamed)
 {
-    ShareRecord record;
-    record.share.Zvol = &record.zvol;
-    record.zvol.SizeKB = 5000000000;
-    ASSERT_OK(modify(record.of("data/Docs")));
+    ASSERT_OK(modify(R"({"Zvol":{"SizeKB":5000000000}})"));
     EXPECT_EQ("5000000000|0", rows("SELECT kb_size,is_sparse FROM zvol_share_option").at(0));
-
     ASSERT_OK(qbobj_modifyZvol(qbdb, db, "data/Docs", "disk", "it's", 7, 1, &err));
     EXPECT_EQ("7|1", rows("SELECT kb_size,is_sparse FROM zvol_share_option").at(0));
     EXPECT_EQ("disk|it's|/data/Docs|data/Docs", rows("SELECT name,comment,path,zfs_name FROM share").at(0));
-    add_plain("other");
+    ASSERT_OK(add("other"));
     EXPECT_FAILS(qbobj_modifyZvol(qbdb, db, "data/other", "disk", "", 7, 1, &err), QBOBJ_ERROR_DB_MISC,
                  "Failed DB Query for 'UPDATE share'. UNIQUE constraint failed: share.name");
 }
@@ -286,107 +201,138 @@ TEST_F(ShareModify, ABlockVolumeIsResizedAndRenamed)
 TEST_F(ShareModify, MarkersAreReplacedAndQuotasMerged)
 {
     sql("UPDATE account_default SET diskquota_warn=75");
-    ShareRecord record;
-    record.share.UsedBy = &record.used_by;
-    record.used_by.AppName = "backup";
-    record.share.UserQuota = record.share.GroupQuota = &record.quota;
-    record.quota.AccountId = 1000;
-    record.quota.HardMB = 5000000001;
-    ASSERT_OK(modify(record.of("data/Docs")));
-    record.quota.AccountId = 1001;
-    record.quota.HardMB = 11;
-    ASSERT_OK(modify(record));
+    ASSERT_OK(
+        modify(R"({"UsedBy":[{"AppName":"backup"}],"UserQuota":[{"AccountId":1000,"HardMB":5000000001}]})"));
+    ASSERT_OK(modify(
+        R"({"UserQuota":[{"AccountId":1001,"HardMB":11}],"GroupQuota":[{"AccountId":7,"HardMB":9}]})"));
     EXPECT_EQ(Rows{"data/Docs|backup|NULL"}, rows("SELECT * FROM `$application_on_share`"));
     // The soft limit is cut to whole megabytes.
     EXPECT_EQ((Rows{"1000|3750000000|5000000001", "1001|8|11"}),
               rows("SELECT user_id,mb_soft,mb_hard FROM user_quota ORDER BY 1"));
-    EXPECT_EQ("2", value("SELECT COUNT(*) FROM group_quota"));
-}
-
-TEST_F(ShareModify, AScheduleThatIsMissingIsMadeAndOtherwiseChangedFieldByField)
-{
-    const std::string columns =
-        "SELECT enabled,minute,hour,day_of_month,day_of_week,month,last_taken,purge_manual_snapshot,"
-        "last_daily_taken,last_weekly_taken FROM snapshot_schedule";
-    ShareRecord record;
-    record.share.SnapshotSchedule = &record.schedule;
-    record.schedule.Hour = "3";
-    record.schedule.LastTaken = 9;
-    ASSERT_OK(modify(record.of("data/Docs")));
-    EXPECT_EQ(Rows{"0|0|3|*|*|*|9|0|0|0"}, rows(columns));
-    sql("DELETE FROM snapshot_schedule");
-    record.schedule.Enabled = 1;
-    ASSERT_OK(modify(record));
-    EXPECT_EQ(Rows{"1|0|3|*|*|*|9|0|0|0"}, rows(columns));
+    EXPECT_EQ("7|6|9", rows("SELECT group_id,mb_soft,mb_hard FROM group_quota").at(0));
 }
 
 /* ---- Protocols ----------------------------------------------------------------------------------------- */
 
-// The protocols' records of a share.
-struct CarriedProtocol {
-    std::string word;
-    int &(*changed)(ShareRecord &record);
-    void (*carry)(ShareRecord &record);
-};
+constexpr const char *attributes = "SELECT mb_quota,mb_reservation,mb_refquota,mb_refreservation,compression,"
+                                   "bit_rot_protection,dedup,logbias,sync FROM zfs_attr";
+constexpr const char *schedule =
+    "SELECT enabled,minute,hour,day_of_month,day_of_week,month,last_taken,purge_manual_snapshot,"
+    "last_daily_taken,last_weekly_taken FROM snapshot_schedule";
+constexpr const char *cifs =
+    "SELECT cifs_access,cifs_guest_access,cifs_hide_share,cifs_group_create_mask,cifs_everyone_create_mask,"
+    "cifs_enable_masks,cifs_group_directory_mask,cifs_everyone_directory_mask,cifs_enable_forced_minimum,"
+    "cifs_recycle,cifs_recycle_mb_limit,cifs_recycle_age_limit,oplocks,available,cifs_enabledfs "
+    "FROM cifs_share_option";
+constexpr const char *afp = "SELECT afp_access,afp_guest_access,afp_fperm,afp_dperm FROM afp_share_option";
+constexpr const char *ftp =
+    "SELECT ftp_access,ftp_mask,ftp_create_mask,ftp_directory_mask FROM ftp_share_option";
+constexpr const char *rsync = "SELECT rsync_access,passwordprotection FROM rsync_share_option";
+constexpr const char *web_root = "SELECT share_name FROM service_http";
 
-using R = ShareRecord;
-const CarriedProtocol protocols[] = {
-    {"cifs", [](R &r) -> int & { return r.cifs.Changed; }, [](R &r) { r.share.Cifs = &r.cifs; }},
-    {"afp", [](R &r) -> int & { return r.afp.Changed; }, [](R &r) { r.share.Afp = &r.afp; }},
-    {"nfs", [](R &r) -> int & { return r.nfs.Changed; }, [](R &r) { r.share.Nfs = &r.nfs; }},
-    {"ftp", [](R &r) -> int & { return r.ftp.Changed; }, [](R &r) { r.share.Ftp = &r.ftp; }},
-    {"http", [](R &r) -> int & { return r.http.Changed; }, [](R &r) { r.share.Http = &r.http; }},
-    {"dlna", [](R &r) -> int & { return r.dlna.Changed; }, [](R &r) { r.share.Dlna = &r.dlna; }},
-    {"daap", [](R &r) -> int & { return r.daap.Changed; }, [](R &r) { r.share.Daap = &r.daap; }},
-    {"rsync", [](R &r) -> int & { return r.rsync.Changed; }, [](R &r) { r.share.Rsync = &r.rsync; }},
-};
+// One after the other, each on what the ones before it left.
+TEST_F(ShareModify, OnlyWhatARecordCarriesIsWritten)
+{
+    constexpr struct {
+        const char *given;
+        const char *select;
+        const char *stored;
+    } cases[] = {
+        {R"({"QuotaMB":1,"ReserveMB":1099511627776,"Dedup":1,"Sync":"disabled"})", attributes,
+         "1|1099511627776|0|0|0|0|1|NULL|disabled"},
+        {R"({"RefQuotaMB":3,"RefReserveMB":4,"Compression":5,"BitRotProtection":6,"LogBias":"latency"})",
+         attributes, "1|1099511627776|3|4|5|6|1|latency|disabled"},
+        {R"({"SnapshotSchedule":{"Hour":"3","LastTaken":9}})", schedule, "0|0|3|*|*|*|9|0|0|0"},
+        // The bin is on, as stored.
+        {R"({"Cifs":{"FolderCreateEveryoneRights":"Disabled","RecycleSizeLimit":11,"EnableDFS":5}})", cifs,
+         "writeable|1|0|6|6|1|7|0|1023|1|11|0|0|1|1"},
+        // Limits of a bin that is off stay as they are; switches become 0 or 1, numbers stay what they are.
+        {R"({"Cifs":{"DefaultAccess":"ReadOnly","AllowGuestAccess":0,"ShareDisplayOption":2,"EnableRecycleBin":0,
+             "RecycleSizeLimit":12,"RecycleAgeLimit":12,"NewFileFolderPermAutoset":0,"EnableOplocks":8,
+             "AclChangeRestrictionToggle":511,"FileCreateGroupRights":"ReadOnly","NotAvailable":1,
+             "FileCreateEveryoneRights":"ReadOnly","FolderCreateGroupRights":"ReadOnly"}})",
+         cifs, "readonly|0|2|4|4|0|5|0|511|0|11|0|1|0|0"},
+        // A stored bin that is off takes no limits either.
+        {R"({"Cifs":{"RecycleSizeLimit":12,"RecycleAgeLimit":12,"NotAvailable":1}})", cifs,
+         "readonly|0|2|4|4|0|5|0|511|0|11|0|1|0|0"},
+        // The switch for rights alone sets them all; a right that is given counts without it, too.
+        {R"({"Afp":{"DefaultAccess":"ReadOnly","NewFileFolderPermAutoset":1}})", afp, "readonly|1|54|63"},
+        {R"({"Afp":{"NewFileFolderPermAutoset":1,"FileCreateGroupRights":"ReadOnly",
+             "FileCreateEveryoneRights":"Disabled","FolderCreateEveryoneRights":"ReadOnly"}})",
+         afp, "readonly|1|32|61"},
+        {R"({"Afp":{"FileCreateEveryoneRights":"ReadOnly","AllowGuestAccess":0}})", afp, "readonly|0|52|61"},
+        {R"({"Afp":{"FolderCreateGroupRights":"Disabled"}})", afp, "readonly|0|52|7"},
+        {R"({"Afp":{}})", afp, "readonly|0|52|7"},
+        {R"({"Afp":{"NewFileFolderPermAutoset":0,"FileCreateGroupRights":"ReadOnly"}})", afp,
+         "readonly|0|NULL|NULL"},
+        {R"({"Ftp":{"NewFileFolderPermAutoset":5,"FileCreateGroupRights":"ReadOnly"}})", ftp,
+         "writeable|1|16|0"},
+        {R"({"Ftp":{"DefaultAccess":"ReadOnly","FolderCreateEveryoneRights":"Disabled"}})", ftp,
+         "readonly|1|16|7"},
+        {R"({"Http":{"DefaultAccess":"ReadOnly","EnableWebDav":7}})", web_root, "Docs"},
+        // A share that nobody reaches is not the web root.
+        {R"({"Http":{"DefaultAccess":"Disabled"}})", web_root, ""},
+        {R"({})", "SELECT http_access,http_webdav FROM http_share_option", "disabled|1"},
+        {R"({"Dlna":{"MediaType":"Video"}})", "SELECT access,media_type FROM dlna_share_option",
+         "readonly|2"},
+        {R"({"Rsync":{"DefaultAccess":"ReadOnly","PasswordProtection":"Enabled"}})", rsync,
+         "readonly|enabled"},
+        {R"({"Rsync":{}})", rsync, "readonly|enabled"},
+        // "Disabled" takes the rows of media players and rsync away.
+        {R"({"Dlna":{"DefaultAccess":"Disabled"}})", "SELECT COUNT(*) FROM dlna_share_option", "0"},
+        {R"({"Rsync":{"DefaultAccess":"Disabled"}})", "SELECT COUNT(*) FROM rsync_share_option", "0"},
+    };
+    sql("UPDATE service_http SET share_name='Docs'");
+    for (const auto &[given, select, stored] : cases) {
+        ASSERT_OK(modify(given));
+        EXPECT_EQ(stored, rows(select).at(0)) << given;
+    }
+    sql("DELETE FROM snapshot_schedule");
+    ASSERT_OK(modify(R"({"SnapshotSchedule":{"Enabled":1,"Minute":"5"}})"));
+    EXPECT_EQ("1|5|*|*|*|*|0|0|0|0", rows(schedule).at(0)) << "a schedule that is missing is made";
+}
+
+constexpr const char *protocols[] = {"Cifs", "Afp", "Nfs", "Ftp", "Http", "Dlna", "Daap", "Rsync"};
+
+std::string table_of(std::string protocol)
+{
+    protocol[0] = static_cast<char>(std::tolower(protocol[0]));
+    return protocol + "_share_option";
+}
+
+// What the last write says of a protocol.
+int changed(const qbobj_Share_t *share, const char *protocol)
+{
+    return qbobj_json::to_json(qbobj_json::find_spec("Share"), share)[0][protocol]["Changed"];
+}
 
 TEST_F(ShareModify, ChangedTellsWhatDiffersAndTwoServicesAreTold)
 {
-    for (const auto &[word, changed, carry] : protocols) {
-        SCOPED_TRACE(word);
-        const std::string row = "SELECT * FROM " + word + "_share_option";
-        ShareRecord same;
-        same.with_everything();
-        qbobj_clear_Share(&same.share);
-        same.nfs.Sync = 1;
-        carry(same.of("data/Docs"));
-        const std::string row_before = rows(row).at(0);
-        ASSERT_OK(modify(same));
-        EXPECT_EQ(0, changed(same));
-        EXPECT_EQ(row_before, rows(row).at(0));
+    for (const std::string protocol : protocols) {
+        SCOPED_TRACE(protocol);
+        const std::string row = "SELECT * FROM " + table_of(protocol);
+        const std::string before = rows(row).at(0);
+        ASSERT_OK(modify(Json{{protocol, everything()[protocol]}}));
+        EXPECT_EQ(0, changed(share, protocol.c_str()));
+        EXPECT_EQ(before, rows(row).at(0));
         // Of FTP nothing that every record carries is written.
-        ShareRecord other;
-        other.cifs.NotAvailable = other.afp.NotAvailable = other.nfs.NotAvailable = other.http.NotAvailable =
-            other.dlna.NotAvailable = other.daap.NotAvailable = other.rsync.NotAvailable = 1;
-        other.ftp.DefaultAccess = "Disabled";
-        carry(other.of("data/Docs"));
         const std::string told = journal();
-        ASSERT_OK(modify(other));
-        EXPECT_EQ(word == "cifs" || word == "ftp", told != journal());
-        EXPECT_NE(row_before, rows(row).at(0));
+        ASSERT_OK(modify(protocol == "Ftp" ? Json{{"Ftp", {{"DefaultAccess", "Disabled"}}}}
+                                           : Json{{protocol, {{"NotAvailable", 1}}}}));
+        EXPECT_EQ(protocol == "Cifs" || protocol == "Ftp", told != journal());
+        EXPECT_NE(before, rows(row).at(0));
         // rsync watches DLNA's table and never sees its own changes.
-        EXPECT_EQ(word == "rsync" ? 0 : 1, changed(other));
+        EXPECT_EQ(protocol == "Rsync" ? 0 : 1, changed(share, protocol.c_str()));
     }
     EXPECT_EQ("0", value("SELECT COUNT(*) FROM sqlite_temp_schema"));
 }
 
 TEST_F(ShareModify, AListThatDiffersIsAChangeAndANullListIsAnEmptyOne)
 {
-    ShareRecord record;
-    record.with_everything();
-    record.share.UsedBy = nullptr;
-    record.cifs.GroupAcl = nullptr;
-    record.afp.UserAcl = nullptr;
-    record.http.HostAcl = nullptr;
-    record.ftp.HostAcl = nullptr;
-    record.nfs.HostAcl = nullptr;
-    record.nfs.Sync = 1;
-    record.cifs.DfolderAcl = nullptr;
-    ASSERT_OK(modify(record.of("data/Docs")));
-    EXPECT_EQ(std::tuple(1, 1, 1, 1, 1),
-              std::tuple(record.cifs.Changed, record.afp.Changed, record.http.Changed, record.ftp.Changed,
-                         record.nfs.Changed));
+    ASSERT_OK(modify(everything(R"({"Cifs":{"GroupAcl":null,"DfolderAcl":null},"Afp":{"UserAcl":null},
+        "Http":{"HostAcl":null},"Ftp":{"HostAcl":null},"Nfs":{"HostAcl":null}})")));
+    for (const char *protocol : {"Cifs", "Afp", "Http", "Ftp", "Nfs"})
+        EXPECT_EQ(1, changed(share, protocol)) << protocol;
     EXPECT_EQ((Rows{"afp", "ftp", "http"}), rows("SELECT proto FROM group_acl ORDER BY 1"));
     EXPECT_EQ((Rows{"cifs", "ftp", "http"}), rows("SELECT proto FROM user_acl ORDER BY 1"));
     EXPECT_EQ((Rows{"cifs", "rsync"}), rows("SELECT proto FROM host_acl ORDER BY 1"));
@@ -395,199 +341,74 @@ TEST_F(ShareModify, AListThatDiffersIsAChangeAndANullListIsAnEmptyOne)
 
 TEST_F(ShareModify, AMissingOptionRowIsMadeWithDefaultsExceptForWindows)
 {
-    add_plain("bare");
-    ShareRecord record;
-    for (const auto &protocol : protocols)
-        protocol.carry(record);
-    record.nfs.Sync = 1;
-    ASSERT_OK(modify(record.of("data/bare")));
+    ASSERT_OK(add("bare"));
+    ASSERT_OK(
+        modify(R"({"resource_id":"data/bare","Cifs":{},"Afp":{},"Nfs":{"Sync":1},"Ftp":{},"Http":{},"Dlna":{},
+        "Daap":{},"Rsync":{}})"));
     // FTP is made unavailable, and NotAvailable is not looked at.
-    const std::string made[] = {"",
-                                "2|1|writeable|1|NULL|NULL",
-                                "2|1|writeable|1",
-                                "2|0|writeable|0|0|0",
-                                "2|1|writeable|0",
-                                "2|1|readonly|7",
-                                "2|1",
-                                "2|1|writeable|disabled"};
+    const char *const made[] = {
+        "",  "1|writeable|1|NULL|NULL", "1|writeable|1", "0|writeable|0|0|0", "1|writeable|0", "1|readonly|7",
+        "1", "1|writeable|disabled"};
     for (std::size_t i = 0; i < std::size(made); ++i) {
-        const std::string &word = protocols[i].word;
-        const Rows found = rows("SELECT * FROM " + word + "_share_option WHERE share_id=2");
-        EXPECT_EQ(made[i], found.empty() ? "" : found.front()) << word;
-        EXPECT_EQ(word == "cifs" || word == "rsync" ? 0 : 1, protocols[i].changed(record)) << word;
+        const std::string protocol = protocols[i];
+        const Rows found = rows("SELECT * FROM " + table_of(protocol) + " WHERE share_id=2");
+        EXPECT_EQ(made[i], found.empty() ? "" : found.front().substr(2)) << protocol;
+        EXPECT_EQ(protocol == "Cifs" || protocol == "Rsync" ? 0 : 1, changed(share, protocols[i]))
+            << protocol;
     }
-}
-
-TEST_F(ShareModify, WindowsOptionsAreWrittenAsFarAsTheyAreCarried)
-{
-    const std::string columns =
-        "SELECT cifs_access,cifs_guest_access,cifs_hide_share,cifs_group_create_mask,"
-        "cifs_everyone_create_mask,cifs_enable_masks,cifs_group_directory_mask,cifs_everyone_directory_mask,"
-        "cifs_enable_forced_minimum,cifs_recycle,cifs_recycle_mb_limit,cifs_recycle_age_limit,oplocks,"
-        "available,cifs_enabledfs FROM cifs_share_option";
-    ShareRecord record;
-    record.share.Cifs = &record.cifs;
-    record.cifs.FolderCreateEveryoneRights = "Disabled";
-    record.cifs._void_RecycleSizeLimit = 0;
-    record.cifs.RecycleSizeLimit = 11; // the bin is on, as stored
-    record.cifs.EnableDFS = 5;
-    ASSERT_OK(modify(record.of("data/Docs")));
-    EXPECT_EQ(Rows{"writeable|1|0|6|6|1|7|0|1023|1|11|0|0|1|1"}, rows(columns));
-
-    // Limits of a bin that is off stay as they are; switches become 0 or 1, numbers stay what they are.
-    record.cifs.DefaultAccess = "ReadOnly";
-    record.cifs._void_AllowGuestAccess = record.cifs._void_ShareDisplayOption = 0;
-    record.cifs.ShareDisplayOption = 2;
-    record.cifs._void_EnableRecycleBin = record.cifs._void_RecycleAgeLimit = 0;
-    record.cifs.RecycleSizeLimit = record.cifs.RecycleAgeLimit = 12;
-    record.cifs._void_NewFileFolderPermAutoset = record.cifs._void_AclChangeRestrictionToggle = 0;
-    record.cifs.AclChangeRestrictionToggle = 511;
-    record.cifs._void_EnableOplocks = 0;
-    record.cifs.EnableOplocks = 8;
-    record.cifs.FileCreateGroupRights = record.cifs.FileCreateEveryoneRights =
-        record.cifs.FolderCreateGroupRights = "ReadOnly";
-    record.cifs.NotAvailable = 1;
-    record.cifs.EnableDFS = 0;
-    ASSERT_OK(modify(record));
-    EXPECT_EQ(Rows{"readonly|0|2|4|4|0|5|0|511|0|11|0|1|0|0"}, rows(columns));
-    // A stored bin that is off takes no limits either.
-    record.cifs._void_EnableRecycleBin = 1;
-    ASSERT_OK(modify(record));
-    EXPECT_EQ("11|0",
-              rows("SELECT cifs_recycle_mb_limit,cifs_recycle_age_limit FROM cifs_share_option").at(0));
-}
-
-TEST_F(ShareModify, RightsOfNewAppleFilesAreSetAndGivenUp)
-{
-    constexpr int open = -1; // the record leaves the switch open
-    const struct {
-        const char *what;
-        int autoset;
-        const char *given[4]; // group and everyone of files, then of folders
-        const char *stored;
-    } cases[] = {
-        {"the switch alone sets them all", 1, {}, "54|63"},
-        {"what is given", 1, {"ReadOnly", "Disabled", nullptr, "ReadOnly"}, "32|61"},
-        {"one of a pair", open, {nullptr, "ReadOnly", nullptr, nullptr}, "52|61"},
-        {"without the switch", open, {"Disabled", "Disabled", "Disabled", nullptr}, "0|7"},
-        {"nothing", open, {}, "0|7"},
-        {"given up", 0, {"ReadWrite", nullptr, nullptr, nullptr}, "NULL|NULL"},
-    };
-    for (const auto &[what, autoset, given, stored] : cases) {
-        ShareRecord record;
-        record.share.Afp = &record.afp;
-        record.afp._void_NewFileFolderPermAutoset = autoset == open ? 1 : 0;
-        record.afp.NewFileFolderPermAutoset = autoset;
-        record.afp.FileCreateGroupRights = given[0];
-        record.afp.FileCreateEveryoneRights = given[1];
-        record.afp.FolderCreateGroupRights = given[2];
-        record.afp.FolderCreateEveryoneRights = given[3];
-        ASSERT_OK(modify(record.of("data/Docs")));
-        EXPECT_EQ(Rows{stored}, rows("SELECT afp_fperm,afp_dperm FROM afp_share_option")) << what;
-    }
-}
-
-TEST_F(ShareModify, FtpUmasksAreWrittenWhenTheirRightsAreCarried)
-{
-    ShareRecord record;
-    record.share.Ftp = &record.ftp;
-    record.ftp._void_NewFileFolderPermAutoset = 0;
-    record.ftp.NewFileFolderPermAutoset = 1;
-    record.ftp.FileCreateGroupRights = "ReadOnly";
-    ASSERT_OK(modify(record.of("data/Docs")));
-    EXPECT_EQ("1|16|0",
-              rows("SELECT ftp_mask,ftp_create_mask,ftp_directory_mask FROM ftp_share_option").at(0));
-}
-
-TEST_F(ShareModify, AShareThatHttpNoLongerReachesIsNotTheWebRoot)
-{
-    sql("UPDATE service_http SET share_name='Docs'");
-    ShareRecord record;
-    record.share.Http = &record.http;
-    record.http.DefaultAccess = "ReadOnly";
-    ASSERT_OK(modify(record.of("data/Docs")));
-    EXPECT_EQ("Docs", value("SELECT share_name FROM service_http"));
-    record.http.DefaultAccess = "Disabled";
-    ASSERT_OK(modify(record));
-    EXPECT_EQ("", value("SELECT share_name FROM service_http"));
-}
-
-TEST_F(ShareModify, DisabledTakesTheRowOfMediaPlayersAndRsyncAway)
-{
-    ShareRecord record;
-    record.share.Dlna = &record.dlna;
-    record.share.Rsync = &record.rsync;
-    record.dlna.DefaultAccess = record.rsync.DefaultAccess = "Disabled";
-    ASSERT_OK(modify(record.of("data/Docs")));
-    EXPECT_EQ("0", value("SELECT COUNT(*) FROM dlna_share_option"));
-    EXPECT_EQ("0", value("SELECT COUNT(*) FROM rsync_share_option"));
-    EXPECT_EQ(1, record.dlna.Changed);
 }
 
 TEST_F(ShareModify, RsyncLoginsThatComeBackMaskedKeepTheirPasswords)
 {
-    qbobj_UserPasswordAcl_t logins[] = {{&logins[1], "sync", masked_password},
-                                        {&logins[2], "new", "word"},
-                                        {&logins[3], "unknown", masked_password},
-                                        {&logins[4], "", "ends the list"},
-                                        {nullptr, "late", "never read"}};
-    ShareRecord record;
-    record.share.Rsync = &record.rsync;
-    record.rsync.UserPasswordAcl = logins;
-    record.rsync.PasswordProtection = "Enabled";
-    ASSERT_OK(modify(record.of("data/Docs")));
-    const std::string stored = "SELECT user,password FROM rsync_user_password_acl ORDER BY 1";
-    EXPECT_EQ((Rows{"new|word", "sync|secret"}), rows(stored));
-    EXPECT_EQ("enabled", value("SELECT passwordprotection FROM rsync_share_option"));
-    logins[0] = {nullptr, "sync", "changed"};
-    ASSERT_OK(modify(record));
-    EXPECT_EQ(Rows{"sync|changed"}, rows(stored));
+    const Json masked = masked_password;
+    const auto logins_after = [this](const Json &logins) {
+        EXPECT_OK(modify(Json{{"Rsync", {{"UserPasswordAcl", logins}}}}));
+        return rows("SELECT user,password FROM rsync_user_password_acl ORDER BY 1");
+    };
+    const Json first = {{{"UserName", "sync"}, {"Password", masked}},
+                        {{"UserName", "new"}, {"Password", "word"}},
+                        {{"UserName", "unknown"}, {"Password", masked}},
+                        {{"UserName", ""}, {"Password", "ends the list"}},
+                        {{"UserName", "late"}, {"Password", "never read"}}};
+    EXPECT_EQ((Rows{"new|word", "sync|secret"}), logins_after(first));
+    EXPECT_EQ(Rows{"sync|changed"},
+              logins_after(Json::parse(R"([{"UserName":"sync","Password":"changed"}])")));
 }
 
-TEST_F(ShareModify, AWordThatIsNotKnownIsNamedAndLeavesNothing)
-{
-    const std::string before = content();
-    for (const CheckedWord &word : checked_words) {
-        ShareRecord record;
-        record.of("data/Docs").with_everything().share.Stat = &record.stat;
-        word.of(record) = "x";
-        EXPECT_FAILS(modify(record), QBOBJ_ERROR_API_ARGS,
-                     ("Invalid " + std::string(word.modified) + " (x).").c_str());
-        // Lists are written by the unit that creates shares.
-        const bool of_list = std::string_view(word.modified).find("Acl") != std::string_view::npos;
-        EXPECT_STREQ(of_list ? "qbobj_api2_add_share" : "qbobj_api2_modify_share", err.file);
-        EXPECT_EQ(before, content());
-    }
-}
+/* ---- Refusals ------------------------------------------------------------------------------------------ */
 
 TEST_F(ShareModify, WhatIsGivenWronglyIsNamedAndLeavesNothing)
 {
-    const Refusal refusals[] = {
+    std::vector<Refusal> refusals = {
         // Before the limit, which is too large.
-        {[](ShareRecord &r) {
-             r.share.Sync = "never", r.share._void_RefQuotaMB = 0, r.share.RefQuotaMB = 99999;
-         },
+        {R"({"Sync":"never","RefQuotaMB":99999})",
          "Invalid Sync (never). One of 'standard', 'always', 'disabled'."},
-        {[](ShareRecord &r) { r.stat.User = &r.user; },
-         "Invalid stat->User (resource_id=0, UserName=(null))."},
-        {[](ShareRecord &r) { r.stat.User = &r.user, r.user.resource_id = -1; },
-         "Invalid stat->User (resource_id=-1, UserName=(null))."},
-        {[](ShareRecord &r) { r.stat.User = &r.user, r.user.UserName = "nobody-here"; },
-         "Unknown User (nobody-here)."},
-        {[](ShareRecord &r) { r.stat.Group = &r.group; },
-         "Invalid stat->Group (resource_id=0, GroupName=(null))."},
-        {[](ShareRecord &r) { r.stat.Group = &r.group, r.group.GroupName = "no-group"; },
-         "Unknown Group (no-group)."},
-        {[](ShareRecord &r) { r.host.HostName = "no host"; },
+        {R"({"Stat":{"User":{}}})", "Invalid stat->User (resource_id=0, UserName=(null))."},
+        {R"({"Stat":{"User":{"resource_id":-1}}})", "Invalid stat->User (resource_id=-1, UserName=(null))."},
+        {R"({"Stat":{"User":{"UserName":"nobody-here"}}})", "Unknown User (nobody-here)."},
+        {R"({"Stat":{"Group":{}}})", "Invalid stat->Group (resource_id=0, GroupName=(null))."},
+        {R"({"Stat":{"Group":{"GroupName":"no-group"}}})", "Unknown Group (no-group)."},
+        // A right is checked whether the switch is given or not.
+        {R"({"Afp":{"FolderCreateGroupRights":"x"}})", "Invalid Afp->FolderCreateGroupRights (x)."},
+        {R"({"Nfs":{"HostAcl":[{"Host":{"HostName":"no host"}}]}})",
          "Invalid HostName or Network specified (no host)."},
     };
+    std::vector<std::string> texts;
+    for (const CheckedWord &word : checked_words)
+        texts.push_back("Invalid " + word.modified + " (x).");
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        refusals.push_back({checked_words[i].given, texts[i].c_str()});
     const std::string before = content();
-    for (const Refusal &refusal : refusals) {
-        ShareRecord record;
-        record.of("data/Docs").with_everything().share.Stat = &record.stat;
-        record.share.ShareName = "papers";
-        refusal.spoil(record);
-        EXPECT_FAILS(modify(record), refusal.code, refusal.message);
+    for (const auto &[given, message, code] : refusals) {
+        SCOPED_TRACE(given);
+        Json json = everything(R"({"ShareName":"papers"})");
+        json.merge_patch(Json::parse(given));
+        EXPECT_FAILS(modify(json), code, message);
+        // Lists are written by the unit that creates shares.
+        EXPECT_STREQ(std::string_view(given).find("Host") != std::string_view::npos
+                         ? "qbobj_api2_add_share"
+                         : "qbobj_api2_modify_share",
+                     err.file);
         EXPECT_EQ(before, content());
     }
 }
@@ -610,12 +431,9 @@ TEST_F(ShareModify, AFailingUpdateIsReportedByItsTable)
     for (const auto &[table, message, code] : cases) {
         sql(std::string("CREATE TEMP TRIGGER obstacle BEFORE UPDATE ON ") + table +
             " BEGIN SELECT RAISE(ABORT,'no'); END");
-        ShareRecord record;
-        record.of("data/Docs").with_everything().share.SnapshotSchedule = &record.schedule;
-        record.share.LogBias = "x";
-        record.share.Comment = "new";
         const std::string before = content();
-        EXPECT_FAILS(modify(record), code, message);
+        EXPECT_FAILS(modify(everything(R"({"LogBias":"x","Comment":"new","SnapshotSchedule":{}})")), code,
+                     message);
         EXPECT_EQ(before, content());
         sql("DROP TRIGGER obstacle");
     }
@@ -624,41 +442,10 @@ TEST_F(ShareModify, AFailingUpdateIsReportedByItsTable)
 TEST_F(ShareModify, AValueThatDoesNotFitIsLeftOutAndLogged)
 {
     reopen(QBDB_LOG_WARN);
-    const std::string long_text(600, 'c');
-    ShareRecord record;
-    record.share.Comment = long_text.c_str();
-    record.share.VisibleSnapFolder = "snaps";
-    record.share.VisibleSnapshot = 1;
-    ASSERT_OK(modify(record.of("data/Docs")));
+    ASSERT_OK(modify(
+        Json{{"Comment", std::string(600, 'c')}, {"VisibleSnapFolder", "snaps"}, {"VisibleSnapshot", 1}}));
     EXPECT_EQ("|snaps", rows("SELECT comment,visible_snapdir FROM share").at(0));
     EXPECT_NE(std::string::npos, log().find("'comment'"));
-}
-
-TEST_F(ShareModify, ADatasetWithAQuoteIsFoundByItsLimitToo)
-{
-    sql("UPDATE share SET zfs_name='data/it''s'");
-    ShareRecord record;
-    record.of("data/it's").share._void_RefQuotaMB = 0;
-    record.share.RefQuotaMB = 2;
-    EXPECT_OK(modify(record));
-    EXPECT_EQ("2", value("SELECT mb_refquota FROM zfs_attr"));
-}
-
-TEST_F(ShareModify, AShareWithoutNameOrPathCanBeNamedAndDeleted)
-{
-    let_names_be_missing(*this);
-    sql("UPDATE share SET name=NULL,path=NULL");
-    ShareRecord unnamed;
-    ASSERT_OK(modify(unnamed.of("data/Docs")));
-    EXPECT_EQ("||", fields(unnamed.share.OldShareName, unnamed.share.OldPath, unnamed.share.Path));
-    ShareRecord record;
-    record.share.ShareName = "papers";
-    ASSERT_OK(modify(record.of("data/Docs")));
-    EXPECT_EQ("papers|data/papers|/data/papers", rows("SELECT name,zfs_name,path FROM share").at(0));
-    sql("UPDATE share SET name=NULL,path=NULL");
-    ShareRecord removed;
-    ASSERT_OK(qbobj_deleteShare(qbdb, db, &removed.of("data/papers").share, &err));
-    EXPECT_EQ("||", fields(removed.share.OldShareName, removed.share.OldPath, removed.share.Path));
 }
 
 } // namespace

@@ -1,173 +1,110 @@
-// Records to create and change shares with, and what tests of that ask for again and again.
+// Shares created and changed, their records written as JSON.
 #pragma once
 
-#include "database.h"
-
-#include <functional>
+#include "share_rows.h"
+#include "json/record_json.h"
 
 namespace qbobj_test
 {
 
-// A share's record with all of its sub-records at hand, cleared. with_*() hang one into the share.
-struct ShareRecord {
-    ShareRecord()
-    {
-        host_acl.Host = &host;
-        user_acl.User = &listed_user;
-        group_acl.Group = &listed_group;
-        host.HostName = "10.0.0.9";
-        listed_user.UserId = 1000;
-        listed_group.GroupId = 1000;
-        host_acl.Access = user_acl.Access = group_acl.Access = "ReadOnly";
-    }
-    ShareRecord(const ShareRecord &) = delete;
-    ShareRecord &operator=(const ShareRecord &) = delete;
+using qbobj_json::Json;
+using Rows = std::vector<std::string>;
 
-    // A record that creates a share on volume "data".
-    ShareRecord &named(const char *name)
-    {
-        share.ShareName = name;
-        share.VolumeId = "data";
-        return *this;
-    }
-    // A record that finds a share.
-    ShareRecord &of(const char *zfs_name)
-    {
-        share.resource_id = zfs_name;
-        return *this;
-    }
-    ShareRecord &with_stat()
-    {
-        share.Stat = &stat;
-        stat.User = &user;
-        stat.Group = &group;
-        return *this;
-    }
-    // Every protocol, each with one entry in each of its lists.
-    ShareRecord &with_everything()
-    {
-        share.Cifs = &cifs;
-        share.Afp = &afp;
-        share.Nfs = &nfs;
-        share.Ftp = &ftp;
-        share.Http = &http;
-        share.Rsync = &rsync;
-        share.Dlna = &dlna;
-        share.Daap = &daap;
-        cifs.HostAcl = afp.HostAcl = nfs.HostAcl = ftp.HostAcl = http.HostAcl = rsync.HostAcl = &host_acl;
-        cifs.UserAcl = afp.UserAcl = ftp.UserAcl = http.UserAcl = &user_acl;
-        cifs.GroupAcl = afp.GroupAcl = ftp.GroupAcl = http.GroupAcl = &group_acl;
-        cifs.DfolderAcl = &link;
-        link.Name = "far";
-        link.Address = "files.example.com";
-        link.RemoteShare = "pub";
-        rsync.UserPasswordAcl = &login;
-        login.UserName = "sync";
-        login.Password = "secret";
-        share.UsedBy = &used_by;
-        used_by.AppName = "media";
-        used_by.AppData = "index";
-        return *this;
-    }
+// A record, as JSON or as its text.
+struct Given {
+    Given(Json fields) : json(std::move(fields)) {}
+    Given(const char *text) : json(Json::parse(text)) {}
+    Json json;
+};
 
-    qbobj_Share_t share = cleared(qbobj_clear_Share);
-    qbobj_FileStat_t stat = cleared(qbobj_clear_FileStat);
-    qbobj_SystemUser_t user = cleared(qbobj_clear_SystemUser);
-    qbobj_SystemGroup_t group = cleared(qbobj_clear_SystemGroup);
-    qbobj_CifsShareOption_t cifs = cleared(qbobj_clear_CifsShareOption);
-    qbobj_AfpShareOption_t afp = cleared(qbobj_clear_AfpShareOption);
-    qbobj_FtpShareOption_t ftp = cleared(qbobj_clear_FtpShareOption);
-    qbobj_NfsShareOption_t nfs = cleared(qbobj_clear_NfsShareOption);
-    qbobj_DlnaShareOption_t dlna = cleared(qbobj_clear_DlnaShareOption);
-    qbobj_DaapShareOption_t daap = cleared(qbobj_clear_DaapShareOption);
-    qbobj_RsyncShareOption_t rsync = cleared(qbobj_clear_RsyncShareOption);
-    qbobj_HttpShareOption_t http = cleared(qbobj_clear_HttpShareOption);
-    qbobj_ZvolShareOption_t zvol = cleared(qbobj_clear_ZvolShareOption);
-    qbobj_Schedule_t schedule = cleared(qbobj_clear_Schedule);
-    qbobj_UsedBy_t used_by = cleared(qbobj_clear_UsedBy);
-    qbobj_Quota_t quota = cleared(qbobj_clear_Quota);
-    qbobj_Host_t host = cleared(qbobj_clear_Host);
-    qbobj_HostAcl_t host_acl = cleared(qbobj_clear_HostAcl);
-    qbobj_SystemUser_t listed_user = cleared(qbobj_clear_SystemUser);
-    qbobj_UserAcl_t user_acl = cleared(qbobj_clear_UserAcl);
-    qbobj_SystemGroup_t listed_group = cleared(qbobj_clear_SystemGroup);
-    qbobj_GroupAcl_t group_acl = cleared(qbobj_clear_GroupAcl);
-    qbobj_DfolderAcl_t link = cleared(qbobj_clear_DfolderAcl);
-    qbobj_UserPasswordAcl_t login = cleared(qbobj_clear_UserPasswordAcl);
+// Every protocol, each with one entry in each of its lists, and a marker; `changed` stands in for parts of it.
+inline Json everything(const Given &changed = "{}")
+{
+    const Json hosts = Json::parse(R"([{"Host":{"HostName":"10.0.0.9"},"Access":"ReadOnly"}])");
+    const Json users = Json::parse(R"([{"User":{"UserId":1000},"Access":"ReadOnly"}])");
+    const Json groups = Json::parse(R"([{"Group":{"GroupId":1000},"Access":"ReadOnly"}])");
+    Json share = Json::parse(R"({"Rsync":{"UserPasswordAcl":[{"UserName":"sync","Password":"secret"}]},
+        "Dlna":{},"Daap":{},"UsedBy":[{"AppName":"media","AppData":"index"}]})");
+    for (const char *protocol : {"Cifs", "Afp", "Ftp", "Http"})
+        share[protocol] = {{"HostAcl", hosts}, {"UserAcl", users}, {"GroupAcl", groups}};
+    share["Nfs"] = {{"HostAcl", hosts}, {"Sync", 1}};
+    share["Rsync"]["HostAcl"] = hosts;
+    share["Cifs"]["DfolderAcl"] =
+        Json::parse(R"([{"Name":"far","Address":"files.example.com","RemoteShare":"pub"}])");
+    share.merge_patch(changed.json);
+    return share;
+}
+
+// A word of a record that is checked: "Stat->UserAccess", its field with "x" as JSON.
+struct CheckedWord {
+    std::string created; // its name when a share is created; empty: it has a message of its own
+    std::string modified;
+    const char *given;
+};
+
+const CheckedWord checked_words[] = {
+    {"Stat->UserAccess", "Stat->UserAccess", R"({"Stat":{"UserAccess":"x"}})"},
+    {"Stat->GroupAccess", "Stat->GroupAccess", R"({"Stat":{"GroupAccess":"x"}})"},
+    {"Stat->EveryoneAccess", "Stat->EveryoneAccess", R"({"Stat":{"EveryoneAccess":"x"}})"},
+    {"", "Cifs->DefaultAccess", R"({"Cifs":{"DefaultAccess":"x"}})"},
+    {"Cifs->FileCreateGroupRights", "Cifs->FileCreateGroupRights",
+     R"({"Cifs":{"FileCreateGroupRights":"x"}})"},
+    {"Cifs->FileCreateEveryoneRights", "Cifs->FileCreateEveryoneRights",
+     R"({"Cifs":{"FileCreateEveryoneRights":"x"}})"},
+    {"Cifs->FolderCreateGroupRights", "Cifs->FolderCreateGroupRights",
+     R"({"Cifs":{"FolderCreateGroupRights":"x"}})"},
+    {"Cifs->FolderCreateEveryoneRights", "Cifs->FolderCreateEveryoneRights",
+     R"({"Cifs":{"FolderCreateEveryoneRights":"x"}})"},
+    {"Afp->DfefaultAccess", "Afp->DefaultAccess", R"({"Afp":{"DefaultAccess":"x"}})"},
+    {"Afp->FileCreateGroupRights", "Afp->FileCreateEveryoneRights",
+     R"({"Afp":{"NewFileFolderPermAutoset":1,"FileCreateEveryoneRights":"x"}})"},
+    {"Nfs->DfefaultAccess", "Nfs->DefaultAccess", R"({"Nfs":{"DefaultAccess":"x"}})"},
+    {"Ftp->DfefaultAccess", "Ftp->DefaultAccess", R"({"Ftp":{"DefaultAccess":"x"}})"},
+    {"Ftp->FolderCreateGroupRights", "Ftp->FolderCreateEveryoneRights",
+     R"({"Ftp":{"FolderCreateEveryoneRights":"x"}})"},
+    {"Http->DfefaultAccess", "Http->DefaultAccess", R"({"Http":{"DefaultAccess":"x"}})"},
+    {"Dlna->DefaultAccess", "Dlna->DefaultAccess", R"({"Dlna":{"DefaultAccess":"x"}})"},
+    {"Dlna->MediaType", "Dlna->MediaType", R"({"Dlna":{"MediaType":"x"}})"},
+    {"Rsync->DefaultAccess", "Rsync->DefaultAccess", R"({"Rsync":{"DefaultAccess":"x"}})"},
+    {"Rsync->PasswordProtection", "Rsync->PasswordProtection", R"({"Rsync":{"PasswordProtection":"x"}})"},
 };
 
 // A record that a write must refuse, and how.
 struct Refusal {
-    std::function<void(ShareRecord &)> spoil;
+    const char *given;
     const char *message;
     qbobj_error_t code = QBOBJ_ERROR_API_ARGS;
 };
 
-// A word of a record that is checked, with its name in the messages of creation and of modification.
-struct CheckedWord {
-    const char *created; // null: it has a message of its own
-    const char *modified;
-    const char *&(*of)(ShareRecord &record);
-};
-
-using Word = const char *&;
-constexpr CheckedWord checked_words[] = {
-    {"Stat->UserAccess", "Stat->UserAccess", [](ShareRecord &r) -> Word { return r.stat.UserAccess; }},
-    {"Stat->GroupAccess", "Stat->GroupAccess", [](ShareRecord &r) -> Word { return r.stat.GroupAccess; }},
-    {"Stat->EveryoneAccess", "Stat->EveryoneAccess",
-     [](ShareRecord &r) -> Word { return r.stat.EveryoneAccess; }},
-    {nullptr, "Cifs->DefaultAccess", [](ShareRecord &r) -> Word { return r.cifs.DefaultAccess; }},
-    {"Cifs->FileCreateGroupRights", "Cifs->FileCreateGroupRights",
-     [](ShareRecord &r) -> Word { return r.cifs.FileCreateGroupRights; }},
-    {"Cifs->FileCreateEveryoneRights", "Cifs->FileCreateEveryoneRights",
-     [](ShareRecord &r) -> Word { return r.cifs.FileCreateEveryoneRights; }},
-    {"Cifs->FolderCreateGroupRights", "Cifs->FolderCreateGroupRights",
-     [](ShareRecord &r) -> Word { return r.cifs.FolderCreateGroupRights; }},
-    {"Cifs->FolderCreateEveryoneRights", "Cifs->FolderCreateEveryoneRights",
-     [](ShareRecord &r) -> Word { return r.cifs.FolderCreateEveryoneRights; }},
-    {"Afp->DfefaultAccess", "Afp->DefaultAccess", [](ShareRecord &r) -> Word { return r.afp.DefaultAccess; }},
-    {"Afp->FileCreateGroupRights", "Afp->FileCreateEveryoneRights",
-     [](ShareRecord &r) -> Word { return r.afp.FileCreateEveryoneRights; }},
-    {"Afp->FolderCreateGroupRights", "Afp->FolderCreateEveryoneRights",
-     [](ShareRecord &r) -> Word { return r.afp.FolderCreateEveryoneRights; }},
-    {"Nfs->DfefaultAccess", "Nfs->DefaultAccess", [](ShareRecord &r) -> Word { return r.nfs.DefaultAccess; }},
-    {"Ftp->DfefaultAccess", "Ftp->DefaultAccess", [](ShareRecord &r) -> Word { return r.ftp.DefaultAccess; }},
-    {"Ftp->FileCreateGroupRights", "Ftp->FileCreateGroupRights",
-     [](ShareRecord &r) -> Word { return r.ftp.FileCreateGroupRights; }},
-    {"Ftp->FolderCreateGroupRights", "Ftp->FolderCreateEveryoneRights",
-     [](ShareRecord &r) -> Word { return r.ftp.FolderCreateEveryoneRights; }},
-    {"Http->DfefaultAccess", "Http->DefaultAccess",
-     [](ShareRecord &r) -> Word { return r.http.DefaultAccess; }},
-    {"Dlna->DefaultAccess", "Dlna->DefaultAccess",
-     [](ShareRecord &r) -> Word { return r.dlna.DefaultAccess; }},
-    {"Dlna->MediaType", "Dlna->MediaType", [](ShareRecord &r) -> Word { return r.dlna.MediaType; }},
-    {"Rsync->DefaultAccess", "Rsync->DefaultAccess",
-     [](ShareRecord &r) -> Word { return r.rsync.DefaultAccess; }},
-    {"Rsync->PasswordProtection", "Rsync->PasswordProtection",
-     [](ShareRecord &r) -> Word { return r.rsync.PasswordProtection; }},
-    {"UserAcl->Access", "UserAcl->Access", [](ShareRecord &r) -> Word { return r.user_acl.Access; }},
-    {"GroupAcl->Access", "GroupAcl->Access", [](ShareRecord &r) -> Word { return r.group_acl.Access; }},
-    {"HostAcl->Access", "HostAcl->Access", [](ShareRecord &r) -> Word { return r.host_acl.Access; }},
-};
-
-class ShareWriting : public Database
+class ShareWriting : public Shares
 {
   protected:
-    int add(ShareRecord &record) { return qbobj_addShare(qbdb, db, &record.share, &err); }
-    int modify(ShareRecord &record, int modify_one = 0)
+    // Creates shares on volume "data": a record of this name, or a chain.
+    int add(const char *name, const Given &given = "{}")
     {
-        return qbobj_modifyShare(qbdb, db, &record.share, modify_one, &err);
+        Json json = {{"VolumeId", "data"}, {"ShareName", name == nullptr ? Json() : Json(name)}};
+        json.update(given.json);
+        return add_chain(json);
     }
-    void add_plain(const char *name)
+    int add_chain(const Json &json) { return qbobj_addShare(qbdb, db, record_of(json), &err); }
+
+    // Changes the share "data/Docs", or what the record names.
+    int modify(const Given &given, int modify_one = 0)
     {
-        ShareRecord record;
-        ASSERT_OK(add(record.named(name)));
+        Json json = given.json;
+        if (!json.is_array() && !json.contains("resource_id"))
+            json["resource_id"] = "data/Docs";
+        return qbobj_modifyShare(qbdb, db, record_of(json), modify_one, &err);
     }
-    void add_with_everything(const char *name)
+    int remove(const Json &json) { return qbobj_deleteShare(qbdb, db, record_of(json), &err); }
+
+    qbobj_Share_t *record_of(const Json &json)
     {
-        ShareRecord record;
-        ASSERT_OK(add(record.named(name).with_everything()));
+        const qbobj_spec_t *spec = qbobj_json::find_spec("Share");
+        return share = static_cast<qbobj_Share_t *>(qbobj_json::from_json(spec, json, qbdb->pool, "share"));
     }
+
+    qbobj_Share_t *share = nullptr; // the record of the last write
 };
 
 } // namespace qbobj_test
