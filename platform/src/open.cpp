@@ -103,6 +103,7 @@ Problem connect(const std::string &path, const qbdb_options_t &options, qbdb_sys
         sqlite3_db_config(opened, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, facts.pending_wal, nullptr);
         return problem;
     }
+    state.transaction.version_read_at = data_mark(opened);
     rc = configure(opened, options, facts);
     if (rc == SQLITE_OK && version < schema_version())
         rc = migrate(opened);

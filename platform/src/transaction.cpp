@@ -17,6 +17,13 @@ void Outcome::fail(int rc, const char *why)
     std::snprintf(text.data(), text.size(), "%s", why);
 }
 
+std::optional<unsigned> qbdb::data_mark(sqlite3 *db)
+{
+    unsigned mark = 0;
+    const int rc = sqlite3_file_control(db, "main", SQLITE_FCNTL_DATA_VERSION, &mark);
+    return rc == SQLITE_OK ? std::optional(mark) : std::nullopt;
+}
+
 int Transaction::prepare_all(sqlite3 *db)
 {
     const std::pair<Statement *, const char *> statements[] = {{&begin_deferred, "BEGIN"},
@@ -86,9 +93,8 @@ int end(const Call &call, qbdb_sysinfo &state)
 // Another program may have brought the file to another schema since it was opened.
 int check_schema(const Call &call, Transaction &transaction)
 {
-    unsigned mark = 0; // moves when another connection has written
-    const bool marked = sqlite3_file_control(call.db, "main", SQLITE_FCNTL_DATA_VERSION, &mark) == SQLITE_OK;
-    if (marked && mark == transaction.version_read_at)
+    const std::optional<unsigned> mark = data_mark(call.db);
+    if (mark && mark == transaction.version_read_at)
         return SQLITE_OK;
     sqlite3_step(transaction.read_version.get());
     const int version = sqlite3_column_int(transaction.read_version.get(), 0);

@@ -25,6 +25,9 @@ struct Announcement {
     bool reads_only = false;
 };
 
+// SQLite's mark of the state that the connection has read: it moves when another connection has written.
+std::optional<unsigned> data_mark(sqlite3 *db);
+
 struct Transaction {
     // They are prepared with the connection, so that a transaction can be ended without memory.
     Statement begin_deferred;
@@ -32,7 +35,7 @@ struct Transaction {
     Statement commit;
     Statement rollback;
     Statement read_version;
-    std::optional<unsigned> version_read_at; // SQLite's mark of the state in which the version was read
+    std::optional<unsigned> version_read_at; // data_mark() when the version was read and found right
 
     bool open = false;      // qbdb_sql_begin() succeeded, and neither commit nor rollback came yet
     bool left_over = false; // ended for its caller, but SQLite could not end it yet
