@@ -54,6 +54,8 @@
 #include <qbobj/service.h>
 #include <qbobj/settings.h>
 #include <qbobj/share.h>
+#include <qbobj/snapshot.h>
+#include <qbobj/spare.h>
 #include <qbobj/storage.h>
 #include <qbobj/types.h>
 #include <qbobj/validate.h>

@@ -4,12 +4,13 @@
 #include "operations/account.h"
 #include "operations/settings.h"
 #include "operations/share.h"
+#include "operations/snapshot.h"
 #include "operations/storage.h"
 
 namespace qbobj
 {
 
-inline constexpr auto all_operations =
-    std::tuple_cat(settings_operations, share_operations, account_operations, storage_operations);
+inline constexpr auto all_operations = std::tuple_cat(
+    settings_operations, share_operations, account_operations, storage_operations, snapshot_operations);
 
 } // namespace qbobj
