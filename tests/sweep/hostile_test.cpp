@@ -67,10 +67,13 @@ bool is_settings_operation(const std::string &name)
     return name.ends_with("ServiceEntry") || name.ends_with("RegistryEntry");
 }
 
-// What the database says when a value has become SQL.
-bool speaks_of_syntax(const char *message)
+// What the database says when a value has become SQL. A value in a column's place may name none: behind its table's
+// alias it is named whole, as the value that it is.
+bool speaks_of_syntax(const char *message, const Json &value)
 {
     const std::string text = message == nullptr ? "" : message;
+    if (value.is_string() && text.ends_with("no such column: S." + value.get<std::string>()))
+        return false;
     for (const char *sign :
          {"syntax error", "unrecognized token", "no such column", "no such table", "incomplete input"})
         if (text.find(sign) != std::string::npos)
@@ -107,7 +110,7 @@ TEST_P(HostileSweep, StringsAreNeverSql)
             office.sql("BEGIN; COMMIT");
             const std::string before = office.content();
             const qbobj_json::Outcome outcome = operation.call(operation, {office.qbdb, office.db}, changed);
-            EXPECT_FALSE(speaks_of_syntax(outcome.error.msg)) << outcome.error.msg;
+            EXPECT_FALSE(speaks_of_syntax(outcome.error.msg, hostile)) << outcome.error.msg;
             if (operation.failed(outcome.result)) {
                 ASSERT_EQ(before, office.content());
             }

@@ -70,13 +70,15 @@ void furnish(Appliance &appliance)
     std::filesystem::create_directories(appliance.root() / "tmp");
     std::ofstream(appliance.root() / "tmp/user_list.txt") << import_list;
     furnish_storage(appliance);
+    furnish_snapshots(appliance);
 }
 
 const std::vector<Scenario> &scenarios()
 {
     static const std::vector<Scenario> all = [] {
         std::vector<Scenario> whole;
-        for (const auto family : {settings_scenarios, account_scenarios, share_scenarios, storage_scenarios})
+        for (const auto family :
+             {settings_scenarios, account_scenarios, share_scenarios, storage_scenarios, snapshot_scenarios})
             for (Scenario &scenario : family())
                 whole.push_back(std::move(scenario));
         return whole;
