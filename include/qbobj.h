@@ -55,6 +55,8 @@
 #include <qbobj/service.h>
 #include <qbobj/settings.h>
 #include <qbobj/share.h>
+#include <qbobj/snapshot.h>
+#include <qbobj/spare.h>
 #include <qbobj/storage.h>
 #include <qbobj/timemachine.h>
 #include <qbobj/tivo.h>

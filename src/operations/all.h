@@ -6,6 +6,7 @@
 #include "operations/service_device.h"
 #include "operations/settings.h"
 #include "operations/share.h"
+#include "operations/snapshot.h"
 #include "operations/storage.h"
 
 namespace qbobj
@@ -18,7 +19,8 @@ inline constexpr auto all_operations = std::tuple_cat(
     account_operations,
     protocol_operations,
     service_device_operations,
-    storage_operations);
+    storage_operations,
+    snapshot_operations);
 // clang-format on
 
 } // namespace qbobj

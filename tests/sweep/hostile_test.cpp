@@ -67,11 +67,13 @@ bool is_settings_operation(const std::string &name)
     return name.ends_with("ServiceEntry") || name.ends_with("RegistryEntry");
 }
 
-// What the database says when a value has become SQL. A table that is missing under the whole value is none: the value
-// stands for a table's name there, and was quoted.
+// What the database says when a value has become SQL. In a table's place the whole value may name a missing table, and
+// behind a table's alias a missing column: there it was quoted.
 bool speaks_of_syntax(const char *message, const Json &value)
 {
     std::string text = message == nullptr ? "" : message;
+    if (value.is_string() && text.ends_with("no such column: S." + value.get<std::string>()))
+        return false;
     constexpr std::string_view missing = "no such table";
     const std::size_t table = text.find(missing);
     if (table != text.npos && value.is_string() && text.find(value.get<std::string>(), table) != text.npos)

@@ -71,6 +71,7 @@ void furnish(Appliance &appliance)
     std::ofstream(appliance.root() / "tmp/user_list.txt") << import_list;
     furnish_service_devices(appliance);
     furnish_storage(appliance);
+    furnish_snapshots(appliance);
 }
 
 const std::vector<Scenario> &scenarios()
@@ -78,7 +79,7 @@ const std::vector<Scenario> &scenarios()
     static const std::vector<Scenario> all = [] {
         std::vector<Scenario> whole;
         for (const auto family : {settings_scenarios, account_scenarios, share_scenarios, protocol_scenarios,
-                                  service_device_scenarios, storage_scenarios})
+                                  service_device_scenarios, storage_scenarios, snapshot_scenarios})
             for (Scenario &scenario : family())
                 whole.push_back(std::move(scenario));
         return whole;

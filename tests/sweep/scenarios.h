@@ -28,6 +28,7 @@ std::vector<Scenario> share_scenarios();
 std::vector<Scenario> protocol_scenarios();
 std::vector<Scenario> service_device_scenarios();
 std::vector<Scenario> storage_scenarios();
+std::vector<Scenario> snapshot_scenarios();
 
 // Users, groups, shares with every protocol, a clone, a backup job, an import list: made through the
 // operations.
@@ -36,6 +37,8 @@ void furnish(Appliance &appliance);
 void furnish_service_devices(Appliance &appliance);
 // A shelf of disks with readings.
 void furnish_storage(Appliance &appliance);
+// A home's snapshot, a spare, a job; the share's snapshot and its clone stand with the shares.
+void furnish_snapshots(Appliance &appliance);
 
 // A share with every protocol and an entry in every list.
 qbobj_json::Json full_share(const std::string &name);
