@@ -2,6 +2,7 @@
 #pragma once
 
 #include "operations/account.h"
+#include "operations/backup.h"
 #include "operations/settings.h"
 #include "operations/share.h"
 
@@ -9,6 +10,6 @@ namespace qbobj
 {
 
 inline constexpr auto all_operations =
-    std::tuple_cat(settings_operations, share_operations, account_operations);
+    std::tuple_cat(settings_operations, share_operations, account_operations, backup_operations);
 
 } // namespace qbobj

@@ -45,7 +45,7 @@ def rules(db):
 
 
 def source_statements(root):
-    """Statements that are one literal, with values in the place of their conversions; spliced ones are left to the sweep."""
+    """Statements that are one literal, with values in the place of their conversions; those in pieces are left to the sweep."""
     for folder, _, names in os.walk(os.path.join(root, 'src')):
         for name in sorted(names):
             if not name.endswith(('.cpp', '.h')):
@@ -60,7 +60,7 @@ def source_statements(root):
                     position = match.end()
                     match = LITERALS.search(text, position)
                 sql = ''.join(pieces)
-                if STATEMENT.match(sql) and not re.search(r'%[sw]', sql):
+                if STATEMENT.match(sql) and not re.search(r'%[sw]|^SELECT(?!.*\bFROM\b)', sql, re.S):
                     sql = re.sub(r'%(?:%|Q|q|l*[du])', lambda c: VALUES.get(c[0], '1'), sql)
                     yield f'{name}:{text.count(chr(10), 0, start) + 1}', sql
 
@@ -88,11 +88,12 @@ def table_of(sql, alias):
 
 def plan_of(db, sql):
     """The steps of a statement's plan; the temporary copies of tables that an operation makes are made first."""
-    for copy in re.findall(r'[`\'" ]((?:_old_|_)([$a-z]\w+))[`\'" ]', sql):
+    for copy in re.findall(r'[`\'" ]((?:_old_|x_modify_|_)([$a-z]\w+))[`\'" ]', sql):
         if db.execute('SELECT COUNT(*),(SELECT COUNT(*) FROM sqlite_schema WHERE name=?) FROM sqlite_schema WHERE name=?',
                       copy).fetchone() == (1, 0):
             db.execute(f'CREATE TEMP TABLE IF NOT EXISTS "{copy[0]}" AS SELECT * FROM "{copy[1]}"')
-    return [row[3] for row in db.execute('EXPLAIN QUERY PLAN ' + sql, ['1'] * sql.count('?'))]
+    parameters = re.sub(r"'[^']*'", '', sql).count('?')
+    return [row[3] for row in db.execute('EXPLAIN QUERY PLAN ' + sql, ['1'] * parameters)]
 
 
 def plans(db, statements, fixed):
