@@ -25,6 +25,7 @@ const std::vector<Scenario> &scenarios();
 std::vector<Scenario> settings_scenarios();
 std::vector<Scenario> account_scenarios();
 std::vector<Scenario> share_scenarios();
+std::vector<Scenario> backup_scenarios();
 
 // Users, groups, shares with every protocol, a clone, a backup job, an import list: made through the
 // operations.
