@@ -20,6 +20,7 @@ void add_modification_figures(Figures &figures);
 void add_user_figures(Figures &figures);
 void add_new_user_figures(Figures &figures);
 void add_start_figures(Figures &figures);
+void add_backup_figures(Figures &figures);
 
 // Calls `work` once a run and gives back afterwards what it returned in the pool.
 template <std::invocable Work>

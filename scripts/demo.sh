@@ -103,3 +103,26 @@ for table in $(sqlite3 "$QBOBJ_DB" "SELECT T.name FROM sqlite_schema T, pragma_t
     sqlite3 "$QBOBJ_DB" "SELECT '  $table still holds ' || COUNT(*) || ' row(s) of share $id, which are kept on purpose'
         FROM \`$table\` WHERE share_id=$id HAVING COUNT(*)>0"
 done
+
+step "Backup jobs: a share to a share, a home to a remote host, all homes to a USB disk"
+# A job with a source, a destination and, if given, where the data goes there.
+job() {
+    jq -n --arg name "$1" --arg from "$2" --arg to "$3" --arg path "${4:-}" '
+        def place(text): text | split(":") | {Type: .[0], ShareNameOrProtocol: .[1]};
+        {JobName: $name, Source: place($from), Destination: (place($to) + {Path: $path}), Option: {},
+         Schedule: {Enabled: 1, Frequency: 1, Start: 1, End: 5, DayOfWeek: "Mon,Fri"}}'
+}
+{
+    job "media to upload" share:media share:upload
+    job "ann, off site" home:ann remote:rsync vault.example:/ann
+    job "all homes" "home:*" usb:usb_port_1_1
+} | jq -s . | quietly addBackupJob -
+call getBackupJobCollection | jq -r '.BackupJob[] |
+    "\(.JobId) \(.JobName): \(.Source.Type) \(.Source.ShareNameOrProtocol) -> \(.Destination.Type) \(.Destination.ShareNameOrProtocol) on \(.Schedule.DayOfWeek)"'
+echo "conflicts, and a name in use, are refused:"
+job "in circles" share:media share:media | call addBackupJob - || true
+job "all homes into one" "home:*" home:ann | call addBackupJob - || true
+job "all homes" home:bob share:upload | call addBackupJob - || true
+echo "the button starts them backwards:"
+call getBackupJobCollection | jq '{Jobs: [.BackupJob | reverse | .[] | {JobId}]}' | quietly setBackupButtonJobCollection -
+table JobId,JobName getBackupButtonJobCollection
