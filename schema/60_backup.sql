@@ -34,6 +34,9 @@ CREATE TABLE backup (
     wol_addr TEXT                             -- hardware address to wake before the job
 );
 
+CREATE INDEX backup_source ON backup (src_type, src_share_proto);
+CREATE INDEX backup_destination ON backup (dst_type, dst_share_proto);
+
 -- Jobs are stored with OR REPLACE, which would take another job of the same name away without a word.
 CREATE TRIGGER backup_keep_named BEFORE INSERT ON backup
 WHEN EXISTS (SELECT 1 FROM backup WHERE name = NEW.name)

@@ -104,6 +104,29 @@ for table in $(sqlite3 "$QBOBJ_DB" "SELECT T.name FROM sqlite_schema T, pragma_t
         FROM \`$table\` WHERE share_id=$id HAVING COUNT(*)>0"
 done
 
+step "Backup jobs: a share to a share, a home to a remote host, all homes to a USB disk"
+# A job with a source, a destination and, if given, where the data goes there.
+job() {
+    jq -n --arg name "$1" --arg from "$2" --arg to "$3" --arg path "${4:-}" '
+        def place(text): text | split(":") | {Type: .[0], ShareNameOrProtocol: .[1]};
+        {JobName: $name, Source: place($from), Destination: (place($to) + {Path: $path}), Option: {},
+         Schedule: {Enabled: 1, Frequency: 1, Start: 1, End: 5, DayOfWeek: "Mon,Fri"}}'
+}
+{
+    job "media to upload" share:media share:upload
+    job "ann, off site" home:ann remote:rsync vault.example:/ann
+    job "all homes" "home:*" usb:usb_port_1_1
+} | jq -s . | quietly addBackupJob -
+call getBackupJobCollection | jq -r '.BackupJob[] |
+    "\(.JobId) \(.JobName): \(.Source.Type) \(.Source.ShareNameOrProtocol) -> \(.Destination.Type) \(.Destination.ShareNameOrProtocol) on \(.Schedule.DayOfWeek)"'
+echo "conflicts, and a name in use, are refused:"
+job "in circles" share:media share:media | call addBackupJob - || true
+job "all homes into one" "home:*" home:ann | call addBackupJob - || true
+job "all homes" home:bob share:upload | call addBackupJob - || true
+echo "the button starts them backwards:"
+call getBackupJobCollection | jq '{Jobs: [.BackupJob | reverse | .[] | {JobId}]}' | quietly setBackupButtonJobCollection -
+table JobId,JobName getBackupButtonJobCollection
+
 # ---- Volumes, disks and health ---------------------------------------------------------------------------
 
 # A disk of the tree below the root: NAME MODEL SECTORS
@@ -144,7 +167,7 @@ for speed in 2100 2150 2300 950; do
 done
 quietly setEnclosureHealthForTest # the other fan: no file, so the middle of its range
 sensors
-record "INSERT INTO _ups_config (name,host,ups_model) VALUES('cellar','localhost','Turner UPS 900')"
+record "INSERT INTO _ups_config (name,host,port,ups_model) VALUES('cellar','localhost','auto','Turner UPS 900')"
 quietly setUpsHealth '{"UpsName": "cellar", "ServerHost": "localhost", "UpsStatus": "OL CHRG", "BatteryCharge": "93",
     "BatteryRunTime": "41"}'
 table UpsName,UpsModel,UpsStatus,BatteryCharge,BatteryRunTime,BatteryVoltage getUpsHealthCollection

@@ -99,7 +99,157 @@ struct qbobj_BackupButtonJobCollection {
     qbobj_BackupButtonJob_t *Jobs;            /**< list: the jobs */
 };
 
-/* ---- Operations ---------------------------------------------------------------------------------------- */
+/* ---- Jobs read ----------------------------------------------------------------------------------------- */
+
+/**
+ * Lists all backup jobs.
+ *
+ * An end is `Ejectable` when it is a USB port, or a share on removable storage (the volume "media").
+ *
+ * @param[in,out] collection  the jobs are appended to its list
+ * @reads backup, share
+ * @error QBOBJ_ERROR_API_ARGS  no collection
+ * @error QBOBJ_ERROR_DB_MISC   a statement failed
+ * @return 0 or the error code
+ */
+QBOBJ_API int qbobj_getBackupJobCollection(qbdb_handle_t *qbdb, sqlite3 *db,
+                                           qbobj_BackupJobCollection_t *collection, qbobj_error_rec_t *err);
+
+/**
+ * Reads one backup job.
+ *
+ * Records that hang in the job are reused. `Eject` and `Ejectable` of the ends are not filled: they keep what
+ * they hold, 0 in new records.
+ *
+ * @param[in,out] job  found by `resource_id`, or by `JobId` where that is below 1
+ * @reads backup
+ * @error QBOBJ_ERROR_API_ARGS      no record
+ * @error QBOBJ_ERROR_DB_MISC       neither id is 1 or more, or a statement failed
+ * @error QBOBJ_ERROR_DB_NOTEXISTS  no job has the id
+ * @return 0 or the error code
+ */
+QBOBJ_API int qbobj_getBackupJob(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_BackupJob_t *job,
+                                 qbobj_error_rec_t *err);
+
+/**
+ * Lists the places that backup jobs can read, and those that they can write.
+ *
+ * Sources are the shares, "*" for all homes, the homes of at most 500 users, the volumes, the protocols of
+ * remote hosts, the USB ports, and the Time Machine area while its account has a password; in this order, by
+ * name without regard to case, except that homes are not sorted. Destinations are shares, homes, protocols
+ * that can write, and USB ports, all sorted. Homes are those of directory users where accounts come from a
+ * directory, else of local users.
+ *
+ * @param[out] collection  both lists; what they held is dropped
+ * @reads service_cifs, share, account_default, _volume, $user, $group, backup_protocol, usb_port, usb_storage
+ * @error QBOBJ_ERROR_API_ARGS  no collection
+ * @error QBOBJ_ERROR_DB_MISC   a statement failed
+ * @return 0 or the error code
+ */
+QBOBJ_API int qbobj_getBackupTargetCollection(qbdb_handle_t *qbdb, sqlite3 *db,
+                                              qbobj_BackupTargetCollection_t *collection,
+                                              qbobj_error_rec_t *err);
+
+/**
+ * Finds the kind of a USB port.
+ *
+ * @param[in]  usb_port    "usb_port_" and the name of the port, or of its alternative
+ * @param[out] USBSubType  "BACKUP_" and the description of the port; null when no port has the name
+ * @reads usb_port
+ * @error QBOBJ_ERROR_API_ARGS  no `USBSubType`
+ * @error QBOBJ_ERROR_DB_MISC   a statement failed
+ * @return 0 or the error code
+ */
+QBOBJ_API int qbobj_getBackupUSBSubType(qbdb_handle_t *qbdb, sqlite3 *db, const char *usb_port,
+                                        char **USBSubType, qbobj_error_rec_t *err);
+
+/* ---- The button ---------------------------------------------------------------------------------------- */
+
+/**
+ * Lists the jobs that the backup button starts, in their order; those that were deleted are left out.
+ *
+ * @param[in,out] collection  the jobs are appended to its list
+ * @reads backup_button_jobs, backup
+ * @error QBOBJ_ERROR_API_ARGS  no collection
+ * @error QBOBJ_ERROR_DB_MISC   a statement failed
+ * @return 0 or the error code
+ */
+QBOBJ_API int qbobj_getBackupButtonJobCollection(qbdb_handle_t *qbdb, sqlite3 *db,
+                                                 qbobj_BackupButtonJobCollection_t *collection,
+                                                 qbobj_error_rec_t *err);
+
+/**
+ * Replaces the jobs that the backup button starts.
+ *
+ * Only `JobId` counts, and whether there is such a job is not checked. A job listed twice runs twice.
+ *
+ * @param[in] collection  the jobs in their order; an empty list leaves the button without jobs
+ * @writes backup_button_jobs
+ * @error QBOBJ_ERROR_API_ARGS  no collection
+ * @error QBOBJ_ERROR_DB_MISC   a statement failed
+ * @return 0 or the error code
+ */
+QBOBJ_API int qbobj_setBackupButtonJobCollection(qbdb_handle_t *qbdb, sqlite3 *db,
+                                                 qbobj_BackupButtonJobCollection_t *collection,
+                                                 qbobj_error_rec_t *err);
+
+/* ---- Jobs written -------------------------------------------------------------------------------------- */
+
+/**
+ * Creates backup jobs.
+ *
+ * Each record needs `Source`, `Destination`, `Schedule` and `Option`, and both ends a `Type`. An enabled job
+ * without a day is switched off, in the record too. Data cannot be copied from a share, home, volume or USB
+ * port to itself, from all homes to a home, nor from a remote host to a remote host; the names are not looked
+ * up. Job names are unique; a missing one is "".
+ *
+ * @param[in,out] job  the records; null creates nothing. On success each record's `resource_id` and `JobId`
+ *                     are the new id
+ * @reads  share, _volume
+ * @writes backup
+ * @error QBOBJ_ERROR_API_ARGS                    a record or type is missing, or the ends are in conflict
+ * @error QBOBJ_ERROR_UI__JOBNAME_ALREADY_EXISTS  another job has the name
+ * @error QBOBJ_ERROR_DB_MISC                     a statement failed
+ * @return 0 or the error code
+ */
+QBOBJ_API int qbobj_addBackupJob(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_BackupJob_t *job,
+                                 qbobj_error_rec_t *err);
+
+/**
+ * Changes backup jobs: name and schedule, and of the other records those that are given.
+ *
+ * `Schedule` is required, and a missing `JobName` renames the job to "". What is given is written whole. An
+ * enabled job without a day is switched off, in the record too. Two ends with a `Type` are checked as in
+ * qbobj_addBackupJob(); one alone, even a destination, is checked against the stored destination, whose path
+ * counts as its name. A job that does not exist is not an error. The new values together take at most about
+ * 2000 bytes; those that do not fit are left out, with a warning in the log.
+ *
+ * @param[in,out] job  the records, found by `resource_id`, or by `JobId` where that is below 1; null changes
+ *                     nothing. Each record's `Changed` tells whether the stored job became another
+ * @reads  share, _volume
+ * @writes backup
+ * @error QBOBJ_ERROR_API_ARGS                    no schedule, or the ends are in conflict
+ * @error QBOBJ_ERROR_UI__JOBNAME_ALREADY_EXISTS  another job has the name
+ * @error QBOBJ_ERROR_DB_MISC                     neither id is 1 or more, the schedule starts after its end,
+ *                                                or a statement failed
+ * @return 0 or the error code
+ */
+QBOBJ_API int qbobj_modifyBackupJob(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_BackupJob_t *job,
+                                    qbobj_error_rec_t *err);
+
+/**
+ * Deletes backup jobs, also from the list of the backup button.
+ *
+ * @param[in,out] job  the records, found by `resource_id`, or by `JobId` where that is below 1; null deletes
+ *                     nothing. A missing `JobName` becomes the name of the deleted job
+ * @writes backup, backup_button_jobs
+ * @error QBOBJ_ERROR_API_ARGS      neither id is 1 or more
+ * @error QBOBJ_ERROR_DB_MISC       a statement failed
+ * @error QBOBJ_ERROR_DB_NOTEXISTS  no job has the id
+ * @return 0 or the error code
+ */
+QBOBJ_API int qbobj_deleteBackupJob(qbdb_handle_t *qbdb, sqlite3 *db, qbobj_BackupJob_t *job,
+                                    qbobj_error_rec_t *err);
 
 #ifdef __cplusplus
 }

@@ -53,6 +53,9 @@ CREATE INDEX home_folder_snapshot_name ON `$home_folder_snapshot` (home_dir, nam
 CREATE INDEX home_folder_snapshot_created ON `$home_folder_snapshot` (created_on);
 CREATE INDEX home_folder_snapshot_user ON `$home_folder_snapshot` (user_name, created_on);
 CREATE INDEX home_folder_snapshot_home ON `$home_folder_snapshot` (home_dir, created_on);)",
+        // 3: the backup jobs of a share
+        R"(CREATE INDEX backup_source ON backup (src_type, src_share_proto);
+CREATE INDEX backup_destination ON backup (dst_type, dst_share_proto);)",
     };
     return steps;
 }

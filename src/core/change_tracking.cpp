@@ -48,6 +48,25 @@ int drop_copies(Call &call, const WatchedTables &watched, const char **error, co
     return checked(rc);
 }
 
+int copy_table(Call &call, const char *table, const char *copy, const char **error, const Site &site)
+{
+    char *text = nullptr;
+    const int rc =
+        qbdb_sql_duplicate_table(call.qbdb(), call.db(), table, copy, &text, site.unit.data(), site.line);
+    *error = or_empty(text);
+    return rc;
+}
+
+int compare_rows(Call &call, const char *table, const char *copy, const char *where, int &changed,
+                 const char **error, const Site &site)
+{
+    char *text = nullptr;
+    const int rc = qbdb_sql_compare_table_row(call.qbdb(), call.db(), table, copy, where, &changed, &text,
+                                              site.unit.data(), site.line);
+    *error = or_empty(text);
+    return rc;
+}
+
 int tracked(Call &call, const WatchedTables &watched, int &changed, int (*write)(void *), void *context,
             const Site &site)
 {

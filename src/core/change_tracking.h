@@ -20,6 +20,13 @@ int compare_tables(Call &call, const WatchedTables &watched, const char *const *
                    const Site &site = here());
 int drop_copies(Call &call, const WatchedTables &watched, const char **error, const Site &site = here());
 
+// One table under a name of its own, and those of its rows that satisfy `where` (SQL text): `changed` becomes 1 when they
+// differ from the copy's, else 0.
+int copy_table(Call &call, const char *table, const char *copy, const char **error,
+               const Site &site = here());
+int compare_rows(Call &call, const char *table, const char *copy, const char *where, int &changed,
+                 const char **error, const Site &site = here());
+
 // All of them around `write`; `changed` becomes 1 when any table differs, else 0. A failing `write` ends it.
 int tracked(Call &call, const WatchedTables &watched, int &changed, int (*write)(void *), void *context,
             const Site &site);

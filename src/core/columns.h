@@ -132,6 +132,9 @@ void number_of_columns_differs_from_the_members(); // never defined: reaching it
 // The columns of a SELECT: the commas up to its FROM that stand in no parentheses and no quotes, and one.
 constexpr std::size_t count_columns(std::string_view sql)
 {
+    constexpr std::string_view all_of_another = "SELECT * FROM (";
+    if (sql.starts_with(all_of_another))
+        sql.remove_prefix(all_of_another.size());
     std::size_t columns = 1;
     int depth = 0;
     char quote = '\0';
@@ -166,13 +169,21 @@ struct Select {
     constexpr Select at(const Site &site) const { return {sql, failure.at(site), columns}; }
 };
 
+// As select(), with the columns as one tuple, which several SELECTs share.
+template <class... Args, class... Columns>
+consteval auto select_into(std::type_identity_t<Statement<Args...>> sql, Failure failure,
+                           std::tuple<Columns...> columns)
+{
+    if (count_columns(sql.text) != sizeof...(Columns))
+        number_of_columns_differs_from_the_members();
+    return Select<std::tuple<Columns...>, Args...>{sql, failure, columns};
+}
+
 // See the top of this file.
 template <class... Args, class... Columns>
 consteval auto select(std::type_identity_t<Statement<Args...>> sql, Failure failure, Columns... columns)
 {
-    if (count_columns(sql.text) != sizeof...(Columns))
-        number_of_columns_differs_from_the_members();
-    return Select<std::tuple<Columns...>, Args...>{sql, failure, {columns...}};
+    return select_into<Args...>(sql, failure, std::tuple<Columns...>{columns...});
 }
 
 // Fills a record from a row.

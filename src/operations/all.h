@@ -2,6 +2,7 @@
 #pragma once
 
 #include "operations/account.h"
+#include "operations/backup.h"
 #include "operations/service.h"
 #include "operations/service_device.h"
 #include "operations/settings.h"
@@ -20,7 +21,8 @@ inline constexpr auto all_operations = std::tuple_cat(
     protocol_operations,
     service_device_operations,
     storage_operations,
-    snapshot_operations);
+    snapshot_operations,
+    backup_operations);
 // clang-format on
 
 } // namespace qbobj

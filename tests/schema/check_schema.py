@@ -88,7 +88,7 @@ def table_of(sql, alias):
 
 def plan_of(db, sql):
     """The steps of a statement's plan; the temporary copies of tables that an operation makes are made first."""
-    for copy in re.findall(r'[`\'" ]((?:_old_|_)([$a-z]\w+))[`\'" ]', sql):
+    for copy in re.findall(r'[`\'" ]((?:_old_|x_modify_|_)([$a-z]\w+))[`\'" ]', sql):
         if db.execute('SELECT COUNT(*),(SELECT COUNT(*) FROM sqlite_schema WHERE name=?) FROM sqlite_schema WHERE name=?',
                       copy).fetchone() == (1, 0):
             db.execute(f'CREATE TEMP TABLE IF NOT EXISTS "{copy[0]}" AS SELECT * FROM "{copy[1]}"')

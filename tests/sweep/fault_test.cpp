@@ -66,6 +66,7 @@ constexpr Survived survived[] = {
     {any_operation, "g.gname = 'sky-port'", "whether the entry is exempt is only logged"},
     {any_operation, "SELECT id FROM share WHERE",
      "a name that cannot be looked up counts as not there; the row's uniqueness stands behind it"},
+    {any_operation, "SELECT id FROM backup WHERE name=", "as for shares"},
     {"modifyUser", "SELECT id FROM `$user` WHERE uname=", "as for shares"},
     {"modifyGroup", "SELECT id FROM `$group` WHERE gname=", "as for shares"},
     {"setProtocolCollection", "SELECT val FROM service_misc",

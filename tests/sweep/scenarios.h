@@ -29,6 +29,7 @@ std::vector<Scenario> protocol_scenarios();
 std::vector<Scenario> service_device_scenarios();
 std::vector<Scenario> storage_scenarios();
 std::vector<Scenario> snapshot_scenarios();
+std::vector<Scenario> backup_scenarios();
 
 // Users, groups, shares with every protocol, a clone, a backup job, an import list: made through the
 // operations.
