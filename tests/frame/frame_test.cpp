@@ -199,7 +199,8 @@ TEST_F(Frame, ACommitThatFailsLeavesTheResultAndUndoesTheCall)
     EXPECT_EQ(0,
               run(ResultKind::code, [](Call &call) { return call.run("INSERT INTO child VALUES(1)").rc; }));
     EXPECT_EQ("0", value("SELECT COUNT(*) FROM child"));
-    EXPECT_EQ(Lines{"ERROR qbobj_api2 FOREIGN KEY constraint failed (19): COMMIT of qbobj_getThing"}, logged());
+    EXPECT_EQ(Lines{"ERROR qbobj_api2 FOREIGN KEY constraint failed (19): COMMIT of qbobj_getThing"},
+              logged());
     EXPECT_EQ(0, run(ResultKind::code, write_mark(0)));
     EXPECT_EQ(1, marks());
 }

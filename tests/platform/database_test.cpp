@@ -104,7 +104,7 @@ TEST_F(Open, RefusesBadFilesAndChangesNothing)
         {[&] { fs::resize_file(file, good.size() - 1); }, SQLITE_CORRUPT, "cut short"},
         {[&] { patch(68, "abcd"); }, SQLITE_NOTADB, "another application"},
         {[&] { patch(60, std::string("\0\0\0\7", 4)); }, SQLITE_CANTOPEN,
-         "was made by a newer version (schema 7, this is 2)"},
+         "was made by a newer version (schema 7, this is 3)"},
         {[&] { patch(60, std::string(4, '\0')); }, SQLITE_CORRUPT, "it has schema 0"},
         {[&] { patch(100, std::string(3000, '\x55')); }, SQLITE_CORRUPT, "is damaged"},
     };

@@ -36,7 +36,7 @@ TEST_F(Spares, AreListedWhenTheirDiskIsThere)
     expected.HardwareInterface = "SAS";
     expected.Pool = "data";
     expected.PoolType = "spare";
-    expected.PoolState = "SPARE";
+    expected.PoolState = "L2CACHE";
     expected.PoolHostId = 12;
     EXPECT_EQ(qbobj_test::dump("Disk", &expected), qbobj_test::dump("Disk", spares.Disk));
     EXPECT_EQ(nullptr, spares.Disk->_link);

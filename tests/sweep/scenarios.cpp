@@ -78,8 +78,9 @@ const std::vector<Scenario> &scenarios()
 {
     static const std::vector<Scenario> all = [] {
         std::vector<Scenario> whole;
-        for (const auto family : {settings_scenarios, account_scenarios, share_scenarios, protocol_scenarios,
-                                  service_device_scenarios, storage_scenarios, snapshot_scenarios, backup_scenarios})
+        for (const auto family :
+             {settings_scenarios, account_scenarios, share_scenarios, protocol_scenarios,
+              service_device_scenarios, storage_scenarios, snapshot_scenarios, backup_scenarios})
             for (Scenario &scenario : family())
                 whole.push_back(std::move(scenario));
         return whole;

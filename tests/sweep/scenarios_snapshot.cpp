@@ -10,7 +10,6 @@ void furnish_snapshots(Appliance &appliance)
 {
     appliance.sql("INSERT INTO `$home_folder_snapshot` (user_name,home_dir,name,type,created_on) "
                   "SELECT uname,home,'daily',1,1000 FROM `$user` WHERE uname='ann';"
-                  "INSERT INTO `$home_folder_snapshot_schedule` (share_id) VALUES(0);"
                   "INSERT INTO `$volume_spares` VALUES('sdb');"
                   "INSERT INTO volume_schedule (job_id,volume_id,action) VALUES(1,'data',2)");
 }

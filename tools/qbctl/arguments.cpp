@@ -34,7 +34,8 @@ const Argument &input_named(const Operation &operation, const std::string &name)
             return argument;
         names.emplace_back(argument.name);
     }
-    throw BadInput(operation.name() + " has no argument '" + name + "'" + qbobj_json::suggestion(name, names));
+    throw BadInput(operation.name() + " has no argument '" + name + "'" +
+                   qbobj_json::suggestion(name, names));
 }
 
 // The place of a name in an object, which must still be free.
