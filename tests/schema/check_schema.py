@@ -60,7 +60,7 @@ def source_statements(root):
                     position = match.end()
                     match = LITERALS.search(text, position)
                 sql = ''.join(pieces)
-                if STATEMENT.match(sql) and not re.search(r'%[sw]|^SELECT(?!.*\bFROM\b)', sql, re.S):
+                if STATEMENT.match(sql) and not re.search(r'%[sw]|^SELECT(?!.*\bFROM\b)|(?:FROM|\()\s*$', sql, re.S):
                     sql = re.sub(r'%(?:%|Q|q|l*[du])', lambda c: VALUES.get(c[0], '1'), sql)
                     yield f'{name}:{text.count(chr(10), 0, start) + 1}', sql
 
@@ -82,6 +82,7 @@ def listed(name):
 
 
 def table_of(sql, alias):
+    alias = alias.removeprefix('temp.').removeprefix('main.')
     named = re.search(r'[\s,(][`\'"]?([$\w]+)[`\'"]?\s+(?:AS\s+)?' + re.escape(alias) + r'\b(?!\s*\.)', sql)
     return named[1] if named and named[1].upper() not in ('FROM', 'JOIN', 'UPDATE', 'INTO', 'SELECT') else alias
 
