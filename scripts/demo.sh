@@ -125,7 +125,7 @@ job "all homes into one" "home:*" home:ann | call addBackupJob - || true
 job "all homes" home:bob share:upload | call addBackupJob - || true
 echo "the button starts them backwards:"
 call getBackupJobCollection | jq '{Jobs: [.BackupJob | reverse | .[] | {JobId}]}' | quietly setBackupButtonJobCollection -
-table JobId,JobName getBackupButtonJobCollection
+call getBackupButtonJobCollection | jq -r '.. | objects | select(.JobName) | "\(.JobId) \(.JobName)"'
 
 # ---- Volumes, disks and health ---------------------------------------------------------------------------
 

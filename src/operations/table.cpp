@@ -26,20 +26,20 @@ constexpr const qbobj_spec_t *spec_of_argument()
         return nullptr;
 }
 
+template <class Type>
+constexpr ArgumentEntry describe_argument(const Argument &argument)
+{
+    return {argument.name,     argument.direction,       argument.optional,
+            argument.sql_text, shape_of<Type>(argument), spec_of_argument<Type>(),
+            argument.count,    argument.size_of};
+}
+
 template <std::size_t Index, std::size_t... Arguments>
 constexpr auto describe_arguments(std::index_sequence<Arguments...>)
 {
-    using Entry = OperationAt<Index>;
-    constexpr auto &operation = std::get<Index>(all_operations);
-    const auto describe = []<std::size_t At>(std::integral_constant<std::size_t, At>) {
-        using Type = typename Entry::template Parameter<At>;
-        constexpr Argument argument = operation.arguments[At];
-        return ArgumentEntry{argument.name,     argument.direction,       argument.optional,
-                             argument.sql_text, shape_of<Type>(argument), spec_of_argument<Type>(),
-                             argument.count,    argument.size_of};
-    };
+    const auto &given = std::get<Index>(all_operations).arguments;
     return std::array<ArgumentEntry, sizeof...(Arguments)>{
-        describe(std::integral_constant<std::size_t, Arguments>{})...};
+        describe_argument<typename OperationAt<Index>::template Parameter<Arguments>>(given[Arguments])...};
 }
 
 template <std::size_t Index>
