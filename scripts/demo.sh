@@ -142,13 +142,10 @@ sensors() { table Label,Value,ValuePrev1,ValuePrev2,ValuePrev3,Min,Max getEnclos
 step "Volumes and disks"
 plug sda "Turner 500" 976773168; plug sdb "Turner 500" 976773168
 quietly getDiskDiff
-# What an appliance's platform knows of its own box: the slots, the pools on the disks, the sensors.
-record "INSERT OR REPLACE INTO disk_port (controller,port,slot_col,slot_row) VALUES(0,0,1,1),(0,1,2,1);
-    INSERT OR REPLACE INTO _disk_enclosure (controller,name,nr_row,nr_column,nr_fan) VALUES(0,'Base',1,2,2);
-    INSERT OR REPLACE INTO jbod_port (controller,label) VALUES(0,'internal');
-    INSERT INTO enclosure_health_spec VALUES(0,'Fan','1',900,6000,'front'),(0,'Fan','2',900,6000,'rear');
-    UPDATE \`\$disk_info\` SET port=id='sdb',channel=id='sdb',volume_id='data',pool_type='mirror',pool_state=0,
-        pool_hostid=7"
+# What the storage side records of its box: which pool the disks are in, and the sensors.
+record "UPDATE \`\$disk_info\` SET volume_id='data',pool_type='mirror',pool_state=0,pool_hostid=7;
+    UPDATE _disk_enclosure SET nr_fan=2;
+    INSERT INTO enclosure_health_spec VALUES(0,'Fan','1',900,6000,'front'),(0,'Fan','2',900,6000,'rear')"
 quietly setDiskHealth '[{"DiskId": "sda", "Temp": 34}, {"DiskId": "sdb", "Temp": 36, "ZpoolState": "ONLINE"}]'
 table VolumeName,RaidType,BlockTotal,BlockFree,BlockSize getVolumeCollection
 table EnclosureName,EnclosureRows,EnclosureCols getDiskEnclosureCollection
@@ -156,7 +153,6 @@ table DevName,SlotName,Model,Serial,Capacity,Pool,PoolState,DiskState,Temperatur
 
 step "A disk is pulled and another put in its slot: it is to rejoin the volume"
 rm -r "$QBOBJ_ROOT/sys/block/sda"; plug sdc "Turner 1000" 1953525168
-record "INSERT INTO \`\$disk_info\` (id,controller,port,channel) VALUES('sdc',0,0,0)" # as a backplane says it
 differences
 echo "the disk that was in its slot:"
 table DevName,SlotName,Present,Pool getDiskByDiskDiff '{"Controller": 0, "Channel": 0}'
@@ -167,7 +163,8 @@ for speed in 2100 2150 2300 950; do
 done
 quietly setEnclosureHealthForTest # the other fan: no file, so the middle of its range
 sensors
-record "INSERT INTO _ups_config (name,host,port,ups_model) VALUES('cellar','localhost','auto','Turner UPS 900')"
+quietly addUpsConfig '{"Type": "local", "Name": "cellar", "Description": "Below the stairs"}'
+quietly setUpsInfo '{"resource_id": "cellar@localhost", "UpsModel": "Turner UPS 900"}'
 quietly setUpsHealth '{"UpsName": "cellar", "ServerHost": "localhost", "UpsStatus": "OL CHRG", "BatteryCharge": "93",
     "BatteryRunTime": "41"}'
 table UpsName,UpsModel,UpsStatus,BatteryCharge,BatteryRunTime,BatteryVoltage getUpsHealthCollection

@@ -126,6 +126,8 @@ class Tool(unittest.TestCase):
         self.call("addShare", '{"ShareName": "docs", "VolumeId": "data", "Comment": "Ünïcode"}')
         table = self.ok("--columns", "ShareName,Comment", "call", "--table", "getShareCollection")
         self.assertEqual("ShareName  Comment\ndocs       Ünïcode\n", table)
+        inner = self.ok("--columns", "VolumeName", "call", "--table", "getVolumeCollection")
+        self.assertEqual("VolumeName\ndata\n", inner, "the list of the only record")
 
     def test_control_characters_never_reach_a_terminal(self):
         self.call("setServiceEntry", "key=a", "val=\x1b[31m\x7f\u009b\tä")

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <iterator>
 #include <set>
 
 using qbobj_json::BadInput;
@@ -43,16 +44,29 @@ std::string cut(const std::string &text)
     return text.substr(0, end) + "…";
 }
 
-// The records to show: a list itself, the list in a collection, or a single record.
+// The records to show: the list in a collection, a list itself, or a single record.
 Json records_of(const Json &value)
 {
-    if (value.is_array())
-        return value;
-    if (value.is_object())
-        for (const auto &[name, field] : value.items())
-            if (field.is_array() && !field.empty() && field.front().is_object() && value.size() <= 3)
+    const Json &collection = value.is_array() && value.size() == 1 ? value.front() : value;
+    if (collection.is_object())
+        for (const auto &[name, field] : collection.items())
+            if (field.is_array() && !field.empty() && field.front().is_object() && collection.size() <= 3)
                 return field;
-    return Json::array({value});
+    return value.is_array() ? value : Json::array({value});
+}
+
+// The records that have the column: these, or those in their lists.
+Json records_with(const std::string &column, const Json &records)
+{
+    const auto has_column = [&](const Json &record) { return record.is_object() && record.contains(column); };
+    if (std::any_of(records.begin(), records.end(), has_column))
+        return records;
+    Json listed = Json::array();
+    for (const Json &record : records)
+        for (const Json &field : record)
+            if (field.is_array())
+                std::copy_if(field.begin(), field.end(), std::back_inserter(listed), has_column);
+    return listed.empty() ? records : listed;
 }
 
 bool shows_nothing(const Json &field)
@@ -128,7 +142,9 @@ std::string escape_controls(const std::string &text)
 
 void print_table(std::ostream &out, const Json &value, const std::vector<std::string> &columns)
 {
-    const Json records = records_of(value);
+    Json records = records_of(value);
+    if (!columns.empty())
+        records = records_with(columns.front(), records);
     if (records.empty() || !records.front().is_object()) {
         for (const Json &record : records)
             out << cell_text(record) << '\n';
