@@ -19,11 +19,14 @@ int x_qbobj_setQubrixdInfo(Call &call, int LastStarted, int LastStopped, const c
     if (set.empty())
         return 0;
 
-    constexpr Failure failure(QBOBJ_ERROR_API_ARGS, "Fail 'UPDATE $qubrixd");
-    const auto update = [&] { return call.exec(failure, "UPDATE `$qubrixd` SET %s", set.text()); };
+    const auto update = [&] {
+        return call.exec({QBOBJ_ERROR_API_ARGS, "Fail 'UPDATE $qubrixd"}, "UPDATE `$qubrixd` SET %s",
+                         set.text());
+    };
     if (const int rc = update(); rc != 0 || call.changes() != 0)
         return rc;
-    if (const int rc = call.exec(failure, "INSERT INTO `$qubrixd` DEFAULT VALUES"))
+    if (const int rc = call.exec({QBOBJ_ERROR_API_ARGS, "Fail 'UPDATE $qubrixd"},
+                                 "INSERT INTO `$qubrixd` DEFAULT VALUES"))
         return rc;
     return update();
 }

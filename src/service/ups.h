@@ -16,7 +16,7 @@ using Ups = qbobj_UpsConfig_t;
 // Types are words, and compare without regard to case.
 inline bool is_type(const char *type, const char *word)
 {
-    return type != nullptr && strcasecmp(type, word) == 0;
+    return type != nullptr && word != nullptr && strcasecmp(type, word) == 0;
 }
 
 // What an operation does with a device of one type.
