@@ -19,15 +19,12 @@ int x_qbobj_setQubrixdInfo(Call &call, int LastStarted, int LastStopped, const c
     if (set.empty())
         return 0;
 
-    const auto update = [&] {
-        return call.exec({QBOBJ_ERROR_API_ARGS, "Fail 'UPDATE $qubrixd"}, "UPDATE `$qubrixd` SET %s",
-                         set.text());
-    };
+    const auto fail = [&] { return raise(call, QBOBJ_ERROR_API_ARGS, "Fail 'UPDATE $qubrixd"); };
+    const auto update = [&] { return call.run("UPDATE `$qubrixd` SET %s", set.text()) ? 0 : fail(); };
     if (const int rc = update(); rc != 0 || call.changes() != 0)
         return rc;
-    if (const int rc = call.exec({QBOBJ_ERROR_API_ARGS, "Fail 'UPDATE $qubrixd"},
-                                 "INSERT INTO `$qubrixd` DEFAULT VALUES"))
-        return rc;
+    if (!call.run("INSERT INTO `$qubrixd` DEFAULT VALUES"))
+        return fail();
     return update();
 }
 
