@@ -49,11 +49,17 @@ class Failure
   public:
     template <std::size_t Size>
     consteval Failure(const char (&literal)[Size], const Site &at = here())
-        : format_(FailureText<0>(literal, at))
+        : Failure(QBOBJ_ERROR_DB_MISC, FailureText<0>(literal, at))
     {
     }
-    consteval Failure(qbobj_error_t code, FailureText<0> format) : format_(format), code_(code) {}
-    constexpr Failure(FailureText<1> format, const char *word) : format_(format), word_(word), named_(true) {}
+    constexpr Failure(qbobj_error_t code, FailureText<0> format)
+        : format_{format.text, format.site}, code_(code)
+    {
+    }
+    constexpr Failure(FailureText<1> format, const char *word)
+        : format_{format.text, format.site}, word_(word), named_(true)
+    {
+    }
 
     const Site &site() const { return format_.site; }
     // For a helper that several units share: the place of the failure is its caller's.
@@ -67,10 +73,6 @@ class Failure
 
   private:
     struct Format {
-        template <std::size_t Words>
-        constexpr Format(const FailureText<Words> &checked) : text(checked.text), site(checked.site)
-        {
-        }
         const char *text;
         Site site;
     };
