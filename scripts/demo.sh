@@ -127,6 +127,23 @@ echo "the button starts them backwards:"
 call getBackupJobCollection | jq '{Jobs: [.BackupJob | reverse | .[] | {JobId}]}' | quietly setBackupButtonJobCollection -
 call getBackupButtonJobCollection | jq -r '.. | objects | select(.JobName) | "\(.JobId) \(.JobName)"'
 
+step "Time Machine on the home volume; the password is stored hashed and read masked"
+quietly setTimemachine '{"Enabled": 1, "Password": "apple pie", "CapacityMB": 500000}'
+call getTimemachine | jq -c '{Enabled, UserName, Password, CapacityMB}'
+record "SELECT 'on volume ' || volume_timemachine || ', AFP ' || CASE enabled WHEN 1 THEN 'on' ELSE 'off' END FROM service_afp"
+
+step "UPS devices: one attached, one asked over SNMP; six are watched at most"
+quietly addUpsConfig '[{"Name": "rack", "Type": "local", "Description": "below the rack", "ShutdownThreshold": 20,
+        "Share_enabled": 1, "List1": "10.0.0.1"},
+    {"Name": "hall", "Type": "snmp", "Port": "10.0.0.9", "SnmpCommunity": "office", "ShutdownThreshold": 30}]'
+table resource_id,Type,Port,SnmpMibs,ShutdownThreshold,UpsStatus getUpsConfigCollection
+for name in c d e f; do
+    jq -n --arg name $name '{Name: $name, Type: "snmp", Port: "10.0.0.9", SnmpCommunity: "office"}' | quietly addUpsConfig -
+done
+call addUpsConfig '{"Name": "seventh", "Type": "local"}' || true
+call addUpsConfig '{"Name": "7th", "Type": "local"}' || true
+jq -n '["c", "d", "e", "f"] | map({resource_id: (. + "@localhost")})' | quietly deleteUpsConfig -
+
 # ---- Volumes, disks and health ---------------------------------------------------------------------------
 
 # A disk of the tree below the root: NAME MODEL SECTORS
