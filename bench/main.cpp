@@ -14,6 +14,7 @@ int main(int argc, char **argv)
         add_user_figures(figures);
         add_disk_figures(figures);
         add_protocol_figures(figures);
+        add_snapshot_figures(figures);
         add_start_figures(figures);
         add_new_user_figures(figures);
         add_modification_figures(figures);

@@ -21,6 +21,7 @@ void add_user_figures(Figures &figures);
 void add_new_user_figures(Figures &figures);
 void add_disk_figures(Figures &figures);
 void add_protocol_figures(Figures &figures);
+void add_snapshot_figures(Figures &figures);
 void add_start_figures(Figures &figures);
 void add_backup_figures(Figures &figures);
 

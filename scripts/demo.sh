@@ -92,6 +92,44 @@ quietly preMigrateShare ShareId=data/upload VolumeId=backup
 quietly postMigrateShare ShareId=data/upload Commit=0
 table ShareName,VolumeId,Path getShareCollection
 
+# ---- Snapshots, spares and jobs --------------------------------------------------------------------------
+
+# NAME TYPE SECONDS
+take() {
+    quietly addSnapshot '{"ShareName": "papers", "VolumeName": "data", "SnapshotName": "'$1'", "Type": '$2', "CreatedOn": '$3'}'
+}
+of_papers() { echo "$1: $(call getSnapshotCollection ShareName=papers q_to=2147483647 | jq -r '[.Snapshot[].SnapshotName] | join(" ")')"; }
+page() { table SnapshotName,Type,CreatedOn,Path getSnapshotCollection ShareName=papers q_to=2147483647 q_order=1 q_limit=3 "$@"; }
+
+step "Snapshots of a share are taken, and paged through newest first"
+for day in 1 2 3 4 5; do
+    take day-$day 1 $((1700000000 + day * 86400))
+done
+take before-cleanup 2 1700500000
+echo "of $(call getSnapshotCollectionCount ShareName=papers q_to=2147483647 | jq -r .), made by hand:" \
+    "$(call getSnapshotCollectionCount ShareName=papers q_type=2 q_to=2147483647 | jq -r .)"
+page; page q_offset=3
+call getSnapshotCollection ShareName=papers q_to=2147483647 OrderBy=nowhere || true
+
+step "They are thinned out by 'newer than' and by name; a clone is registered"
+of_papers "all"
+quietly deleteSnapshot VolumeName=data ShareName=papers DeleteNewer=2 SnapshotName=day-4; of_papers "nothing newer than day-4"
+quietly deleteSnapshot VolumeName=data ShareName=papers SnapshotName=day-2; of_papers "without day-2"
+call deleteSnapshot VolumeName=data ShareName=papers SnapshotName=day-2 || true
+quietly addSnapshotClone ClonedShareName=papers-2026 ParentSnapshotName=day-3 ParentShareName=papers
+table ClonedShareName,ParentShareName,ParentSnapshotName getSnapshotClones ParentShareName=papers
+
+step "A disk is held as a spare, and a job is scheduled"
+record "INSERT INTO \`\$disk_info\` (id,present,model,controller,channel,volume_id,pool_state,pool_hostid)
+    VALUES('sdh',1,'Turner 500',0,7,'data',3,7)"
+quietly addVolumeSpare DevName=sdh
+call getVolumeSparesCollection | jq -r '.[].Disk[] | "\(.DevName): \(.Model) on channel \(.Channel) of controller \(.Controller), \(.PoolState)"'
+quietly deleteVolumeSpare DevName=sdh
+quietly deleteDiskByDevname '{"DevName": "sdh"}'
+quietly addVolumeSchedule '{"JobID": 3, "VolumeName": "data", "Enabled": 1, "Action": 2,
+    "Interval": {"Minute": "30", "Hour": "2", "DayOfMonth": "*", "Month": "*", "DayOfWeek": "0"}}'
+call getVolumeScheduleCollection | jq -r '.VolumeSchedule[] | "job \(.JobID) on \(.VolumeName): \(.Interval.Minute) \(.Interval.Hour) \(.Interval.DayOfMonth) \(.Interval.Month) \(.Interval.DayOfWeek)"'
+
 step "A share is deleted; what any table holds of it afterwards:"
 echo "before:"; traces_of papers
 id=$(call getShareId share_name=papers)
