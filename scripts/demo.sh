@@ -15,7 +15,7 @@ step() { printf '\n\033[1m== %s\033[0m\n' "$1"; }
 call() { qbctl call "$@"; }
 quietly() { call "$@" >/dev/null; }
 table() { qbctl --table --columns "$1" call "${@:2}"; }
-# What the storage side and the backup engine record; their operations are not part of this library yet.
+# What the storage side and the backup engine record.
 record() { sqlite3 "$QBOBJ_DB" "$1"; }
 # Every row of every table that names the share, by name, dataset or path.
 traces_of() {
@@ -164,6 +164,29 @@ job "all homes" home:bob share:upload | call addBackupJob - || true
 echo "the button starts them backwards:"
 call getBackupJobCollection | jq '{Jobs: [.BackupJob | reverse | .[] | {JobId}]}' | quietly setBackupButtonJobCollection -
 call getBackupButtonJobCollection | jq -r '.. | objects | select(.JobName) | "\(.JobId) \(.JobName)"'
+
+# ---- Services --------------------------------------------------------------------------------------------
+
+step "The services of a fresh appliance; two are switched on"
+services() { table ProtocolId,Enabled getProtocolCollection; }
+services
+for service in cifs snmp; do quietly setProtocolEnable protocol=$service enable=1; done
+services
+
+step "Several services change in one call; Changed tells which became others"
+# A change of the services as they are read, by a jq program.
+changed() { call getProtocolCollection | jq "$1" | call setProtocolCollection -; }
+changed '.Protocol = [.Protocol[] | select(.ProtocolId | IN("ftp", "ssh", "rsync", "snmp"))
+        | if .ProtocolId == "ftp" then .Enabled = 1 | .FtpOptions.PassiveRangeMin = 40000 end
+        | if .ProtocolId == "ssh" then .SshOptions.Port = 2222 end
+        | if .ProtocolId == "snmp" then .SnmpOptions.Community = "office" end]' |
+    jq -r '.. | objects | select(.ProtocolId) | "\(.ProtocolId): Changed = \(.Changed // 0)"'
+
+step "A wrong passive range is refused, and nothing of the call is stored"
+changed '.Protocol = [.Protocol[] | if .ProtocolId == "cifs" then .Enabled = 0 end
+    | if .ProtocolId == "ftp" then .FtpOptions.PassiveRangeMin = 50 end]' || true
+call getProtocolCollection | jq -r '.. | objects | select(.ProtocolId | IN("cifs", "ftp")?) |
+    "\(.ProtocolId): Enabled = \(.Enabled), from port \(.FtpOptions.PassiveRangeMin // "-")"'
 
 step "Time Machine on the home volume; the password is stored hashed and read masked"
 quietly setTimemachine '{"Enabled": 1, "Password": "apple pie", "CapacityMB": 500000}'

@@ -1,8 +1,7 @@
 // Users, read: listings, single accounts with all their details, and the small questions of identity.
 #include "account/queries.h"
 #include "account/quotas.h"
-
-#include <qbobj/settings.h>
+#include "core/time_machine.h"
 
 #include <cstring>
 #include <filesystem>
@@ -247,7 +246,7 @@ int qbobj_api2_getUserTimeMachineQuota(Call &call, qbobj_User_t *user)
         return 0;
     user->TimeMachineQuota->UserId = user->UserId;
     if (path != nullptr)
-        user->TimeMachineQuota->UsedMB = get_tm_used_mb(path_below_root(call, path));
+        user->TimeMachineQuota->UsedMB = time_machine_mb(path_below_root(call, path));
     return 0;
 }
 

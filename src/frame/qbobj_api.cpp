@@ -1,13 +1,11 @@
 // Single settings by key, and folder attributes: operations with a trace of their own and no records.
 #include "core/call.h"
+#include "core/time_machine.h"
 #include "frame/transaction.h"
 #include "operations/settings.h"
 
 #include <cstring>
 #include <ctime>
-#include <filesystem>
-#include <fstream>
-#include <string>
 
 using namespace qbobj;
 
@@ -236,35 +234,6 @@ int read_folder_attribute(Call &call, const char *path, Attribute &attr)
     return result;
 }
 
-/* ---- Time Machine space -------------------------------------------------------------------------------- */
-
-// The first entry of a folder, in directory order, that is a sparse bundle; empty when there is none.
-std::filesystem::path find_sparse_bundle(const std::filesystem::path &folder)
-{
-    std::error_code error;
-    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
-         entry.increment(error))
-        if (entry->path().filename().string().find(".sparsebundle") != std::string::npos)
-            return entry->path();
-    return {};
-}
-
-// The number behind "<integer>" in the line that follows the band-size key of a bundle's property list; else
-// 0.
-uint64_t read_band_size(const std::filesystem::path &property_list)
-{
-    constexpr std::string_view integer = "\t<integer>";
-    std::ifstream file(property_list);
-    std::string line;
-    while (std::getline(file, line)) {
-        if (line != "\t<key>band-size</key>" || !std::getline(file, line))
-            continue;
-        if (line.starts_with(integer))
-            return std::strtoull(line.c_str() + integer.size(), nullptr, 10);
-    }
-    return 0;
-}
-
 } // namespace
 
 int getServiceEntry(qbdb_handle_t *qbdb, sqlite3 *db, const char *key, char **val, qbobj_error_rec_t *err)
@@ -304,21 +273,5 @@ int getFolderAttribute(qbdb_handle_t *qbdb, sqlite3 *db, const char *path, qbobj
 
 uint64_t get_tm_used_mb(const char *path)
 {
-    constexpr uint64_t megabyte = 1000000;
-    if (path == nullptr)
-        return 0;
-    try {
-        const std::filesystem::path bundle = find_sparse_bundle(path);
-        if (bundle.empty())
-            return 0;
-        const uint64_t band_size = read_band_size(bundle / "Info.plist");
-        std::error_code error;
-        uint64_t bands = 0;
-        for (std::filesystem::directory_iterator band(bundle / "bands", error), end; !error && band != end;
-             band.increment(error))
-            ++bands;
-        return band_size * bands / megabyte;
-    } catch (const std::bad_alloc &) {
-        return 0;
-    }
+    return path == nullptr ? 0 : qbobj::time_machine_mb(path);
 }
