@@ -1,4 +1,4 @@
-// Backup jobs listed.
+// Backup jobs listed, and changed by one call.
 #include "measurements.h"
 
 namespace qbobj_bench
@@ -13,6 +13,19 @@ void read_all(const Connection &connection, qbobj_BackupJobCollection_t &collect
 {
     qbobj_error_rec_t err{};
     check(qbobj_getBackupJobCollection(connection.qbdb, connection.db, &collection, &err), err);
+}
+
+// Every job at another hour than before, in one chain.
+void reschedule_all(const Connection &connection)
+{
+    qbobj_BackupJobCollection_t collection{};
+    read_all(connection, collection);
+    for (qbobj_BackupJob_t *job = collection.BackupJob; job != nullptr; job = job->_link)
+        job->Schedule->End = job->Schedule->End == 5 ? 6 : 5;
+    qbobj_error_rec_t err{};
+    check(qbobj_modifyBackupJob(connection.qbdb, connection.db, collection.BackupJob, &err), err);
+    for (const qbobj_BackupJob_t *job = collection.BackupJob; job != nullptr; job = job->_link)
+        require_equal("Changed", 1, job->Changed);
 }
 
 struct Subject {
@@ -44,12 +57,17 @@ void add_backup_figures(Figures &figures)
             read_all(subject->library, collection);
         };
         figures.measure("getBackupJobCollection/" + std::to_string(jobs), timed(subject->library, read));
-        return static_cast<double>(pool_bytes(subject->library, read));
+        const auto bytes = static_cast<double>(pool_bytes(subject->library, read));
+        figures.measure("modifyBackupJob/" + std::to_string(jobs),
+                        timed(subject->library, [subject] { reschedule_all(subject->library); }));
+        return bytes;
     };
     const double bytes_of_few = measure(few);
     const double bytes_of_many = measure(many);
     figures.ratio_at_most("getBackupJobCollection-time-of-10x-jobs", "getBackupJobCollection/10000",
                           "getBackupJobCollection/1000", 11);
+    figures.ratio_at_most("modifyBackupJob-time-of-10x-jobs", "modifyBackupJob/10000", "modifyBackupJob/1000",
+                          13);
     figures.value_at_most("getBackupJobCollection-pool-of-10x-jobs", bytes_of_many / bytes_of_few, 10.5);
 }
 

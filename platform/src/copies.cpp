@@ -28,13 +28,27 @@ int drop_copy(const Call &call, const std::string &copy)
     return execute(call, "DROP TABLE temp.\"%w\"", copy.c_str());
 }
 
+// So that a row is found in the copy by its key, as it is in the table.
+int index_copy(const Call &call, const char *table, const std::string &copy)
+{
+    std::vector<std::string> keys;
+    const int rc =
+        read_texts(call, keys, "SELECT name FROM pragma_table_info(%Q,'main') WHERE pk>0 ORDER BY pk", table);
+    if (rc != SQLITE_OK || keys.empty())
+        return rc;
+    return execute(call, "CREATE INDEX temp.\"%w by key\" ON \"%w\"(\"%w\")", copy.c_str(), copy.c_str(),
+                   keys.front().c_str());
+}
+
 int copy_now(const Call &call, const char *table, const std::string &copy)
 {
     if (const int rc = check_names(call, table, copy); rc != SQLITE_OK)
         return rc;
     if (const int rc = drop_copy(call, copy); rc != SQLITE_OK)
         return rc;
-    return execute(call, "CREATE TEMP TABLE \"%w\" AS SELECT * FROM main.\"%w\"", copy.c_str(), table);
+    const int rc =
+        execute(call, "CREATE TEMP TABLE \"%w\" AS SELECT * FROM main.\"%w\"", copy.c_str(), table);
+    return rc == SQLITE_OK ? index_copy(call, table, copy) : rc;
 }
 
 // Inside a transaction of ours the changes are counted, which spares the copy.

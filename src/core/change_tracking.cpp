@@ -54,7 +54,7 @@ int copy_table(Call &call, const char *table, const char *copy, const char **err
     const int rc =
         qbdb_sql_duplicate_table(call.qbdb(), call.db(), table, copy, &text, site.unit.data(), site.line);
     *error = or_empty(text);
-    return rc;
+    return checked(rc);
 }
 
 int compare_rows(Call &call, const char *table, const char *copy, const char *where, int &changed,
@@ -64,7 +64,7 @@ int compare_rows(Call &call, const char *table, const char *copy, const char *wh
     const int rc = qbdb_sql_compare_table_row(call.qbdb(), call.db(), table, copy, where, &changed, &text,
                                               site.unit.data(), site.line);
     *error = or_empty(text);
-    return rc;
+    return checked(rc);
 }
 
 int tracked(Call &call, const WatchedTables &watched, int &changed, int (*write)(void *), void *context,
