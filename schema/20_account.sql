@@ -25,6 +25,9 @@ CREATE UNIQUE INDEX user_local_name ON `$user` (uname, CASE WHEN rid IS NULL THE
 CREATE UNIQUE INDEX user_domain_name ON `$user` (uname COLLATE BINARY, CASE WHEN rid IS NOT NULL THEN 1 END);
 CREATE INDEX user_group ON `$user` (group_id);
 CREATE INDEX user_home ON `$user` (home);
+-- Counting the users of a listing, and taking a page of it in order.
+CREATE INDEX user_listed ON `$user` (is_privileged, rid, uname, group_id);
+CREATE INDEX user_home_folder ON `$user` (home COLLATE NOCASE); -- of what lies below, letters of any case
 
 -- Local and directory groups. Owner: src/account; the platform adds directory groups and removes marked rows.
 CREATE TABLE `$group` (
@@ -65,3 +68,4 @@ CREATE TABLE `$timemachine_quota` (
     enabled INTEGER DEFAULT 0,                -- 0/1
     capacity_mb INTEGER DEFAULT 0
 );
+CREATE INDEX timemachine_quota_off ON `$timemachine_quota` (user_id) WHERE enabled=0; -- what a change sweeps away

@@ -26,6 +26,7 @@ CREATE TABLE share (
 );
 CREATE INDEX share_volume ON share (volume_id);
 CREATE INDEX share_path ON share (path);
+CREATE INDEX share_folder ON share (path COLLATE NOCASE); -- of what lies below or above, letters of any case
 CREATE INDEX share_migrating ON share (migrate_to_volume_id) WHERE migrate_to_volume_id IS NOT NULL;
 
 -- update_ts is not among the columns that fire it, so the trigger cannot fire itself.

@@ -46,6 +46,7 @@ struct StatementCache {
 // Buffers that calls use again.
 struct Scratch {
     std::string text;
+    std::vector<Literal> literals;
     std::string cells;
     std::vector<std::size_t> ends;
 };

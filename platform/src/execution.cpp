@@ -92,7 +92,7 @@ int Execution::run(va_list arguments)
     if (const int rc = find_statement(arguments); rc != SQLITE_OK)
         return rc;
     Arguments values(arguments);
-    if (const int rc = format_->bind(statement_, values); rc != SQLITE_OK)
+    if (const int rc = format_->bind(statement_, values, scratch_.literals); rc != SQLITE_OK)
         return rc;
     if (state_)
         state_->copies.statement_begins();
@@ -114,6 +114,7 @@ int Execution::find_statement(va_list arguments)
     }
     if (kept)
         format_ = &kept->format;
+    scratch_.literals.clear();
     if (!format_->has_splices()) {
         Statement &owner = kept ? kept->kept.statement : local_statement_;
         names_ = kept ? &kept->kept.names : nullptr;
@@ -121,8 +122,8 @@ int Execution::find_statement(va_list arguments)
     }
 
     Arguments values(arguments);
-    format_->build(values, scratch_.text);
-    if (!state_ || format_->has_quoted_splices()) {
+    format_->build(values, scratch_.text, scratch_.literals);
+    if (!state_ || format_->has_value_splices()) {
         local_statement_.reset();
         return prepare_into(local_statement_, scratch_.text, false);
     }

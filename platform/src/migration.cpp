@@ -56,6 +56,11 @@ CREATE INDEX home_folder_snapshot_home ON `$home_folder_snapshot` (home_dir, cre
         // 3: the backup jobs of a share
         R"(CREATE INDEX backup_source ON backup (src_type, src_share_proto);
 CREATE INDEX backup_destination ON backup (dst_type, dst_share_proto);)",
+        // 4: what lies below a folder, and pages of users
+        R"(CREATE INDEX share_folder ON share (path COLLATE NOCASE);
+CREATE INDEX user_home_folder ON `$user` (home COLLATE NOCASE);
+CREATE INDEX user_listed ON `$user` (is_privileged, rid, uname, group_id);
+CREATE INDEX timemachine_quota_off ON `$timemachine_quota` (user_id) WHERE enabled=0;)",
     };
     return steps;
 }

@@ -1,27 +1,25 @@
 // Compiling formats, building texts from them and binding their values.
 #include "statement_format.h"
 
+#include <algorithm>
 #include <cctype>
+#include <charconv>
 #include <climits>
 #include <cstdint>
 #include <cstring>
 #include <memory>
+#include <new>
+#include <system_error>
 
 namespace qbdb
 {
-
-namespace
-{
-
-struct SqliteFree {
-    void operator()(char *text) const { sqlite3_free(text); }
-};
 
 // What the text at a place of a statement belongs to.
 class Place
 {
   public:
     bool outside() const { return closing_ == 0; }
+    bool in_value() const { return closing_ == '\''; }
 
     // Takes one character of the statement and the one behind it.
     void advance(char c, char next)
@@ -44,6 +42,13 @@ class Place
   private:
     char closing_ = 0; // what ends the present quotes or comment ('*' a block comment); 0 outside
     char previous_ = 0;
+};
+
+namespace
+{
+
+struct SqliteFree {
+    void operator()(char *text) const { sqlite3_free(text); }
 };
 
 bool is_word(char c)
@@ -107,12 +112,17 @@ void append_doubling(std::string &out, const char *text, char quote)
     }
 }
 
+const char *or_nothing(const char *text)
+{
+    return text ? text : "";
+}
+
 void append_text(std::string &out, const Conversion &conversion, const char *text)
 {
     if (!conversion.plain || conversion.type == 'Q')
         append_formatted(out, conversion.pattern.c_str(), text);
     else if (conversion.type == 's')
-        out += text ? text : "";
+        out += or_nothing(text);
     else
         append_doubling(out, text, conversion.type == 'q' ? '\'' : '"');
 }
@@ -146,6 +156,58 @@ int bind_text(sqlite3_stmt *statement, int index, const char *text)
     if (size > INT_MAX)
         return SQLITE_TOOBIG;
     return sqlite3_bind_text(statement, index, text, static_cast<int>(size), SQLITE_STATIC);
+}
+
+// Reads the literal at the start of `text` and returns its length; 0 when there is none that could be bound.
+std::size_t read_literal(std::string_view text, Literal &literal)
+{
+    constexpr std::size_t most_digits = 18; // of any 64-bit number
+    literal.is_text = text.starts_with('\'');
+    if (!literal.is_text) {
+        const std::size_t digits = text.starts_with('-') ? 1 : 0;
+        const std::size_t end = std::min(text.find_first_not_of("0123456789", digits), text.size());
+        if (end == digits || end - digits > most_digits ||
+            (end < text.size() && (is_word(text[end]) || text[end] == '.')))
+            return 0;
+        const char *const first = text.data();
+        return std::from_chars(first, first + end, literal.number).ec == std::errc() ? end : 0;
+    }
+    for (std::size_t i = 1; i < text.size(); i++) {
+        if (text[i] == '\'' && !text.substr(i + 1).starts_with('\''))
+            return i + 1;
+        if (text[i] == '\'')
+            i++;
+        literal.text += text[i];
+    }
+    return 0;
+}
+
+// Appends a text that may hold assignments and comparisons. Blobs and expressions stay as they stand.
+void append_taking_literals(std::string &out, std::string_view text, std::size_t conversion,
+                            std::vector<Literal> &literals)
+{
+    Place place;
+    for (std::size_t i = 0; i < text.size(); i++) {
+        place.advance(text[i], i + 1 < text.size() ? text[i + 1] : '\0');
+        out += text[i];
+        if (text[i] != '=' || !place.outside())
+            continue;
+        Literal literal{conversion, false, 0, {}};
+        const std::size_t length = read_literal(text.substr(i + 1), literal);
+        if (length == 0)
+            continue;
+        out += '?';
+        i += length;
+        literals.push_back(std::move(literal));
+    }
+}
+
+int bind_literal(sqlite3_stmt *statement, int index, const Literal &literal)
+{
+    if (!literal.is_text)
+        return sqlite3_bind_int64(statement, index, literal.number);
+    return sqlite3_bind_text64(statement, index, literal.text.data(), literal.text.size(), SQLITE_STATIC,
+                               SQLITE_UTF8);
 }
 
 void skip_argument(const Conversion &conversion, Arguments &arguments)
@@ -182,7 +244,7 @@ bool StatementFormat::compile(std::string_view format)
             place.advance('%', '\0');
             text_ += '%';
             i++;
-        } else if (!add_conversion(format, i, !place.outside())) {
+        } else if (!add_conversion(format, i, place)) {
             return false;
         }
     }
@@ -190,7 +252,7 @@ bool StatementFormat::compile(std::string_view format)
 }
 
 // Reads the conversion at format[i] and leaves i on its last character.
-bool StatementFormat::add_conversion(std::string_view format, std::size_t &i, bool quoted)
+bool StatementFormat::add_conversion(std::string_view format, std::size_t &i, const Place &place)
 {
     const std::size_t begin = i++;
     const auto skip = [&](std::string_view set) {
@@ -223,29 +285,33 @@ bool StatementFormat::add_conversion(std::string_view format, std::size_t &i, bo
     const bool touches = (begin > 0 && is_word(format[begin - 1])) ||
                          (!behind.empty() && is_word(behind[0])) ||
                          (behind.size() == 2 && behind[0] == '%' && behind[1] != '%');
-    if (!quoted && conversion.plain && (type == 'Q' || (number && !touches))) {
+    if (place.outside() && conversion.plain && (type == 'Q' || (number && !touches))) {
         conversion.use = Conversion::Use::parameter;
         text_ += '?';
     } else {
         splices_ = true;
-        quoted_splices_ = quoted_splices_ || quoted;
+        value_splices_ = value_splices_ || place.in_value();
     }
     conversions_.push_back(std::move(conversion));
     return true;
 }
 
-void StatementFormat::build(Arguments &arguments, std::string &out) const
+void StatementFormat::build(Arguments &arguments, std::string &out, std::vector<Literal> &literals) const
 {
     out.clear();
+    literals.clear();
     std::size_t copied = 0;
-    for (const Conversion &conversion : conversions_) {
+    for (std::size_t i = 0; i < conversions_.size(); i++) {
+        const Conversion &conversion = conversions_[i];
         if (conversion.use == Conversion::Use::parameter) {
             skip_argument(conversion, arguments);
             continue;
         }
         out.append(text_, copied, conversion.at - copied);
         copied = conversion.at;
-        if (is_text(conversion.type))
+        if (conversion.plain && conversion.type == 's' && !value_splices_)
+            append_taking_literals(out, or_nothing(arguments.next<const char *>()), i, literals);
+        else if (is_text(conversion.type))
             append_text(out, conversion, arguments.next<const char *>());
         else
             append_number(out, conversion, arguments);
@@ -253,15 +319,22 @@ void StatementFormat::build(Arguments &arguments, std::string &out) const
     out.append(text_, copied);
 }
 
-int StatementFormat::bind(sqlite3_stmt *statement, Arguments &arguments) const
+int StatementFormat::bind(sqlite3_stmt *statement, Arguments &arguments,
+                          const std::vector<Literal> &literals) const
 {
     int index = 0;
-    for (const Conversion &conversion : conversions_) {
+    auto literal = literals.begin();
+    for (std::size_t i = 0; i < conversions_.size(); i++) {
+        const Conversion &conversion = conversions_[i];
+        int rc = SQLITE_OK;
         if (conversion.use == Conversion::Use::splice) {
             skip_argument(conversion, arguments);
-            continue;
+            for (; rc == SQLITE_OK && literal != literals.end() && literal->conversion == i; ++literal)
+                rc = bind_literal(statement, ++index, *literal);
+        } else {
+            rc = bind_argument(statement, ++index, conversion, arguments);
         }
-        if (const int rc = bind_argument(statement, ++index, conversion, arguments); rc != SQLITE_OK)
+        if (rc != SQLITE_OK)
             return rc;
     }
     return SQLITE_OK;

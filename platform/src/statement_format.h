@@ -6,6 +6,7 @@
 
 #include <cstdarg>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,6 +45,16 @@ struct Conversion {
     bool plain; // no flags, width or precision
 };
 
+// A value that stood in a spliced text.
+struct Literal {
+    std::size_t conversion; // which spliced it
+    bool is_text;
+    std::int64_t number;
+    std::string text;
+};
+
+class Place;
+
 class StatementFormat
 {
   public:
@@ -53,23 +64,24 @@ class StatementFormat
 
     bool has_splices() const { return splices_; }
     // A text with values between its quotes differs from call to call, so that keeping it is no use.
-    bool has_quoted_splices() const { return quoted_splices_; }
+    bool has_value_splices() const { return value_splices_; }
 
     // The statement's text, when nothing is spliced into it.
     const std::string &text() const { return text_; }
-    // The statement's text of one call.
-    void build(Arguments &arguments, std::string &out) const;
+    // The statement's text of one call. Values behind an equals sign in what is spliced become parameters, too, so
+    // that an update of the same columns has the same text.
+    void build(Arguments &arguments, std::string &out, std::vector<Literal> &literals) const;
     // Binds one call's values. Texts are bound where they stand and must outlive the statement's run.
-    int bind(sqlite3_stmt *statement, Arguments &arguments) const;
+    int bind(sqlite3_stmt *statement, Arguments &arguments, const std::vector<Literal> &literals) const;
 
   private:
-    bool add_conversion(std::string_view format, std::size_t &i, bool quoted);
+    bool add_conversion(std::string_view format, std::size_t &i, const Place &place);
 
     std::string text_;
     std::vector<Conversion> conversions_;
     std::string error_;
     bool splices_ = false;
-    bool quoted_splices_ = false;
+    bool value_splices_ = false;
 };
 
 } // namespace qbdb

@@ -1,5 +1,6 @@
 // New groups.
 #include "account/group_changes.h"
+#include "account/queries.h"
 #include "account/quotas.h"
 
 namespace qbobj
@@ -10,21 +11,18 @@ namespace
 constexpr int lowest_gid = 100;
 constexpr int highest_gid = 32767;
 
-// Gives the group the lowest free id.
-int choose_group_id(Call &call, qbobj_Group_t &group)
+constexpr IdQuestions group_ids{"SELECT COUNT(*) FROM `$group` WHERE id=%d",
+                                "SELECT COUNT(*) FROM `$group` WHERE id BETWEEN %d AND %d",
+                                "Failed DB Query for group. %s"};
+
+// Gives the group the lowest free id. None is free below `mark`, which moves on behind it.
+int choose_group_id(Call &call, int &mark, qbobj_Group_t &group)
 {
-    constexpr Failure failure("Failed DB Query for group. %s");
-    if (const int rc = call.number(failure, group.GroupId,
-                                   "SELECT 100 WHERE NOT EXISTS (SELECT * FROM `$group` WHERE id=100)"))
+    if (const int rc = find_first_gap(call, group_ids, mark, highest_gid, group.GroupId))
         return rc;
-    if (group.GroupId == 0)
-        if (const int rc =
-                call.number(failure, group.GroupId,
-                            "SELECT G1.id+1 FROM `$group` G1 WHERE G1.id>=100-1 AND G1.id<32767 "
-                            "AND NOT EXISTS (SELECT * FROM `$group` G2 WHERE G2.id=G1.id+1) LIMIT 1"))
-            return rc;
-    if (group.GroupId < lowest_gid || group.GroupId > highest_gid)
+    if (group.GroupId > highest_gid)
         return raise(call, QBOBJ_ERROR_DB_MISC, "No more gid available");
+    mark = group.GroupId + 1;
     return 0;
 }
 
@@ -61,14 +59,14 @@ constexpr QuotaInsert new_quota{
     "Failed DB Query for 'INSERT group_quota'. %s",
 };
 
-int add_group(Call &call, qbobj_Group_t &group)
+int add_group(Call &call, int &mark, qbobj_Group_t &group)
 {
     const char *name = nullptr;
     if (const int rc = check_new_group_name(call, group.GroupName, name))
         return rc;
     if (const int rc = check_name_is_free(call, name))
         return rc;
-    if (const int rc = group.GroupId < 1 ? choose_group_id(call, group) : check_group_id(call, group))
+    if (const int rc = group.GroupId < 1 ? choose_group_id(call, mark, group) : check_group_id(call, group))
         return rc;
 
     if (const int rc =
@@ -88,7 +86,8 @@ int add_group(Call &call, qbobj_Group_t &group)
 
 int x_qbobj_addGroup(Call &call, qbobj_Group_t *group)
 {
-    return for_each(group, add_group, call);
+    int mark = lowest_gid;
+    return for_each(group, add_group, call, mark);
 }
 
 } // namespace qbobj

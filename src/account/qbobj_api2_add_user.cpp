@@ -1,4 +1,5 @@
 // Creates local users, one by one with all their settings or in bulk from what an imported list held.
+#include "account/queries.h"
 #include "account/quotas.h"
 #include "account/user_changes.h"
 #include "validate/validate.h"
@@ -67,29 +68,8 @@ int check_name_is_free(Call &call, const char *name)
 
 constexpr Failure no_next_uid("Could not get next available uid. %s");
 
-// The first id at or above `mark` that no user has; one behind the highest when all are taken. Halves the range: a part
-// without a gap holds as many users as ids.
-int find_first_gap(Call &call, int mark, int &gap)
-{
-    gap = mark;
-    int taken = 0;
-    if (const int rc = call.number(no_next_uid, taken, "SELECT COUNT(*) FROM `$user` WHERE id=%d", mark))
-        return rc;
-    if (taken == 0 || mark > max_uid)
-        return 0;
-    ++gap;
-    for (int high = max_uid + 1; gap < high;) {
-        const int middle = gap + (high - gap) / 2;
-        if (const int rc = call.number(
-                no_next_uid, taken, "SELECT COUNT(*) FROM `$user` WHERE id BETWEEN %d AND %d", gap, middle))
-            return rc;
-        if (taken == middle - gap + 1)
-            gap = middle + 1;
-        else
-            high = middle;
-    }
-    return 0;
-}
+constexpr IdQuestions user_ids{"SELECT COUNT(*) FROM `$user` WHERE id=%d",
+                               "SELECT COUNT(*) FROM `$user` WHERE id BETWEEN %d AND %d", no_next_uid};
 
 // The first free id at or above the mark in account_default, which moves on behind it; -1 when there is none.
 int get_next_available_uid(Call &call, int &uid)
@@ -97,7 +77,7 @@ int get_next_available_uid(Call &call, int &uid)
     int mark = 0;
     if (const int rc = call.number(no_next_uid, mark, "SELECT next_uid FROM account_default"))
         return rc;
-    if (const int rc = find_first_gap(call, mark, uid))
+    if (const int rc = find_first_gap(call, user_ids, mark, max_uid, uid))
         return rc;
     if (!is_local_uid(uid))
         uid = -1;

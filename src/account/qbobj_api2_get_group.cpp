@@ -107,9 +107,11 @@ int x_qbobj_getGroupCollection(Call &call, qbobj_GroupCollection_t *collection, 
     if (const int rc = call.number("Failed DB Query for user. %s", collection->TotalEntries,
                                    "SELECT COUNT(*)  FROM `$group` G WHERE %s", listable))
         return rc;
-    if (const int rc = call.number("Failed DB Query for user. %s", collection->Entries,
-                                   "SELECT COUNT(*)  FROM `$group` G WHERE %s %s", listable, filter))
-        return rc;
+    collection->Entries = collection->TotalEntries;
+    if (!is_empty(filter))
+        if (const int rc = call.number("Failed DB Query for user. %s", collection->Entries,
+                                       "SELECT COUNT(*)  FROM `$group` G WHERE %s %s", listable, filter))
+            return rc;
     Group *&groups = end_of(collection->Group);
     if (const int rc = call.append(listed_groups, groups, listable, filter, group_orders.chosen(asked.order),
                                    limit_clause(call, asked)))

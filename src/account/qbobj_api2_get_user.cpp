@@ -191,11 +191,15 @@ constexpr auto primary_members = select<const char *>(
     "Failed DB Query for user. %s", both(&SystemUser::resource_id, &SystemUser::UserId),
     &SystemUser::UserName);
 
+// A user of that primary group stands here once a membership in whatever group, if there is any.
 constexpr auto all_members = select<const char *, const char *>(
-    R"(SELECT U.id,U.uname FROM `$user` U LEFT JOIN `$group_has_user` GU ON GU.user_id=U.id
+    R"(SELECT * FROM (SELECT U.id,U.uname FROM `$user` U LEFT JOIN `$group_has_user` GU ON GU.user_id=U.id
         WHERE U.is_privileged<>1 AND U.uname<>'nobody' AND U.uname<>'guest'
-        AND (U.group_id=(SELECT G1.id FROM `$group` G1 WHERE G1.gname=%Q)
-        OR GU.group_id=(SELECT G2.id FROM `$group` G2 WHERE G2.gname=%Q)) ORDER BY U.uname COLLATE NOCASE)",
+        AND U.group_id=(SELECT G.id FROM `$group` G WHERE G.gname=%Q)
+        UNION ALL SELECT U.id,U.uname FROM `$group` G CROSS JOIN `$group_has_user` GU ON GU.group_id=G.id
+        CROSS JOIN `$user` U ON U.id=GU.user_id AND U.group_id IS NOT G.id
+        WHERE G.id=(SELECT G.id FROM `$group` G WHERE G.gname=%Q)
+        AND U.is_privileged<>1 AND U.uname<>'nobody' AND U.uname<>'guest') ORDER BY 2 COLLATE NOCASE)",
     "Failed DB Query for user. %s", both(&SystemUser::resource_id, &SystemUser::UserId),
     &SystemUser::UserName);
 
@@ -273,9 +277,11 @@ int x_qbobj_getUserCollection(Call &call, qbobj_UserCollection_t *collection, qb
     if (const int rc = call.number("Failed DB Query for user. %s", collection->TotalEntries,
                                    "SELECT COUNT(*)  FROM `$user` U WHERE %s", listable))
         return rc;
-    if (const int rc = call.number("Failed DB Query for user. %s", collection->Entries,
-                                   "SELECT COUNT(*) FROM `$user` U WHERE %s%s", listable, filter))
-        return rc;
+    collection->Entries = collection->TotalEntries;
+    if (!is_empty(filter))
+        if (const int rc = call.number("Failed DB Query for user. %s", collection->Entries,
+                                       "SELECT COUNT(*) FROM `$user` U WHERE %s%s", listable, filter))
+            return rc;
     User *&users = end_of(collection->User);
     if (const int rc =
             call.append(encrypt_flag != 0 ? listed_users_with_passwords : listed_users, users, listable,

@@ -76,7 +76,8 @@ int timemachine_is_unused(Call &call, bool &unused, const Site &site)
 {
     constexpr Failure failure("Failed DB Query for $timemachine_quota. %s");
     int users = 0;
-    if (const int rc = call.number(failure.at(site), users, "SELECT COUNT(*) FROM '$timemachine_quota'"))
+    if (const int rc = call.number(failure.at(site), users,
+                                   "SELECT COUNT(*) FROM (SELECT 1 FROM '$timemachine_quota' LIMIT 2)"))
         return rc;
     int enabled = 0;
     if (const int rc = call.number(failure.at(site), enabled,

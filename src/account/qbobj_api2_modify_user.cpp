@@ -252,18 +252,18 @@ int x_qbobj_setPrimaryGroupByName(Call &call, const char *UserName, const char *
 // A hash is locked by a '!' in front of it.
 int x_qbobj_disableEnableLocalUserByName(Call &call, int Enable, const char *UserName)
 {
-    const int all = UserName == nullptr ? 1 : 0;
+    const char *whose = UserName == nullptr ? "" : sql_text<const char *>(call, "uname=%Q AND ", UserName);
     if (Enable != 0)
-        return call.exec("Failed DB Query for 'UPDATE user'. %s",
-                         R"(UPDATE `$user` SET passwd=substr(passwd,2) WHERE (%d OR uname=%Q)
-        AND is_privileged=0 AND rid IS NULL AND group_id<>98
+        return call.exec(
+            "Failed DB Query for 'UPDATE user'. %s",
+            R"(UPDATE `$user` SET passwd=substr(passwd,2) WHERE %s is_privileged=0 AND rid IS NULL AND group_id<>98
         AND substr(passwd,1,2)='!$' AND substr(passwd,4,1)='$')",
-                         all, or_empty(UserName));
-    return call.exec("Failed DB Query for 'UPDATE user'. %s",
-                     R"(UPDATE `$user` SET passwd='!'||passwd WHERE (%d OR uname=%Q)
-        AND is_privileged=0 AND rid IS NULL AND group_id<>98
+            whose);
+    return call.exec(
+        "Failed DB Query for 'UPDATE user'. %s",
+        R"(UPDATE `$user` SET passwd='!'||passwd WHERE %s is_privileged=0 AND rid IS NULL AND group_id<>98
         AND substr(passwd,1,1)='$' AND substr(passwd,3,1)='$')",
-                     all, or_empty(UserName));
+        whose);
 }
 
 int x_qbobj_modifyUserVisibleSnapFolder(Call &call, int UserId, const char *VisibleSnapFolder)

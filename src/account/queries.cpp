@@ -74,6 +74,30 @@ int exec_each(Call &call, std::span<const AccountStatement> statements, int id)
     return 0;
 }
 
+/* ---- Free ids ------------------------------------------------------------------------------------------ */
+
+// Halves the range: a part without a gap holds as many accounts as ids.
+int find_first_gap(Call &call, const IdQuestions &questions, int mark, int last, int &gap)
+{
+    gap = mark;
+    int taken = 0;
+    if (const int rc = call.number(questions.failure, taken, questions.one, mark))
+        return rc;
+    if (taken == 0 || mark > last)
+        return 0;
+    ++gap;
+    for (int high = last + 1; gap < high;) {
+        const int middle = gap + (high - gap) / 2;
+        if (const int rc = call.number(questions.failure, taken, questions.range, gap, middle))
+            return rc;
+        if (taken == middle - gap + 1)
+            gap = middle + 1;
+        else
+            high = middle;
+    }
+    return 0;
+}
+
 /* ---- Identity ------------------------------------------------------------------------------------------ */
 
 int PosixIds::of_id(Call &call, int id) const

@@ -59,6 +59,18 @@ struct AccountStatement {
 };
 int exec_each(Call &call, std::span<const AccountStatement> statements, int id);
 
+/* ---- Free ids ------------------------------------------------------------------------------------------ */
+
+// How many accounts of one kind have an id, or one of a range.
+struct IdQuestions {
+    Statement<int> one;
+    Statement<int, int> range;
+    Failure failure;
+};
+
+// The first id from `mark` on that none has; one behind `last` when all are taken.
+int find_first_gap(Call &call, const IdQuestions &questions, int mark, int last, int &gap);
+
 /* ---- Identity ------------------------------------------------------------------------------------------ */
 
 // How accounts of one kind, users or groups, are mapped to the ids of the system. -1 for what it does not know.

@@ -3,6 +3,8 @@
 
 #include <qbobj/storage.h>
 
+#include <string_view>
+
 namespace qbobj
 {
 
@@ -143,12 +145,26 @@ int insert_option(Call &call, Daap &option, int32_t share_id)
     return qbobj_api2_addDaapShareOption(call, &option, share_id);
 }
 
+// What was stored for the access word of a new row.
+DefaultAccess default_of(const char *word)
+{
+    const char *stored = nullptr;
+    qbobj_validate_access(word, "ReadWrite", &stored);
+    const std::string_view access = or_empty(stored);
+    if (access == "writeable")
+        return DefaultAccess::read_write;
+    return access == "readonly" ? DefaultAccess::read_only : DefaultAccess::none;
+}
+
 template <class Option>
 int add_option(Call &call, Option &option, int32_t share_id)
 {
     if (const int rc = insert_option(call, option, share_id))
         return rc;
-    if (const int rc = write_lists(call, option, share_id))
+    ListOwner owner{share_id, protocol_of<Option>.word, DefaultAccess::none};
+    if constexpr (requires { option.DefaultAccess; })
+        owner.of_new_share = default_of(option.DefaultAccess);
+    if (const int rc = write_lists(call, option, owner))
         return rc;
     tell_service<Option>(call);
     return 0;

@@ -12,18 +12,22 @@ namespace qbobj
 namespace
 {
 
-// What a protocol allows those whom no list names.
-enum class Default : int { none = 0, read_only = 1, read_write = 2 };
+using Default = DefaultAccess;
 
 // A share without an option row allows nothing.
-int read_default(Call &call, int32_t share_id, const char *proto, Default &access)
+int read_default(Call &call, const ListOwner &owner, Default &access)
 {
+    if (owner.of_new_share) {
+        access = *owner.of_new_share;
+        return 0;
+    }
+    const char *proto = owner.proto;
     int32_t stored = 0;
     const int rc = call.number(
         {"Failed DB Query for 'SELECT %s_share_option'. %s", proto}, stored,
         R"(SELECT CASE WHEN O.%s_access='writeable' THEN %d WHEN O.%s_access='readonly' THEN %d ELSE %d END
         FROM %s_share_option O WHERE share_id=%d)",
-        proto, Default::read_write, proto, Default::read_only, Default::none, proto, share_id);
+        proto, Default::read_write, proto, Default::read_only, Default::none, proto, owner.share_id);
     access = static_cast<Default>(stored);
     return rc;
 }
@@ -115,11 +119,13 @@ int find_account(Call &call, Entry &entry, int &id)
 }
 
 template <class Entry>
-int add_accounts(Call &call, Entry *acl, int32_t share_id, const char *proto)
+int add_accounts(Call &call, Entry *acl, const ListOwner &owner)
 {
     using List = AccountList<Entry>;
+    if (acl == nullptr)
+        return 0;
     Default access = Default::none;
-    if (const int rc = read_default(call, share_id, proto, access))
+    if (const int rc = read_default(call, owner, access))
         return rc;
     for (Entry &entry : Chain(acl)) {
         int id = 0;
@@ -131,8 +137,8 @@ int add_accounts(Call &call, Entry *acl, int32_t share_id, const char *proto)
             return raise(call, QBOBJ_ERROR_API_ARGS, List::bad_access, entry.Access);
         if (repeats_default(access, read, write) && !is_always_listed(call, entry, id))
             continue;
-        if (const int rc = call.exec({"Failed DB Query for %s 'INSERT user_acl'. %s", proto}, List::insert,
-                                     share_id, id, proto, read, write))
+        if (const int rc = call.exec({"Failed DB Query for %s 'INSERT user_acl'. %s", owner.proto},
+                                     List::insert, owner.share_id, id, owner.proto, read, write))
             return rc;
     }
     return 0;
@@ -191,7 +197,7 @@ std::optional<HostRights> stored_rights(std::string_view proto, Default access, 
     return HostRights{read, write, 0};
 }
 
-int add_host(Call &call, int32_t share_id, const char *proto, Default access, const qbobj_HostAcl_t &entry)
+int add_host(Call &call, const ListOwner &owner, Default access, const qbobj_HostAcl_t &entry)
 {
     if (entry.Host == nullptr)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid HostAcl->Host cannot be NULL");
@@ -205,13 +211,13 @@ int add_host(Call &call, int32_t share_id, const char *proto, Default access, co
     if (qbobj_validate_read_write(entry.Access, nullptr, &given.read, &given.write) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid HostAcl->Access (%s).", entry.Access);
 
-    const std::optional<HostRights> rights = stored_rights(proto, access, given);
+    const std::optional<HostRights> rights = stored_rights(owner.proto, access, given);
     if (!rights)
         return 0;
-    return call.exec({"Failed DB Query for %s 'INSERT host_acl'. %s", proto},
+    return call.exec({"Failed DB Query for %s 'INSERT host_acl'. %s", owner.proto},
                      "INSERT OR REPLACE INTO `host_acl` (share_id,host_id,proto,read,write,root) "
                      "VALUES(%d,%d,%Q,%d,%d,%d)",
-                     share_id, id, proto, rights->read, rights->write, rights->root);
+                     owner.share_id, id, owner.proto, rights->read, rights->write, rights->root);
 }
 
 /* ---- Links to other servers, and rsync's logins -------------------------------------------------------- */
@@ -253,42 +259,53 @@ int store_login(Call &call, int32_t share_id, const qbobj_UserPasswordAcl_t &ent
 
 } // namespace
 
-int qbobj_api2_addHostAcl(Call &call, qbobj_HostAcl_t *acl, int32_t share_id, const char *proto)
+int qbobj_api2_addHostAcl(Call &call, qbobj_HostAcl_t *acl, const ListOwner &owner)
 {
     // The word "cifs" stands for every protocol here.
-    if (const int rc = call.exec("Failed DB Query for cifs 'DELETE FROM host_acl'. %s",
-                                 "DELETE FROM `host_acl` WHERE share_id=%d AND proto=%Q", share_id, proto))
-        return rc;
+    if (!owner.of_new_share)
+        if (const int rc = call.exec("Failed DB Query for cifs 'DELETE FROM host_acl'. %s",
+                                     "DELETE FROM `host_acl` WHERE share_id=%d AND proto=%Q", owner.share_id,
+                                     owner.proto))
+            return rc;
+    if (acl == nullptr)
+        return 0;
     Default access = Default::none;
-    if (const int rc = read_default(call, share_id, proto, access))
+    if (const int rc = read_default(call, owner, access))
         return rc;
-    return for_each(acl, add_host, call, share_id, proto, access);
+    return for_each(acl, add_host, call, owner, access);
 }
 
-int qbobj_api2_addUserAcl(Call &call, qbobj_UserAcl_t *acl, int32_t share_id, const char *proto)
+int qbobj_api2_addUserAcl(Call &call, qbobj_UserAcl_t *acl, const ListOwner &owner)
 {
-    if (const int rc = call.exec({"Failed DB Query for %s 'DELETE FROM user_acl'. %s", proto},
-                                 "DELETE FROM `user_acl` WHERE share_id=%d AND proto=%Q", share_id, proto))
-        return rc;
-    return add_accounts(call, acl, share_id, proto);
+    if (!owner.of_new_share)
+        if (const int rc = call.exec({"Failed DB Query for %s 'DELETE FROM user_acl'. %s", owner.proto},
+                                     "DELETE FROM `user_acl` WHERE share_id=%d AND proto=%Q", owner.share_id,
+                                     owner.proto))
+            return rc;
+    return add_accounts(call, acl, owner);
 }
 
-int qbobj_api2_addGroupAcl(Call &call, qbobj_GroupAcl_t *acl, int32_t share_id, const char *proto)
+int qbobj_api2_addGroupAcl(Call &call, qbobj_GroupAcl_t *acl, const ListOwner &owner)
 {
     // The word "cifs" stands for every protocol here, too.
-    if (const int rc = call.exec("Failed DB Query for cifs 'DELETE FROM group_acl'. %s",
-                                 "DELETE FROM `group_acl` WHERE share_id=%d AND proto=%Q", share_id, proto))
-        return rc;
-    return add_accounts(call, acl, share_id, proto);
+    if (!owner.of_new_share)
+        if (const int rc = call.exec("Failed DB Query for cifs 'DELETE FROM group_acl'. %s",
+                                     "DELETE FROM `group_acl` WHERE share_id=%d AND proto=%Q", owner.share_id,
+                                     owner.proto))
+            return rc;
+    return add_accounts(call, acl, owner);
 }
 
-int qbobj_api2_addDfolderAcl(Call &call, qbobj_DfolderAcl_t *acl, int32_t share_id)
+int qbobj_api2_addDfolderAcl(Call &call, qbobj_DfolderAcl_t *acl, const ListOwner &owner)
 {
-    if (const int rc = call.exec("Failed DB Query for 'DELETE FROM cifs_dfs_option'. %s",
-                                 "DELETE FROM `cifs_dfs_option` WHERE share_id=%d", share_id))
-        return rc;
+    if (!owner.of_new_share)
+        if (const int rc = call.exec("Failed DB Query for 'DELETE FROM cifs_dfs_option'. %s",
+                                     "DELETE FROM `cifs_dfs_option` WHERE share_id=%d", owner.share_id))
+            return rc;
+    if (acl == nullptr)
+        return 0;
     Home home;
-    if (const int rc = call.read(home_of, home, share_id))
+    if (const int rc = call.read(home_of, home, owner.share_id))
         return rc;
     for (const qbobj_DfolderAcl_t &link : Chain(acl))
         if (const int rc =
@@ -296,12 +313,12 @@ int qbobj_api2_addDfolderAcl(Call &call, qbobj_DfolderAcl_t *acl, int32_t share_
                           "INSERT INTO `cifs_dfs_option` "
                           "(share_id,volume,share,folder,address,remote_share) "
                           "VALUES(%d,%Q,%Q,%Q,%Q,%Q)",
-                          share_id, home.volume, home.name, link.Name, link.Address, link.RemoteShare))
+                          owner.share_id, home.volume, home.name, link.Name, link.Address, link.RemoteShare))
             return rc;
     return 0;
 }
 
-int qbobj_api2_addUserPasswordAcl(Call &call, qbobj_UserPasswordAcl_t *acl, int32_t share_id)
+int qbobj_api2_addUserPasswordAcl(Call &call, qbobj_UserPasswordAcl_t *acl, const ListOwner &owner)
 {
     if (acl != nullptr && acl->UserName == nullptr)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid UserPasswordAcl->UserName cannot be NULL");
@@ -309,14 +326,16 @@ int qbobj_api2_addUserPasswordAcl(Call &call, qbobj_UserPasswordAcl_t *acl, int3
     for (const qbobj_UserPasswordAcl_t &entry : Chain(acl)) {
         if (is_empty(entry.UserName))
             break;
-        if (const int rc = store_login(call, share_id, entry))
+        if (const int rc = store_login(call, owner.share_id, entry))
             return rc;
         named.insert(entry.UserName);
     }
+    if (owner.of_new_share)
+        return 0;
     const auto remove_unnamed = [&](const Login &login) {
-        return named.contains(or_empty(login.user)) ? 0 : remove_login(call, share_id, login.user);
+        return named.contains(or_empty(login.user)) ? 0 : remove_login(call, owner.share_id, login.user);
     };
-    return call.each<Login>(stored_logins, remove_unnamed, share_id);
+    return call.each<Login>(stored_logins, remove_unnamed, owner.share_id);
 }
 
 } // namespace qbobj

@@ -8,27 +8,41 @@ namespace qbobj
 namespace
 {
 
-// Copied in this order. rsync, links to other servers, markers and snapshots stay with the original.
-constexpr const char *copied_tables[] = {
-    "user_quota",        "group_quota",       "user_acl",          "group_acl",         "host_acl",
-    "cifs_share_option", "afp_share_option",  "nfs_share_option",  "http_share_option", "ftp_share_option",
-    "dlna_share_option", "daap_share_option", "zvol_share_option", "snapshot_schedule", "zfs_attr",
+// A table whose rows of a share are copied, with its columns but for `share_id`.
+struct CopiedTable {
+    const char *name;
+    const char *columns;
 };
 
-// Repeats a share's rows of a table for another share, whatever the table's other columns are.
-int copy_rows(Call &call, const char *table, int source_id, int new_id)
+// In this order. rsync, links to other servers, markers and snapshots stay with the original.
+constexpr CopiedTable copied_tables[] = {
+    {"user_quota", "user_id,mb_soft,mb_hard"},
+    {"group_quota", "group_id,mb_soft,mb_hard"},
+    {"user_acl", "user_id,proto,read,write"},
+    {"group_acl", "group_id,proto,read,write"},
+    {"host_acl", "host_id,proto,read,write,root"},
+    {"cifs_share_option", "available,cifs_access,cifs_guest_access,cifs_hide_share,cifs_recycle,"
+                          "cifs_recycle_mb_limit,cifs_recycle_age_limit,cifs_enable_masks,"
+                          "cifs_group_create_mask,cifs_everyone_create_mask,cifs_group_directory_mask,"
+                          "cifs_everyone_directory_mask,cifs_enable_forced_minimum,oplocks,cifs_enabledfs"},
+    {"afp_share_option", "available,afp_access,afp_guest_access,afp_fperm,afp_dperm"},
+    {"nfs_share_option", "available,nfs_access,nfs_sync"},
+    {"http_share_option", "available,http_access,http_webdav"},
+    {"ftp_share_option", "available,ftp_access,ftp_mask,ftp_create_mask,ftp_directory_mask"},
+    {"dlna_share_option", "available,access,media_type"},
+    {"daap_share_option", "available"},
+    {"zvol_share_option", "kb_size,is_sparse"},
+    {"snapshot_schedule", "enabled,minute,hour,day_of_month,day_of_week,month,last_taken,"
+                          "purge_manual_snapshot,last_daily_taken,last_weekly_taken"},
+    {"zfs_attr", "mb_quota,mb_reservation,mb_refquota,mb_refreservation,compression,bit_rot_protection,dedup,"
+                 "logbias,origin,sync"},
+};
+
+int copy_rows(Call &call, const CopiedTable &table, int source_id, int new_id)
 {
-    if (const int rc = call.exec({"Error in 'COPY %s'. (%s)", table},
-                                 "CREATE TEMPORARY TABLE `_%s` AS SELECT * FROM `%s` WHERE share_id=%d",
-                                 table, table, source_id))
-        return rc;
-    if (const int rc =
-            call.exec({"Error in 'UPDATE _%s'. (%s)", table}, "UPDATE `_%s` SET share_id=%d", table, new_id))
-        return rc;
-    if (const int rc = call.exec({"Error in 'INSERT %s'. (%s)", table},
-                                 "INSERT INTO `%s` SELECT * FROM `_%s`", table, table))
-        return rc;
-    return call.exec({"Error in 'DROP _%s'. (%s)", table}, "DROP TABLE IF EXISTS `_%s`", table);
+    return call.exec({"Error in 'INSERT %s'. (%s)", table.name},
+                     "INSERT INTO `%s` (share_id,%s) SELECT %d,%s FROM `%s` WHERE share_id=%d", table.name,
+                     table.columns, new_id, table.columns, table.name, source_id);
 }
 
 } // namespace
@@ -57,7 +71,7 @@ int x_qbobj_copyShare(Call &call, const char *VolumeName, const char *ShareName,
             VolumeName, NewShareName, NewShareName, VolumeName, NewShareName, source_id))
         return rc;
     const int new_id = call.last_id();
-    for (const char *table : copied_tables)
+    for (const CopiedTable &table : copied_tables)
         if (const int rc = copy_rows(call, table, source_id, new_id))
             return rc;
     return 0;

@@ -103,9 +103,11 @@ int delete_share(Call &call, qbobj_Share_t &share)
         qbobj_validate_db_zfsname(call, share.ShareId, nullptr, &share_id) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid resource_id (%s).", share.resource_id);
     bool holds_another = false;
-    if (const int rc = call.exists(
-            "Failed DB Query for share. %s", holds_another,
-            "SELECT 1 FROM share S WHERE S.path LIKE (SELECT path FROM share WHERE id=%d)||'/%%'", share_id))
+    if (const int rc =
+            call.exists("Failed DB Query for share. %s", holds_another,
+                        R"(SELECT 1 FROM share D CROSS JOIN share S ON S.path COLLATE NOCASE>=D.path||'/'
+            AND S.path COLLATE NOCASE<D.path||'0' WHERE D.id=%d)", // '0' comes next after '/'
+                        share_id))
         return rc;
     if (holds_another)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Cannot delete share (share_id=%d).", share_id);

@@ -99,70 +99,55 @@ constexpr auto matching_shares =
 
 /* ---- What belongs to a share --------------------------------------------------------------------------- */
 
-constexpr auto schedule = select<int>(
+constexpr auto schedules = select_of_shares(
     R"(SELECT SS.enabled,SS.minute,SS.hour,SS.day_of_month,SS.day_of_week,SS.month,SS.last_taken,
-    SS.purge_manual_snapshot,SS.last_daily_taken,SS.last_weekly_taken
-    FROM snapshot_schedule SS WHERE share_id=%d)",
+    SS.purge_manual_snapshot,SS.last_daily_taken,SS.last_weekly_taken,SS.share_id
+    FROM snapshot_schedule SS WHERE SS.share_id BETWEEN %d AND %d ORDER BY SS.share_id)",
     "Failed DB Query for 'SELECT FROM snapshot_schedule'. %s", &qbobj_Schedule_t::Enabled,
     &qbobj_Schedule_t::Minute, &qbobj_Schedule_t::Hour, &qbobj_Schedule_t::DayOfMonth,
     &qbobj_Schedule_t::DayOfWeek, &qbobj_Schedule_t::Month, &qbobj_Schedule_t::LastTaken,
     &qbobj_Schedule_t::PurgeManualSnapshot, &qbobj_Schedule_t::LastDailyTaken,
     &qbobj_Schedule_t::LastWeeklyTaken);
 
-constexpr auto used_by = select<int>(R"(SELECT A.app_name,A.app_data FROM `$application_on_share` A
-    WHERE zfs_name=(SELECT S.zfs_name FROM share S WHERE S.id=%d))",
-                                     "Failed DB Query for 'SELECT FROM $application_on_share'. %s",
-                                     &qbobj_UsedBy_t::AppName, &qbobj_UsedBy_t::AppData);
+constexpr auto markers = select_of_shares(
+    R"(SELECT A.app_name,A.app_data,S.id FROM share S CROSS JOIN `$application_on_share` A
+    ON A.zfs_name=S.zfs_name WHERE S.id BETWEEN %d AND %d ORDER BY S.id)",
+    "Failed DB Query for 'SELECT FROM $application_on_share'. %s", &qbobj_UsedBy_t::AppName,
+    &qbobj_UsedBy_t::AppData);
 
-constexpr auto clones =
-    select<int>(R"(SELECT id,cloned_zfs_name,parent_snapshot_name,parent_zfs_name
-    FROM `$snapshot_clones` WHERE parent_zfs_name=(SELECT S.name FROM share S WHERE S.id=%d))",
-                "Failed DB Query for 'SELECT FROM snapshot_clones %s", &qbobj_SnapshotClone_t::resource_id,
-                &qbobj_SnapshotClone_t::ClonedShareName, &qbobj_SnapshotClone_t::ParentSnapshotName,
-                &qbobj_SnapshotClone_t::ParentShareName);
+constexpr auto clones = select_of_shares(
+    R"(SELECT SC.id,SC.cloned_zfs_name,SC.parent_snapshot_name,SC.parent_zfs_name,S.id
+    FROM share S CROSS JOIN `$snapshot_clones` SC ON SC.parent_zfs_name=S.name
+    WHERE S.id BETWEEN %d AND %d ORDER BY S.id)",
+    "Failed DB Query for 'SELECT FROM snapshot_clones %s", &qbobj_SnapshotClone_t::resource_id,
+    &qbobj_SnapshotClone_t::ClonedShareName, &qbobj_SnapshotClone_t::ParentSnapshotName,
+    &qbobj_SnapshotClone_t::ParentShareName);
 
-constexpr auto user_quotas = select<int>(
-    R"(SELECT Q.user_id,S.zfs_name,Q.mb_hard,QS.mb_used,A.uname FROM user_quota Q
-    INNER JOIN share S ON S.id=Q.share_id
+constexpr auto user_quotas = select_of_shares(
+    R"(SELECT Q.user_id,S.zfs_name,Q.mb_hard,QS.mb_used,A.uname,Q.share_id FROM user_quota Q
+    CROSS JOIN share S ON S.id=Q.share_id
     LEFT JOIN _user_quota_stat QS ON QS.share_id=Q.share_id AND QS.user_id=Q.user_id
-    LEFT JOIN `$user` A ON A.id=Q.user_id WHERE Q.share_id=%d)",
+    LEFT JOIN `$user` A ON A.id=Q.user_id WHERE Q.share_id BETWEEN %d AND %d ORDER BY Q.share_id)",
     "Failed DB Query for 'SELECT FROM user_quota'. %s", &qbobj_Quota_t::AccountId, &qbobj_Quota_t::ShareId,
     &qbobj_Quota_t::HardMB, &qbobj_Quota_t::UsedMB, &qbobj_Quota_t::AccountName);
 
-constexpr auto group_quotas = select<int>(
-    R"(SELECT Q.group_id,S.zfs_name,Q.mb_hard,QS.mb_used,A.gname FROM group_quota Q
-    INNER JOIN share S ON S.id=Q.share_id
+constexpr auto group_quotas = select_of_shares(
+    R"(SELECT Q.group_id,S.zfs_name,Q.mb_hard,QS.mb_used,A.gname,Q.share_id FROM group_quota Q
+    CROSS JOIN share S ON S.id=Q.share_id
     LEFT JOIN _group_quota_stat QS ON QS.share_id=Q.share_id AND QS.group_id=Q.group_id
-    LEFT JOIN `$group` A ON A.id=Q.group_id WHERE Q.share_id=%d)",
+    LEFT JOIN `$group` A ON A.id=Q.group_id WHERE Q.share_id BETWEEN %d AND %d ORDER BY Q.share_id)",
     "Failed DB Query for 'SELECT FROM group_quota'. %s", &qbobj_Quota_t::AccountId, &qbobj_Quota_t::ShareId,
     &qbobj_Quota_t::HardMB, &qbobj_Quota_t::UsedMB, &qbobj_Quota_t::AccountName);
 
-// Adds to a record, whose row has been read, everything that other tables and the file system hold.
-int complete_share(const ShareReading &reading, qbobj_Share_t &share)
-{
-    Call &call = reading.call;
-    const int id = reading.share_id;
-    share.Stat = create<qbobj_FileStat_t>(call.pool());
-    if (const int rc = read_folder_stat(call, share.Path, *share.Stat))
-        return rc;
-    if (const int rc = call.read_new(schedule, share.SnapshotSchedule, id))
-        return rc;
-    if (const int rc = read_share_options(reading, share))
-        return rc;
-    share.UsedBy = nullptr;
-    if (const int rc = call.append(used_by, share.UsedBy, id))
-        return rc;
-    share.SnapshotClones = nullptr;
-    if (const int rc = call.append(clones, share.SnapshotClones, id))
-        return rc;
-    share.UserQuota = nullptr;
-    if (const int rc = call.append(user_quotas, share.UserQuota, id))
-        return rc;
-    share.GroupQuota = nullptr;
-    return call.append(group_quotas, share.GroupQuota, id);
-}
+// What a call reads into all its shares.
+struct ShareReader {
+    FolderReader folders;
+    bool ftp_anonymous;
 
-/* ---- Steps that several workers share ------------------------------------------------------------------ */
+    explicit ShareReader(Call &call);
+    // Adds to records whose rows have been read everything that other tables and the file system hold.
+    int complete(const ShareBatch &batch);
+};
 
 // Asked once a call; a failing query counts as no.
 bool is_ftp_anonymous(Call &call)
@@ -172,21 +157,59 @@ bool is_ftp_anonymous(Call &call)
     return anonymous && anonymous.value != 0;
 }
 
+ShareReader::ShareReader(Call &call) : folders(call), ftp_anonymous(is_ftp_anonymous(call)) {}
+
+int ShareReader::complete(const ShareBatch &batch)
+{
+    for (const ShareBatch::Entry &entry : batch.entries()) {
+        qbobj_Share_t &share = *entry.share;
+        share.Stat = create<qbobj_FileStat_t>(batch.call().pool());
+        if (const int rc = folders.read(share.Path, *share.Stat))
+            return rc;
+    }
+    if (const int rc = batch.read_new(schedules, &qbobj_Share_t::SnapshotSchedule))
+        return rc;
+    if (const int rc = read_share_options(batch, ftp_anonymous))
+        return rc;
+    if (const int rc = batch.read_list(markers, &qbobj_Share_t::UsedBy))
+        return rc;
+    if (const int rc = batch.read_list(clones, &qbobj_Share_t::SnapshotClones))
+        return rc;
+    if (const int rc = batch.read_list(user_quotas, &qbobj_Share_t::UserQuota))
+        return rc;
+    return batch.read_list(group_quotas, &qbobj_Share_t::GroupQuota);
+}
+
+/* ---- Steps that several workers share ------------------------------------------------------------------ */
+
+// Appends one record a row, and tells the rows' ids.
+template <class Columns, class... Args>
+int append_rows(Call &call, const Select<Columns, Args...> &select, qbobj_Share_t *&list,
+                std::vector<ShareEntry<qbobj_Share_t>> &shares, std::type_identity_t<Args>... args)
+{
+    Tail<qbobj_Share_t> tail(list);
+    const auto append = [&](ShareRow &row) {
+        row.resource_id = row.snapshot_usage;
+        shares.push_back({row.id, &tail.append(call.pool(), row)});
+        return 0;
+    };
+    return call.each<ShareRow>(select, append, args...);
+}
+
 // Appends one complete record a row.
 template <class Columns, class... Args>
 int append_shares(Call &call, const Select<Columns, Args...> &select, qbobj_Share_t *&list,
                   std::type_identity_t<Args>... args)
 {
-    const bool ftp_anonymous = is_ftp_anonymous(call);
-    Tail<qbobj_Share_t> tail(list);
-    const auto append = [&](const ShareRow &row) {
-        qbobj_Share_t &share = tail.append(call.pool(), row);
-        if (const int rc = complete_share({call, row.id, ftp_anonymous}, share))
-            return rc;
-        share.resource_id = share.ShareId;
-        return 0;
-    };
-    return call.each<ShareRow>(select, append, args...);
+    ShareReader reader(call);
+    std::vector<ShareEntry<qbobj_Share_t>> shares;
+    if (const int rc = append_rows(call, select, list, shares, args...))
+        return rc;
+    return for_each_batch(call, shares, [&](const ShareBatch &batch) {
+        for (const ShareBatch::Entry &entry : batch.entries())
+            entry.share->resource_id = entry.share->ShareId;
+        return reader.complete(batch);
+    });
 }
 
 int raise_missing(Call &call, const char *argument)
@@ -223,6 +246,34 @@ int x_qbobj_getShareAndZvolCollection(Call &call, qbobj_ShareCollection_t *colle
     return append_shares(call, shares_and_zvols, collection->Share);
 }
 
+namespace
+{
+
+// Completes the shares that the user may read. Of the others callers see nothing but the usage of their snapshots, which
+// stands in `resource_id` of them all.
+int keep_readable(const ShareBatch &batch, ShareReader &reader, const char *protocol, int user_id)
+{
+    Call &call = batch.call();
+    ShareIds readable;
+    if (may_read({call, batch.entries().front().id, batch.entries().back().id, user_id}, protocol,
+                 readable) != 0)
+        return raise(call, QBOBJ_ERROR_OOM, "Failed in access check.");
+    std::vector<ShareBatch::Entry> granted;
+    for (const ShareBatch::Entry &entry : batch.entries()) {
+        if (readable.contains(entry.id)) {
+            granted.push_back(entry);
+            continue;
+        }
+        qbobj_Share_t nothing{};
+        nothing._link = entry.share->_link;
+        nothing.resource_id = entry.share->resource_id;
+        *entry.share = nothing;
+    }
+    return granted.empty() ? 0 : reader.complete({call, granted});
+}
+
+} // namespace
+
 int x_qbobj_getAccessibleShareCollection(Call &call, qbobj_ShareCollection_t *collection,
                                          const char *UserName, const char *ProtocolName)
 {
@@ -234,20 +285,12 @@ int x_qbobj_getAccessibleShareCollection(Call &call, qbobj_ShareCollection_t *co
     if (qbobj_validate_protocol_name(ProtocolName) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "ProtocolName (%s) is invalid", ProtocolName);
 
-    const bool ftp_anonymous = is_ftp_anonymous(call);
-    Tail<qbobj_Share_t> tail(collection->Share);
-    return call.each<ShareRow>(listed_shares, [&](ShareRow &row) {
-        // Callers see nothing but this of a share that is denied.
-        row.resource_id = row.snapshot_usage;
-        qbobj_Share_t &share = tail.append(call.pool());
-        share.resource_id = row.resource_id;
-        bool granted = false;
-        if (may_read({call, row.id, user_id}, ProtocolName, granted) != 0)
-            return raise(call, QBOBJ_ERROR_OOM, "Failed in access check.");
-        if (!granted)
-            return 0;
-        share = row;
-        return complete_share({call, row.id, ftp_anonymous}, share);
+    ShareReader reader(call);
+    std::vector<ShareEntry<qbobj_Share_t>> shares;
+    if (const int rc = append_rows(call, listed_shares, collection->Share, shares))
+        return rc;
+    return for_each_batch(call, shares, [&](const ShareBatch &batch) {
+        return keep_readable(batch, reader, ProtocolName, user_id);
     });
 }
 
@@ -287,10 +330,16 @@ int x_qbobj_getSimpleShareCollection(Call &call, qbobj_SimpleShareCollection_t *
     if (collection == nullptr)
         return raise_missing(call, "collection");
     Tail<qbobj_SimpleShare_t> tail(collection->SimpleShare);
-    return call.each<SimpleRow>(simple_shares, [&](const SimpleRow &row) {
-        qbobj_SimpleShare_t &share = tail.append(call.pool(), row);
-        share.CommonProtocolsCSV = or_empty(row.CommonProtocolsCSV);
-        return call.append(used_by, share.UsedBy, row.id);
+    std::vector<ShareEntry<qbobj_SimpleShare_t>> shares;
+    if (const int rc = call.each<SimpleRow>(simple_shares, [&](const SimpleRow &row) {
+            qbobj_SimpleShare_t &share = tail.append(call.pool(), row);
+            share.CommonProtocolsCSV = or_empty(row.CommonProtocolsCSV);
+            shares.push_back({row.id, &share});
+            return 0;
+        }))
+        return rc;
+    return for_each_batch(call, shares, [](const Batch<qbobj_SimpleShare_t> &batch) {
+        return batch.read_list(markers, &qbobj_SimpleShare_t::UsedBy);
     });
 }
 
@@ -303,14 +352,15 @@ int x_qbobj_getShare(Call &call, qbobj_Share_t *share)
     const int share_id = identify(call, *share);
     if (share_id < 0)
         return raise(call, QBOBJ_ERROR_DB_MISC, "Invalid ShareId=%s.", share->ShareId);
-    const bool ftp_anonymous = is_ftp_anonymous(call);
+    ShareReader reader(call);
     ShareRow row{*share, 0, nullptr};
     if (const int rc = call.require(
             one_share, error(QBOBJ_ERROR_DB_NOTEXISTS, "None of row selected for resource_id=%d.", share_id),
             row, share_id))
         return rc;
     *share = row;
-    if (const int rc = complete_share({call, row.id, ftp_anonymous}, *share))
+    const ShareBatch::Entry entry{share_id, share};
+    if (const int rc = reader.complete({call, {&entry, 1}}))
         return rc;
     share->resource_id = share->ShareId;
     return 0;
@@ -342,7 +392,7 @@ int x_qbobj_getShareSnapshotSchedule(Call &call, const char *share_name, qbobj_S
     const int share_id = x_qbobj_getShareId(call, share_name);
     if (share_id < 0)
         return raise(call, QBOBJ_ERROR_DB_NOTEXISTS, "Share name (%s) may be invalid.", share_name);
-    return call.read_new(schedule, *snapshot_schedule, share_id);
+    return call.read_new(schedules, *snapshot_schedule, share_id, share_id);
 }
 
 /* ---- Identity and access ------------------------------------------------------------------------------- */
@@ -373,11 +423,12 @@ namespace
 
 const char *cifs_access(Call &call, int share_id, const char *user_name)
 {
-    const AccessQuestion question{call, share_id, x_qbobj_getPosixUID(call, user_name)};
-    bool granted = false;
-    if (share_id < 0 || question.is_guest() || may_read_cifs(question, granted) != 0 || !granted)
+    const AccessQuestion question{call, share_id, share_id, x_qbobj_getPosixUID(call, user_name)};
+    ShareIds readable;
+    if (share_id < 0 || question.is_guest() || may_read_cifs(question, readable) != 0 || readable.empty())
         return "Disabled";
-    return may_write_cifs(question, granted) == 0 && granted ? "ReadWrite" : "ReadOnly";
+    ShareIds writeable;
+    return may_write_cifs(question, writeable) == 0 && !writeable.empty() ? "ReadWrite" : "ReadOnly";
 }
 
 // Stores the answer. A failure on the way is an answer too, and no error of the operation.

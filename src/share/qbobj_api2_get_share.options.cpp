@@ -3,6 +3,8 @@
 #include "share/share_reading.h"
 #include "validate/validate.h"
 
+#include <string_view>
+
 namespace qbobj
 {
 
@@ -21,79 +23,128 @@ using Zvol = qbobj_ZvolShareOption_t;
 
 /* ---- Access lists -------------------------------------------------------------------------------------- */
 
-constexpr auto hosts = select<int, const char *>(
+// An entry of a list, with its share and the word of its protocol; the word lives as long as the row.
+template <class Record>
+struct ListRow : OfShare<Record> {
+    const char *proto;
+};
+constexpr auto protocol = [](const qbobj_env_t &, auto &row, const char *cell) { row.proto = cell; };
+
+constexpr auto hosts = select_of_shares(
     R"(SELECT H.id,H.name,CASE WHEN HA.write THEN 'ReadWrite' WHEN HA.read THEN 'ReadOnly' ELSE 'Disabled' END,
-    HA.root FROM host H INNER JOIN host_acl HA ON HA.host_id=H.id AND HA.share_id=%d AND HA.proto=%Q)",
+    HA.root,HA.proto,HA.share_id FROM host_acl HA CROSS JOIN host H ON H.id=HA.host_id
+    WHERE HA.share_id BETWEEN %d AND %d ORDER BY HA.share_id,HA.proto)",
     "Failed DB Query for 'SELECT FROM host,host_acl'. %s",
     of(&qbobj_HostAcl_t::Host, both(&qbobj_Host_t::resource_id, &qbobj_Host_t::HostId)),
-    of(&qbobj_HostAcl_t::Host, &qbobj_Host_t::HostName), &qbobj_HostAcl_t::Access, &qbobj_HostAcl_t::Root);
+    of(&qbobj_HostAcl_t::Host, &qbobj_Host_t::HostName), &qbobj_HostAcl_t::Access, &qbobj_HostAcl_t::Root,
+    protocol);
 
 // Users and groups of the kind that the appliance works with.
-constexpr auto users = select<int, const char *, const char *>(
-    R"(SELECT U.id,U.uname,CASE WHEN UA.write THEN 'ReadWrite' WHEN UA.read THEN 'ReadOnly' ELSE 'Disabled' END
-    FROM `$user` U INNER JOIN user_acl UA ON UA.user_id=U.id AND UA.share_id=%d AND UA.proto=%Q
-    WHERE U.rid IS %sNULL ORDER BY U.uname COLLATE NOCASE)",
+constexpr auto users = select_of_shares<const char *>(
+    R"(SELECT U.id,U.uname,CASE WHEN UA.write THEN 'ReadWrite' WHEN UA.read THEN 'ReadOnly' ELSE 'Disabled' END,
+    UA.proto,UA.share_id FROM user_acl UA CROSS JOIN `$user` U ON U.id=UA.user_id
+    WHERE UA.share_id BETWEEN %d AND %d AND U.rid IS %sNULL
+    ORDER BY UA.share_id,UA.proto,U.uname COLLATE NOCASE)",
     "Failed DB Query for 'SELECT FROM user,user_acl'. %s",
     of(&qbobj_UserAcl_t::User, both(&qbobj_SystemUser_t::resource_id, &qbobj_SystemUser_t::UserId)),
-    of(&qbobj_UserAcl_t::User, &qbobj_SystemUser_t::UserName), &qbobj_UserAcl_t::Access);
+    of(&qbobj_UserAcl_t::User, &qbobj_SystemUser_t::UserName), &qbobj_UserAcl_t::Access, protocol);
 
-constexpr auto groups = select<int, const char *, const char *>(
-    R"(SELECT G.id,G.gname,CASE WHEN GA.write THEN 'ReadWrite' WHEN GA.read THEN 'ReadOnly' ELSE 'Disabled' END
-    FROM `$group` G INNER JOIN group_acl GA ON GA.group_id=G.id AND GA.share_id=%d AND GA.proto=%Q
-    WHERE G.rid IS %sNULL ORDER BY G.gname COLLATE NOCASE)",
+constexpr auto groups = select_of_shares<const char *>(
+    R"(SELECT G.id,G.gname,CASE WHEN GA.write THEN 'ReadWrite' WHEN GA.read THEN 'ReadOnly' ELSE 'Disabled' END,
+    GA.proto,GA.share_id FROM group_acl GA CROSS JOIN `$group` G ON G.id=GA.group_id
+    WHERE GA.share_id BETWEEN %d AND %d AND G.rid IS %sNULL
+    ORDER BY GA.share_id,GA.proto,G.gname COLLATE NOCASE)",
     "Failed DB Query for 'SELECT FROM group,group_acl'. %s",
     of(&qbobj_GroupAcl_t::Group, both(&qbobj_SystemGroup_t::resource_id, &qbobj_SystemGroup_t::GroupId)),
-    of(&qbobj_GroupAcl_t::Group, &qbobj_SystemGroup_t::GroupName), &qbobj_GroupAcl_t::Access);
+    of(&qbobj_GroupAcl_t::Group, &qbobj_SystemGroup_t::GroupName), &qbobj_GroupAcl_t::Access, protocol);
 
-constexpr auto links =
-    select<int>("SELECT D.folder,D.address,D.remote_share FROM cifs_dfs_option D WHERE  D.share_id=%d",
-                "Failed DB Query for 'SELECT FROM cifs_dfs_option'. %s", &qbobj_DfolderAcl_t::Name,
-                &qbobj_DfolderAcl_t::Address, &qbobj_DfolderAcl_t::RemoteShare);
+constexpr auto links = select_of_shares(
+    R"(SELECT D.folder,D.address,D.remote_share,D.share_id FROM cifs_dfs_option D
+    WHERE D.share_id BETWEEN %d AND %d ORDER BY D.share_id)",
+    "Failed DB Query for 'SELECT FROM cifs_dfs_option'. %s", &qbobj_DfolderAcl_t::Name,
+    &qbobj_DfolderAcl_t::Address, &qbobj_DfolderAcl_t::RemoteShare);
 
-constexpr auto logins =
-    select<int>("SELECT UP.user,UP.password FROM rsync_user_password_acl UP WHERE UP.share_id=%d",
-                "Failed DB Query for 'SELECT FROM rsync_user_password_acl'. %s",
-                &qbobj_UserPasswordAcl_t::UserName, &qbobj_UserPasswordAcl_t::Password);
+constexpr auto logins = select_of_shares(
+    R"(SELECT UP.user,UP.password,UP.share_id FROM rsync_user_password_acl UP
+    WHERE UP.share_id BETWEEN %d AND %d ORDER BY UP.share_id)",
+    "Failed DB Query for 'SELECT FROM rsync_user_password_acl'. %s", &qbobj_UserPasswordAcl_t::UserName,
+    &qbobj_UserPasswordAcl_t::Password);
 
-// Puts one record a row into the list, in place of what it held.
-template <class Select, class Record, class... Args>
-int read_list(const ShareReading &reading, const Select &select, Record *&list, Args... args)
+// Calls visit(option) for every option that the share has and that may have lists.
+template <class Visit>
+void for_each_option(const qbobj_Share_t &share, Visit visit)
 {
-    list = nullptr;
-    return reading.call.append(select, list, reading.share_id, args...);
+    const auto visit_existing = [&](auto *option) {
+        if (option != nullptr)
+            visit(*option);
+    };
+    visit_existing(share.Cifs);
+    visit_existing(share.Afp);
+    visit_existing(share.Nfs);
+    visit_existing(share.Ftp);
+    visit_existing(share.Rsync);
+    visit_existing(share.Http);
 }
 
-template <class Option>
-int read_accounts(const ShareReading &reading, Option &option)
+// Where an entry goes: the list of its kind of the option for its protocol. FTP knows no users and groups while it is
+// anonymous.
+template <class Record>
+Record **list_of(const qbobj_Share_t &share, std::string_view proto, bool ftp_anonymous)
 {
-    if (std::is_same_v<Option, Ftp> && reading.ftp_anonymous)
+    Record **list = nullptr;
+    for_each_option(share, [&](auto &option) {
+        using Option = std::remove_reference_t<decltype(option)>;
+        if (proto != protocol_of<Option>.word)
+            return;
+        if constexpr (std::is_same_v<Record, qbobj_HostAcl_t> && requires { option.HostAcl; })
+            list = &option.HostAcl;
+        if (std::is_same_v<Option, Ftp> && ftp_anonymous)
+            return;
+        if constexpr (std::is_same_v<Record, qbobj_UserAcl_t> && requires { option.UserAcl; })
+            list = &option.UserAcl;
+        if constexpr (std::is_same_v<Record, qbobj_GroupAcl_t> && requires { option.GroupAcl; })
+            list = &option.GroupAcl;
+    });
+    return list;
+}
+
+template <class Record, class Select, class... Args>
+int read_acl(const ShareBatch &batch, const Select &select, bool ftp_anonymous, Args... args)
+{
+    const auto list = [=](qbobj_Share_t &share, const ListRow<Record> &row) {
+        return list_of<Record>(share, row.proto, ftp_anonymous);
+    };
+    return batch.append<ListRow<Record>>(select, list, args...);
+}
+
+int read_lists(const ShareBatch &batch, bool ftp_anonymous)
+{
+    bool needed = false;
+    for (const ShareBatch::Entry &entry : batch.entries())
+        for_each_option(*entry.share, [&](auto &) { needed = true; });
+    if (!needed)
         return 0;
-    const char *proto = protocol_of<Option>.word;
-    const char *rid_not = reading.call.directory().rid_not();
-    if (const int rc = read_list(reading, users, option.UserAcl, proto, rid_not))
+    const char *rid_not = batch.call().directory().rid_not();
+    if (const int rc = read_acl<qbobj_HostAcl_t>(batch, hosts, ftp_anonymous))
         return rc;
-    return read_list(reading, groups, option.GroupAcl, proto, rid_not);
-}
-
-// Every list that the protocol has.
-template <class Option>
-int read_lists(const ShareReading &reading, Option &option)
-{
-    int rc = 0;
-    if constexpr (requires { option.HostAcl; })
-        rc = read_list(reading, hosts, option.HostAcl, protocol_of<Option>.word);
-    if constexpr (requires { option.UserAcl; })
-        rc = rc != 0 ? rc : read_accounts(reading, option);
-    if constexpr (requires { option.DfolderAcl; })
-        rc = rc != 0 ? rc : read_list(reading, links, option.DfolderAcl);
-    if constexpr (requires { option.UserPasswordAcl; })
-        rc = rc != 0 ? rc : read_list(reading, logins, option.UserPasswordAcl);
-    return rc;
+    if (const int rc = read_acl<qbobj_UserAcl_t>(batch, users, ftp_anonymous, rid_not))
+        return rc;
+    if (const int rc = read_acl<qbobj_GroupAcl_t>(batch, groups, ftp_anonymous, rid_not))
+        return rc;
+    const auto links_of = [](qbobj_Share_t &share, const auto &) {
+        return share.Cifs == nullptr ? nullptr : &share.Cifs->DfolderAcl;
+    };
+    if (const int rc = batch.append<OfShare<qbobj_DfolderAcl_t>>(links, links_of))
+        return rc;
+    const auto logins_of = [](qbobj_Share_t &share, const auto &) {
+        return share.Rsync == nullptr ? nullptr : &share.Rsync->UserPasswordAcl;
+    };
+    return batch.append<OfShare<qbobj_UserPasswordAcl_t>>(logins, logins_of);
 }
 
 /* ---- The option rows ----------------------------------------------------------------------------------- */
 
-constexpr auto cifs = select<int>(
+constexpr auto cifs = select_of_shares(
     R"(SELECT CASE WHEN CIFS.cifs_access='writeable' THEN 'ReadWrite'
     WHEN CIFS.cifs_access='readonly' THEN 'ReadOnly' ELSE 'Disabled' END,
     CIFS.cifs_guest_access,CIFS.cifs_hide_share,CIFS.cifs_recycle,CIFS.cifs_recycle_age_limit,
@@ -106,7 +157,8 @@ constexpr auto cifs = select<int>(
     WHEN CIFS.cifs_group_directory_mask&4=4 THEN 'ReadOnly' ELSE 'Disabled' END,
     CASE WHEN CIFS.cifs_everyone_directory_mask&2=2 THEN 'ReadWrite'
     WHEN CIFS.cifs_everyone_directory_mask&4=4 THEN 'ReadOnly' ELSE 'Disabled' END,
-    CIFS.oplocks,CIFS.available,CIFS.cifs_enabledfs FROM cifs_share_option CIFS WHERE share_id=%d)",
+    CIFS.oplocks,CIFS.available,CIFS.cifs_enabledfs,CIFS.share_id FROM cifs_share_option CIFS
+    WHERE CIFS.share_id BETWEEN %d AND %d ORDER BY CIFS.share_id)",
     "Failed DB Query for 'SELECT FROM cifs_share_option'. %s", &Cifs::DefaultAccess,
     given<&Cifs::_void_AllowGuestAccess, &Cifs::AllowGuestAccess>,
     given<&Cifs::_void_ShareDisplayOption, &Cifs::ShareDisplayOption>,
@@ -130,20 +182,22 @@ constexpr auto mode_rights(const char *Afp::*group, const char *Afp::*everyone)
     };
 }
 
-constexpr auto afp = select<int>(
+constexpr auto afp = select_of_shares(
     R"(SELECT CASE WHEN AFP.afp_access='writeable' THEN 'ReadWrite'
     WHEN AFP.afp_access='readonly' THEN 'ReadOnly' ELSE 'Disabled' END,
-    AFP.afp_guest_access,AFP.afp_fperm,AFP.afp_dperm,AFP.available FROM afp_share_option AFP WHERE share_id=%d)",
+    AFP.afp_guest_access,AFP.afp_fperm,AFP.afp_dperm,AFP.available,AFP.share_id
+    FROM afp_share_option AFP WHERE AFP.share_id BETWEEN %d AND %d ORDER BY AFP.share_id)",
     "Failed DB Query for 'SELECT FROM afp_share_option'. %s", &Afp::DefaultAccess,
     given<&Afp::_void_AllowGuestAccess, &Afp::AllowGuestAccess>,
     mode_rights(&Afp::FileCreateGroupRights, &Afp::FileCreateEveryoneRights),
     mode_rights(&Afp::FolderCreateGroupRights, &Afp::FolderCreateEveryoneRights),
     negated(&Afp::NotAvailable));
 
-constexpr auto nfs = select<int>(
+constexpr auto nfs = select_of_shares(
     R"(SELECT CASE WHEN NFS.nfs_access='writeable' THEN 'ReadWrite'
     WHEN NFS.nfs_access='readonly' THEN 'ReadOnly' ELSE 'Disabled' END,
-    NFS.available,NFS.nfs_sync FROM nfs_share_option NFS WHERE share_id=%d)",
+    NFS.available,NFS.nfs_sync,NFS.share_id FROM nfs_share_option NFS
+    WHERE NFS.share_id BETWEEN %d AND %d ORDER BY NFS.share_id)",
     "Failed DB Query for 'SELECT FROM nfs_share_option'. %s", &Nfs::DefaultAccess,
     negated(&Nfs::NotAvailable), &Nfs::Sync);
 
@@ -166,11 +220,11 @@ constexpr auto umask_rights(const char *Ftp::*group, const char *Ftp::*everyone)
     };
 }
 
-constexpr auto ftp = select<int>(
+constexpr auto ftp = select_of_shares(
     R"(SELECT CASE WHEN FTP.ftp_access='writeable' THEN 'ReadWrite'
     WHEN FTP.ftp_access='readonly' THEN 'ReadOnly' ELSE 'Disabled' END,
-    FTP.ftp_mask,FTP.ftp_create_mask,FTP.ftp_directory_mask,FTP.available
-    FROM ftp_share_option FTP WHERE share_id=%d)",
+    FTP.ftp_mask,FTP.ftp_create_mask,FTP.ftp_directory_mask,FTP.available,FTP.share_id
+    FROM ftp_share_option FTP WHERE FTP.share_id BETWEEN %d AND %d ORDER BY FTP.share_id)",
     "Failed DB Query for 'SELECT FROM ftp_share_option'. %s", &Ftp::DefaultAccess,
     given<&Ftp::_void_NewFileFolderPermAutoset, &Ftp::NewFileFolderPermAutoset>,
     umask_rights(&Ftp::FileCreateGroupRights, &Ftp::FileCreateEveryoneRights),
@@ -181,76 +235,79 @@ constexpr auto media_type = [](const qbobj_env_t &, Dlna &option, const char *ce
     option.MediaType = qbobj_media_type_word(to_int(cell));
 };
 
-constexpr auto dlna = select<int>(
+constexpr auto dlna = select_of_shares(
     R"(SELECT CASE WHEN DLNA.access='readonly' THEN 'ReadOnly' ELSE 'Disabled' END,DLNA.media_type,
-    DLNA.available FROM dlna_share_option DLNA WHERE DLNA.share_id=%d AND DLNA.access='readonly')",
+    DLNA.available,DLNA.share_id FROM dlna_share_option DLNA
+    WHERE DLNA.share_id BETWEEN %d AND %d AND DLNA.access='readonly' ORDER BY DLNA.share_id)",
     "Failed DB Query for 'SELECT FROM dlna_share_option'. %s", &Dlna::DefaultAccess, media_type,
     negated(&Dlna::NotAvailable));
 
 constexpr auto daap =
-    select<int>("SELECT DAAP.available FROM daap_share_option DAAP WHERE DAAP.share_id=%d",
-                "Failed DB Query for 'SELECT FROM daap_share_option'. %s", negated(&Daap::NotAvailable));
+    select_of_shares(R"(SELECT DAAP.available,DAAP.share_id FROM daap_share_option DAAP
+    WHERE DAAP.share_id BETWEEN %d AND %d ORDER BY DAAP.share_id)",
+                     "Failed DB Query for 'SELECT FROM daap_share_option'. %s", negated(&Daap::NotAvailable));
 
-constexpr auto rsync = select<int>(
+constexpr auto rsync = select_of_shares(
     R"(SELECT CASE WHEN RSYNC.rsync_access='readonly' THEN 'ReadOnly' ELSE 'ReadWrite' END,
     CASE WHEN RSYNC.passwordprotection='enabled' THEN 'Enabled' ELSE 'Disabled' END,
-    RSYNC.available FROM rsync_share_option RSYNC WHERE RSYNC.share_id=%d)",
+    RSYNC.available,RSYNC.share_id FROM rsync_share_option RSYNC
+    WHERE RSYNC.share_id BETWEEN %d AND %d ORDER BY RSYNC.share_id)",
     "Failed DB Query for 'SELECT FROM rsync_share_option'. %s", &Rsync::DefaultAccess,
     &Rsync::PasswordProtection, negated(&Rsync::NotAvailable));
 
-constexpr auto http = select<int>(
+constexpr auto http = select_of_shares(
     R"(SELECT CASE WHEN HTTP.http_access='writeable' THEN 'ReadWrite'
     WHEN HTTP.http_access='readonly' THEN 'ReadOnly' ELSE 'Disabled' END,
-    HTTP.available,HTTP.http_webdav FROM http_share_option HTTP WHERE share_id=%d)",
+    HTTP.available,HTTP.http_webdav,HTTP.share_id FROM http_share_option HTTP
+    WHERE HTTP.share_id BETWEEN %d AND %d ORDER BY HTTP.share_id)",
     "Failed DB Query for 'SELECT FROM http_share_option'. %s", &Http::DefaultAccess,
     negated(&Http::NotAvailable), given<&Http::_void_EnableWebDav, &Http::EnableWebDav>);
 
-constexpr auto zvol = select<int>(
-    R"(SELECT ZVOL.kb_size,ZVOL.is_sparse,V.lv_name||'/'||S.name FROM zvol_share_option ZVOL
-    INNER JOIN share S ON S.id=ZVOL.share_id INNER JOIN _volume V ON V.id=S.volume_id WHERE share_id=%d)",
+constexpr auto zvol = select_of_shares(
+    R"(SELECT ZVOL.kb_size,ZVOL.is_sparse,V.lv_name||'/'||S.name,ZVOL.share_id FROM zvol_share_option ZVOL
+    CROSS JOIN share S ON S.id=ZVOL.share_id CROSS JOIN _volume V ON V.id=S.volume_id
+    WHERE ZVOL.share_id BETWEEN %d AND %d ORDER BY ZVOL.share_id)",
     "Failed DB Query for 'SELECT FROM zvol_share_option'. %s", &Zvol::SizeKB, &Zvol::IsSparse,
     &Zvol::ZfsName);
 
-// The record of a protocol from its row and lists; without a row there is none.
-template <class Select, class Option>
-int read_option(const ShareReading &reading, const Select &select, Option *&option)
+int read_block_volumes(const ShareBatch &batch)
 {
-    const int rc = reading.call.read_new(select, option, reading.share_id);
-    return rc != 0 || option == nullptr ? rc : read_lists(reading, *option);
+    if (const int rc = batch.read_new(zvol, &qbobj_Share_t::Zvol))
+        return rc;
+    for (const ShareBatch::Entry &entry : batch.entries()) {
+        Zvol *const volume = entry.share->Zvol;
+        unsigned long used_bytes = 0;
+        if (volume != nullptr && qbdb_fs_get_attr_scanf(batch.call().qbdb(), volume->ZfsName, "usedbydataset",
+                                                        "%lu", &used_bytes) == 0)
+            volume->UsedKB = used_bytes >> 10;
+    }
+    return 0;
 }
 
-int read_block_volume(const ShareReading &reading, Zvol *&volume)
+// Read one after the other; the first failure ends it.
+template <class Select, class Option, class... Others>
+int read_options(const ShareBatch &batch, const Select &select, Option *qbobj_Share_t::*option,
+                 const Others &...others)
 {
-    if (const int rc = reading.call.read_new(zvol, volume, reading.share_id))
+    if (const int rc = batch.read_new(select, option))
         return rc;
-    unsigned long used_bytes = 0;
-    if (volume != nullptr && qbdb_fs_get_attr_scanf(reading.call.qbdb(), volume->ZfsName, "usedbydataset",
-                                                    "%lu", &used_bytes) == 0)
-        volume->UsedKB = used_bytes >> 10;
+    if constexpr (sizeof...(others) > 0)
+        return read_options(batch, others...);
     return 0;
 }
 
 } // namespace
 
-int read_share_options(const ShareReading &reading, qbobj_Share_t &share)
+int read_share_options(const ShareBatch &batch, bool ftp_anonymous)
 {
-    if (const int rc = read_option(reading, cifs, share.Cifs))
+    using Share = qbobj_Share_t;
+    if (const int rc =
+            read_options(batch, cifs, &Share::Cifs, afp, &Share::Afp, nfs, &Share::Nfs, ftp, &Share::Ftp,
+                         dlna, &Share::Dlna, daap, &Share::Daap, rsync, &Share::Rsync, http, &Share::Http))
         return rc;
-    if (const int rc = read_option(reading, afp, share.Afp))
+    if (const int rc = read_lists(batch, ftp_anonymous))
         return rc;
-    if (const int rc = read_option(reading, nfs, share.Nfs))
-        return rc;
-    if (const int rc = read_option(reading, ftp, share.Ftp))
-        return rc;
-    if (const int rc = read_option(reading, dlna, share.Dlna))
-        return rc;
-    if (const int rc = read_option(reading, daap, share.Daap))
-        return rc;
-    if (const int rc = read_option(reading, rsync, share.Rsync))
-        return rc;
-    if (const int rc = read_option(reading, http, share.Http))
-        return rc;
-    return read_block_volume(reading, share.Zvol);
+    return read_block_volumes(batch);
 }
 
 } // namespace qbobj

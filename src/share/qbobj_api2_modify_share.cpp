@@ -227,13 +227,13 @@ int check_refquota(const Change &change)
     const char *free_kb = nullptr;
     if (const int rc = change.call.text(
             "Failed DB Query for 'SELECT share'. %s", free_kb,
-            "SELECT V.blk_free FROM share S LEFT JOIN _volume V ON V.id=S.volume_id WHERE S.zfs_name='%q'",
+            "SELECT V.blk_free FROM share S LEFT JOIN _volume V ON V.id=S.volume_id WHERE S.zfs_name=%Q",
             change.zfs_name()))
         return rc;
     const char *used = nullptr;
     if (const int rc = change.call.text(
             "Failed DB Query for 'SELECT _zfs_stat'. %s", used,
-            "SELECT Z.used FROM _zfs_stat Z LEFT JOIN share S ON Z.share_id=S.id WHERE S.zfs_name='%q'",
+            "SELECT Z.used FROM _zfs_stat Z LEFT JOIN share S ON Z.share_id=S.id WHERE S.zfs_name=%Q",
             change.zfs_name()))
         return rc;
     const bool below_used = used != nullptr && to_uint64(used) >> 20 > limit_mb;

@@ -387,7 +387,7 @@ int modify_option(Call &call, Option &option, int32_t share_id)
             return rc;
         if (const int rc = update_row(call, option, share_id))
             return rc;
-        if (const int rc = write_lists(call, option, share_id))
+        if (const int rc = write_lists(call, option, {share_id, protocol_of<Option>.word}))
             return rc;
         tell_service<Option>(call);
         return 0;

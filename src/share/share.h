@@ -5,6 +5,8 @@
 
 #include <qbobj/share.h>
 
+#include <optional>
+
 namespace qbobj
 {
 
@@ -55,12 +57,22 @@ int x_qbobj_modifyShareUsedByExclusive(Call &call, qbobj_UsedBy_t *usedby, const
 
 /* ---- Writers of access lists and option rows, shared by creation and modification ---------------------- */
 
-// Each replaces the list of the share (for one protocol) with `acl`, which may be null: an empty list.
-int qbobj_api2_addHostAcl(Call &call, qbobj_HostAcl_t *acl, int32_t share_id, const char *proto);
-int qbobj_api2_addUserAcl(Call &call, qbobj_UserAcl_t *acl, int32_t share_id, const char *proto);
-int qbobj_api2_addGroupAcl(Call &call, qbobj_GroupAcl_t *acl, int32_t share_id, const char *proto);
-int qbobj_api2_addDfolderAcl(Call &call, qbobj_DfolderAcl_t *acl, int32_t share_id);
-int qbobj_api2_addUserPasswordAcl(Call &call, qbobj_UserPasswordAcl_t *acl, int32_t share_id);
+// What a protocol allows those whom no list names.
+enum class DefaultAccess : int { none = 0, read_only = 1, read_write = 2 };
+
+// Whose list is written. A share that is new has no rows to take away, and its default access is known.
+struct ListOwner {
+    int32_t share_id;
+    const char *proto;
+    std::optional<DefaultAccess> of_new_share = std::nullopt;
+};
+
+// Each replaces the owner's list with `acl`, which may be null: an empty list.
+int qbobj_api2_addHostAcl(Call &call, qbobj_HostAcl_t *acl, const ListOwner &owner);
+int qbobj_api2_addUserAcl(Call &call, qbobj_UserAcl_t *acl, const ListOwner &owner);
+int qbobj_api2_addGroupAcl(Call &call, qbobj_GroupAcl_t *acl, const ListOwner &owner);
+int qbobj_api2_addDfolderAcl(Call &call, qbobj_DfolderAcl_t *acl, const ListOwner &owner);
+int qbobj_api2_addUserPasswordAcl(Call &call, qbobj_UserPasswordAcl_t *acl, const ListOwner &owner);
 
 // Each inserts the option row of a share that has none.
 int qbobj_api2_addDlnaShareOption(Call &call, qbobj_DlnaShareOption_t *option, int32_t share_id);

@@ -1,24 +1,29 @@
-// May a user read or write a share? Answered from the protocol's default access and its access lists.
+// Which shares may a user read or write? Answered from the protocol's default access and its access lists.
 #pragma once
 
 #include "core/call.h"
 
+#include <set>
+
 namespace qbobj
 {
 
-// A user and a share. A negative user id is a guest.
+using ShareIds = std::set<int>;
+
+// A user, and the shares whose ids are in a range. A negative user id is a guest.
 struct AccessQuestion {
     Call &call;
-    int share_id;
+    int first_share;
+    int last_share;
     int user_id;
 
     bool is_guest() const { return user_id < 0; }
 };
 
-// Each returns non-zero when there is no answer.
-int may_read_cifs(const AccessQuestion &question, bool &granted);
-int may_write_cifs(const AccessQuestion &question, bool &granted);
+// Each adds the shares that the user may read or write; non-zero when there is no answer.
+int may_read_cifs(const AccessQuestion &question, ShareIds &granted);
+int may_write_cifs(const AccessQuestion &question, ShareIds &granted);
 // By the protocol's word; only "cifs" and "http" can be asked about.
-int may_read(const AccessQuestion &question, const char *protocol, bool &granted);
+int may_read(const AccessQuestion &question, const char *protocol, ShareIds &granted);
 
 } // namespace qbobj

@@ -33,20 +33,19 @@ void tell_service(Call &call)
 
 // Replaces every list that the protocol has by the record's; a null list becomes empty.
 template <class Option>
-int write_lists(Call &call, const Option &option, int32_t share_id)
+int write_lists(Call &call, const Option &option, const ListOwner &owner)
 {
-    const char *proto = protocol_of<Option>.word;
     int rc = 0;
     if constexpr (requires { option.HostAcl; })
-        rc = qbobj_api2_addHostAcl(call, option.HostAcl, share_id, proto);
+        rc = qbobj_api2_addHostAcl(call, option.HostAcl, owner);
     if constexpr (requires { option.UserAcl; })
-        rc = rc != 0 ? rc : qbobj_api2_addUserAcl(call, option.UserAcl, share_id, proto);
+        rc = rc != 0 ? rc : qbobj_api2_addUserAcl(call, option.UserAcl, owner);
     if constexpr (requires { option.GroupAcl; })
-        rc = rc != 0 ? rc : qbobj_api2_addGroupAcl(call, option.GroupAcl, share_id, proto);
+        rc = rc != 0 ? rc : qbobj_api2_addGroupAcl(call, option.GroupAcl, owner);
     if constexpr (requires { option.DfolderAcl; })
-        rc = rc != 0 ? rc : qbobj_api2_addDfolderAcl(call, option.DfolderAcl, share_id);
+        rc = rc != 0 ? rc : qbobj_api2_addDfolderAcl(call, option.DfolderAcl, owner);
     if constexpr (requires { option.UserPasswordAcl; })
-        rc = rc != 0 ? rc : qbobj_api2_addUserPasswordAcl(call, option.UserPasswordAcl, share_id);
+        rc = rc != 0 ? rc : qbobj_api2_addUserPasswordAcl(call, option.UserPasswordAcl, owner);
     return rc;
 }
 

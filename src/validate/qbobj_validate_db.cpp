@@ -1,4 +1,5 @@
 // Names and ids of rows that must exist: each validator turns one into the row's id.
+#include "core/folders.h"
 #include "validate/validate.h"
 
 #include <span>
@@ -140,10 +141,19 @@ int qbobj_validate_db_zfsname(Call &call, const char *str, const char *defstr, i
     return found(call.ask_number("SELECT id FROM share WHERE zfs_name=%Q", name_or(str, defstr)), share_id);
 }
 
+namespace
+{
+
+// The share itself by its letters, one above it by letters of any case.
+constexpr auto share_of_path = joined(
+    folders_above, " SELECT S.id FROM share S WHERE S.path=(SELECT path FROM above WHERE n=0) "
+                   "OR S.path COLLATE NOCASE IN (SELECT path FROM above WHERE n>0) ORDER BY S.id LIMIT 1");
+
+} // namespace
+
 int qbobj_validate_db_path_in_share(Call &call, const char *path, int *share_id)
 {
-    return found(call.ask_number("SELECT id FROM share WHERE %Q=path OR %Q LIKE path||'/%%'", path, path),
-                 share_id);
+    return found(call.ask_number<const char *>(share_of_path, path), share_id);
 }
 
 int qbobj_validate_db_volumename(Call &call, const char *str, const char *defstr, char **volume_id)
