@@ -176,15 +176,13 @@ services
 step "Several services change in one call; Changed tells which became others"
 # A change of the services as they are read, by a jq program.
 changed() { call getProtocolCollection | jq "$1" | call setProtocolCollection -; }
-changed '.Protocol = [.Protocol[] | select(.ProtocolId | IN("ftp", "ssh", "rsync", "snmp"))
-        | if .ProtocolId == "ftp" then .Enabled = 1 | .FtpOptions.PassiveRangeMin = 40000 end
-        | if .ProtocolId == "ssh" then .SshOptions.Port = 2222 end
-        | if .ProtocolId == "snmp" then .SnmpOptions.Community = "office" end]' |
+of='def of(service): .Protocol[] | select(.ProtocolId == service);'
+changed "$of"' (of("ftp") |= (.Enabled = 1 | .FtpOptions.PassiveRangeMin = 40000)) | (of("ssh").SshOptions.Port = 2222)
+    | (of("snmp").SnmpOptions.Community = "office") | {Protocol: [of("ftp"), of("ssh"), of("rsync"), of("snmp")]}' |
     jq -r '.. | objects | select(.ProtocolId) | "\(.ProtocolId): Changed = \(.Changed // 0)"'
 
 step "A wrong passive range is refused, and nothing of the call is stored"
-changed '.Protocol = [.Protocol[] | if .ProtocolId == "cifs" then .Enabled = 0 end
-    | if .ProtocolId == "ftp" then .FtpOptions.PassiveRangeMin = 50 end]' || true
+changed "$of"' (of("cifs").Enabled = 0) | (of("ftp").FtpOptions.PassiveRangeMin = 50)' || true
 call getProtocolCollection | jq -r '.. | objects | select(.ProtocolId | IN("cifs", "ftp")?) |
     "\(.ProtocolId): Enabled = \(.Enabled), from port \(.FtpOptions.PassiveRangeMin // "-")"'
 

@@ -28,16 +28,27 @@ int drop_copy(const Call &call, const std::string &copy)
     return execute(call, "DROP TABLE temp.\"%w\"", copy.c_str());
 }
 
-// So that a row is found in the copy by its key, as it is in the table.
+// So that qbdb_sql_compare_table_row() finds a row in the copy by its key, as it does in the table.
 int index_copy(const Call &call, const char *table, const std::string &copy)
 {
-    std::vector<std::string> keys;
-    const int rc =
-        read_texts(call, keys, "SELECT name FROM pragma_table_info(%Q,'main') WHERE pk>0 ORDER BY pk", table);
-    if (rc != SQLITE_OK || keys.empty())
-        return rc;
-    return execute(call, "CREATE INDEX temp.\"%w by key\" ON \"%w\"(\"%w\")", copy.c_str(), copy.c_str(),
-                   keys.front().c_str());
+    Statement columns;
+    const char *problem = nullptr;
+    if (const int rc = prepare(call.db, "SELECT * FROM main." + quoted(table), 0, columns, &problem);
+        rc != SQLITE_OK)
+        return call.result(rc, site);
+    for (int i = 0; i < sqlite3_column_count(columns.get()); i++) {
+        const char *name = sqlite3_column_name(columns.get(), i);
+        int is_key = 0;
+        if (const int rc = name ? sqlite3_table_column_metadata(call.db, "main", table, name, nullptr,
+                                                                nullptr, nullptr, &is_key, nullptr)
+                                : SQLITE_NOMEM;
+            rc != SQLITE_OK)
+            return call.result(rc, site);
+        if (is_key != 0)
+            return execute(call, "CREATE INDEX temp.\"%w by key\" ON \"%w\"(\"%w\")", copy.c_str(),
+                           copy.c_str(), name);
+    }
+    return SQLITE_OK;
 }
 
 int copy_now(const Call &call, const char *table, const std::string &copy)
@@ -46,9 +57,7 @@ int copy_now(const Call &call, const char *table, const std::string &copy)
         return rc;
     if (const int rc = drop_copy(call, copy); rc != SQLITE_OK)
         return rc;
-    const int rc =
-        execute(call, "CREATE TEMP TABLE \"%w\" AS SELECT * FROM main.\"%w\"", copy.c_str(), table);
-    return rc == SQLITE_OK ? index_copy(call, table, copy) : rc;
+    return execute(call, "CREATE TEMP TABLE \"%w\" AS SELECT * FROM main.\"%w\"", copy.c_str(), table);
 }
 
 // Inside a transaction of ours the changes are counted, which spares the copy.
@@ -124,7 +133,10 @@ int qbdb_sql_duplicate_table(qbdb_handle_t *qbdb, sqlite3 *db, const char *table
                              char **errmsg, const char *file, int line)
 {
     const Call call{qbdb, db, errmsg, file, line};
-    return guarded(call, [&] { return copy_now(call, table, copy); });
+    return guarded(call, [&] {
+        const int rc = copy_now(call, table, copy);
+        return rc == SQLITE_OK ? index_copy(call, table, copy) : rc;
+    });
 }
 
 int qbdb_sql_duplicate_tables(qbdb_handle_t *qbdb, sqlite3 *db, const char *tag, const char *const *tables,

@@ -69,6 +69,8 @@ int configure(sqlite3 *db, const qbdb_options_t &options, const FileFacts &facts
         rc = run_plain(db, "PRAGMA cell_size_check=ON");
     if (rc == SQLITE_OK)
         rc = run_plain(db, "PRAGMA temp_store=MEMORY");
+    if (rc == SQLITE_OK)
+        rc = run_plain(db, "PRAGMA cache_size=-65536"); // KB; taken only when touched
     if (rc == SQLITE_OK && !facts.wal && !options.readonly)
         rc = run_plain(db, "PRAGMA journal_mode=WAL");
     return rc;

@@ -57,8 +57,9 @@ void ResultTable::add_row(sqlite3_stmt *statement)
 {
     const int columns = sqlite3_data_count(statement);
     for (int i = 0; i < columns; i++) {
-        if (sqlite3_column_type(statement, i) == SQLITE_INTEGER)
-            add_number(sqlite3_column_int64(statement, i));
+        sqlite3_value *const cell = sqlite3_column_value(statement, i);
+        if (sqlite3_value_type(cell) == SQLITE_INTEGER)
+            add_number(sqlite3_value_int64(cell));
         else
             add(cell_text(statement, i));
     }
@@ -67,8 +68,9 @@ void ResultTable::add_row(sqlite3_stmt *statement)
 // The text that SQLite makes of a number costs an allocation a cell.
 void ResultTable::add_number(sqlite3_int64 number)
 {
-    std::array<char, 24> digits{};
-    const char *const end = std::to_chars(digits.begin(), digits.end() - 1, number).ptr;
+    std::array<char, 24> digits;
+    char *const end = std::to_chars(digits.begin(), digits.end() - 1, number).ptr;
+    *end = '\0';
     add({digits.data(), static_cast<std::size_t>(end - digits.data())});
 }
 

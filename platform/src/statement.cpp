@@ -71,4 +71,12 @@ int run_plain(sqlite3 *db, const char *format, ...)
     return text ? sqlite3_exec(db, text.get(), nullptr, nullptr, nullptr) : SQLITE_NOMEM;
 }
 
+std::string quoted(std::string_view name)
+{
+    std::string out = "\"";
+    for (const char c : name)
+        out.append(c == '"' ? 2 : 1, c);
+    return out + '"';
+}
+
 } // namespace qbdb

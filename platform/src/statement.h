@@ -4,6 +4,7 @@
 #include <sqlite3.h>
 
 #include <memory>
+#include <string>
 #include <string_view>
 
 namespace qbdb
@@ -23,6 +24,9 @@ int prepare(sqlite3 *db, std::string_view text, unsigned flags, Statement &state
 
 // The text of a cell of the present row; with a null pointer for a NULL. Without memory std::bad_alloc.
 std::string_view cell_text(sqlite3_stmt *row, int column);
+
+// A name as an identifier.
+std::string quoted(std::string_view name);
 
 // Runs a statement of this library's own that yields no rows, in the form of a printf format.
 int run_plain(sqlite3 *db, const char *format, ...);

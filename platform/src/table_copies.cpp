@@ -13,14 +13,6 @@ namespace qbdb
 namespace
 {
 
-std::string quoted(std::string_view name)
-{
-    std::string out = "\"";
-    for (const char c : name)
-        out.append(c == '"' ? 2 : 1, c);
-    return out + '"';
-}
-
 bool same_name(std::string_view a, std::string_view b)
 {
     return a.size() == b.size() &&

@@ -13,8 +13,11 @@
 #include "core/members.h"
 #include "core/statement.h"
 
+#include <charconv>
 #include <concepts>
 #include <cstdlib>
+#include <cstring>
+#include <system_error>
 #include <tuple>
 
 namespace qbobj
@@ -24,7 +27,14 @@ namespace qbobj
 
 inline int to_int(const char *cell)
 {
-    return cell == nullptr ? 0 : static_cast<int>(std::strtol(cell, nullptr, 10));
+    if (cell == nullptr)
+        return 0;
+    // What the database writes of a number; anything else is read as far as it goes.
+    const char *const end = cell + std::strlen(cell);
+    int number = 0;
+    if (const auto [rest, error] = std::from_chars(cell, end, number); error == std::errc() && rest == end)
+        return number;
+    return static_cast<int>(std::strtol(cell, nullptr, 10));
 }
 
 // Sizes: "0x" and a leading "0" choose the base.

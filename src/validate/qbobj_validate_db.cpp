@@ -66,8 +66,10 @@ int find_array(Call &call, const AccountNames &accounts, const char **array, int
         ++count;
     if (length != nullptr)
         *length = static_cast<int>(count);
-    *ids = array == nullptr ? nullptr : create_array<int>(call.pool(), count);
-    int *next = *ids;
+    *ids = nullptr;
+    if (array == nullptr)
+        return 0;
+    int *next = *ids = create_array<int>(call.pool(), count);
     for (const char *name : std::span(array, count))
         if (const int unknown = accounts.find(call, name, next++))
             return unknown;
