@@ -38,7 +38,7 @@
  * Comments of operations: @param[in], [out] or [in,out] for what is given, made, or given and filled; @reads
  * and @writes name tables; @error names a code, in the order in which the codes can arise. Comments of
  * fields: @unit, @words (those accepted), @range, @required (needed when the record is created), @readonly
- * (filled by reads, ignored on writes), @secret.
+ * (filled by reads, ignored on writes), @secret, @sql (SQL text that becomes part of a statement as it is).
  */
 #ifndef QBOBJ_H
 #define QBOBJ_H

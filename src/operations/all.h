@@ -3,6 +3,8 @@
 
 #include "operations/account.h"
 #include "operations/backup.h"
+#include "operations/log.h"
+#include "operations/netif.h"
 #include "operations/service.h"
 #include "operations/service_device.h"
 #include "operations/settings.h"
@@ -22,7 +24,9 @@ inline constexpr auto all_operations = std::tuple_cat(
     service_device_operations,
     storage_operations,
     snapshot_operations,
-    backup_operations);
+    backup_operations,
+    netif_operations,
+    log_operations);
 // clang-format on
 
 } // namespace qbobj

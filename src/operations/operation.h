@@ -46,7 +46,6 @@ struct Argument {
     std::string_view name;
     Direction direction{};
     bool optional = false;      // null and 0 are values of their own
-    bool sql_text = false;      // reaches the statement as it is
     std::string_view count{};   // of an array that the caller provides: the argument that receives its length
     std::string_view size_of{}; // and the operation whose list is at least as long
 };

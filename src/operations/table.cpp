@@ -29,9 +29,13 @@ constexpr const qbobj_spec_t *spec_of_argument()
 template <class Type>
 constexpr ArgumentEntry describe_argument(const Argument &argument)
 {
-    return {argument.name,     argument.direction,       argument.optional,
-            argument.sql_text, shape_of<Type>(argument), spec_of_argument<Type>(),
-            argument.count,    argument.size_of};
+    return {argument.name,
+            argument.direction,
+            argument.optional,
+            shape_of<Type>(argument),
+            spec_of_argument<Type>(),
+            argument.count,
+            argument.size_of};
 }
 
 template <std::size_t Index, std::size_t... Arguments>

@@ -12,7 +12,6 @@ struct ArgumentEntry {
     std::string_view name;
     Direction direction;
     bool optional;
-    bool sql_text;
     Shape shape;
     const qbobj_spec_t *spec; // of a record; else null
     std::string_view count;   // see out_array()

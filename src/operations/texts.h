@@ -48,6 +48,7 @@ struct Field {
     bool required; // needed when the record is created
     bool readonly; // filled by reads, ignored on writes
     bool secret;   // never shown or echoed
+    bool sql;      // becomes part of a statement as it is: never offered to people
 };
 
 struct Record {

@@ -15,6 +15,7 @@ struct qbobj_Job {
     /** Who may run it. @words "user", "@all" */
     const char *Owner;
     const char *Password; /**< plain. @secret */
+    const char *Where;    /**< a condition. @sql */
 };
 
 /**
@@ -63,6 +64,7 @@ FAULTS = [
     ("@unit MB", "@unit", "@unit has no value"),
     ("@required", "@required always", "@required takes no value"),
     ("@required", "@requird", "unknown tag @requird"),
+    ("@sql", "@sql text", "@sql takes no value"),
     (" @secret", "", "looks like a secret"),
 ]
 

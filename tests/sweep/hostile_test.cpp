@@ -1,8 +1,10 @@
 // Calls every operation with hostile strings in the place of each of its strings: they are data, or an error
 // of the operation's own, and never reach a statement as SQL.
+#include "operations/texts.h"
 #include "scenarios.h"
 
 using namespace qbobj_test;
+namespace texts = qbobj::texts;
 using qbobj_json::Json;
 
 namespace
@@ -42,7 +44,13 @@ void find_strings(const Json &json, const Json::json_pointer &at, std::vector<Js
             find_strings(value, at / name, found);
 }
 
-// The input with every string field of the operation's first record present.
+// A field that takes SQL, by contract.
+bool is_sql(const qbobj_spec_t *spec, const char *field)
+{
+    return texts::find_field(*texts::find_record(spec->name), field)->sql;
+}
+
+// The input with every string field of the operation's first record present that holds a value.
 Json with_all_strings(const qbobj_json::Operation &operation, const Json &given)
 {
     Json input = qbobj_json::arrange_inputs(operation, given);
@@ -56,7 +64,7 @@ Json with_all_strings(const qbobj_json::Operation &operation, const Json &given)
         if (record.is_array())
             continue;
         for (const qbobj_spec_t *row = spec + 1; row->type != QBOBJ_KIND_END; ++row)
-            if (row->type == QBOBJ_KIND_STRING && !record.contains(row->name))
+            if (row->type == QBOBJ_KIND_STRING && !record.contains(row->name) && !is_sql(spec, row->name))
                 record[row->name] = "";
     }
     return input;

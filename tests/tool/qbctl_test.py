@@ -122,6 +122,14 @@ class Tool(unittest.TestCase):
         self.assertIn("  UsedBy: list of UsedBy, may be left out\n", described)
         self.assertEqual(102, len(self.ok("describe").splitlines()))
 
+    def test_fields_of_sql_are_offered_only_by_name(self):
+        self.assertNotIn("severity_in", self.ok("describe", "LogQuery", "getLog", "deleteLog") + self.ok("describe"))
+        self.assertNotIn("severity_in", self.fails(2, "describe", "LogQuery.severity_on"))
+        self.assertIn("LogQuery.severity_in: text, SQL text, may", self.ok("describe", "LogQuery.severity_in"))
+        self.call("addLog", "Severity=err")
+        given = json.dumps({"query": {"severity_in": "'err','crit'"}})
+        self.assertEqual(1, self.call("getLog", given)["Entries"])
+
     def test_table_shows_chosen_columns(self):
         self.call("addShare", '{"ShareName": "docs", "VolumeId": "data", "Comment": "Ünïcode"}')
         table = self.ok("--columns", "ShareName,Comment", "call", "--table", "getShareCollection")

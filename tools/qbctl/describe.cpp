@@ -30,13 +30,22 @@ const qbobj_spec_t *find_type(std::string_view name)
     return nullptr;
 }
 
+// What takes SQL is shown only to whom asks for it by its name.
+bool is_offered(const qbobj_spec_t *spec, const qbobj_spec_t &row)
+{
+    const texts::Record *record = texts::find_record(spec->name);
+    const texts::Field *field = record == nullptr ? nullptr : texts::find_field(*record, row.name);
+    return field == nullptr || !field->sql;
+}
+
 const qbobj_spec_t &field_row(const qbobj_spec_t *spec, std::string_view name)
 {
     std::vector<std::string> known;
     for (const qbobj_spec_t *row = spec + 1; row->type != QBOBJ_KIND_END; ++row) {
         if (texts::same_name(row->name, name))
             return *row;
-        known.emplace_back(row->name);
+        if (is_offered(spec, *row))
+            known.emplace_back(row->name);
     }
     throw BadInput(std::string(spec->name) + " has no field '" + std::string(name) + "'" +
                    suggestion(std::string(name), known));
@@ -125,6 +134,8 @@ void print_field(std::ostream &out, const texts::Record &record, const qbobj_spe
         out << ", one of " << field->words;
     if (field->secret)
         out << ", secret";
+    if (field->sql)
+        out << ", SQL text";
     out << ", " << (field->readonly ? "read only" : field->required ? "required" : left_out(row)) << '\n';
     print_text(out, field->text, name.find_first_not_of(' ') + 4);
 }
@@ -141,7 +152,8 @@ void print_record(std::ostream &out, const qbobj_spec_t *spec)
     if ((spec->attr & QBOBJ_ATTR_STRING_ID) != 0)
         print_field(out, *record, {QBOBJ_KIND_STRING, "resource_id", 0, nullptr, 0}, "  resource_id");
     for (const qbobj_spec_t *row = spec + 1; row->type != QBOBJ_KIND_END; ++row)
-        print_field(out, *record, *row, std::string("  ") + row->name);
+        if (is_offered(spec, *row))
+            print_field(out, *record, *row, std::string("  ") + row->name);
 }
 
 // "Share.Cifs.UserAcl" behind "Share": the field itself and, when it holds records, what they are.

@@ -8,7 +8,8 @@ import re
 IMPLIED_PARAMETERS = {"qbdb", "db", "err"}  # explained once, in the umbrella header
 DIRECTIONS = {"in": "in", "out": "out", "in,out": "in_out"}
 OPERATION_TAGS = ["param", "reads", "writes", "error", "return"]  # in this order
-FIELD_TAGS = {"unit": True, "words": True, "range": True, "required": False, "readonly": False, "secret": False}
+FIELD_TAGS = {"unit": True, "words": True, "range": True, "required": False, "readonly": False, "secret": False,
+              "sql": False}
 SECRET_NAME = re.compile(r"(password|secret|hash|community|answer)$", re.I)
 
 

@@ -56,7 +56,7 @@ def operation_row(operation, at):
 
 def field_row(field):
     texts = [quoted(field.name), quoted(field.text)] + [quoted(field.tags.get(t, "")) for t in ("unit", "words", "range")]
-    flags = ["true" if tag in field.tags else "false" for tag in ("required", "readonly", "secret")]
+    flags = ["true" if tag in field.tags else "false" for tag in ("required", "readonly", "secret", "sql")]
     return f"{{{', '.join(texts + flags)}}}"
 
 
