@@ -31,7 +31,7 @@ constexpr ArgumentEntry describe_argument(const Argument &argument)
 {
     return {argument.name,     argument.direction,       argument.optional,
             argument.sql_text, shape_of<Type>(argument), spec_of_argument<Type>(),
-            argument.count,    argument.size_of};
+            argument.count};
 }
 
 template <std::size_t Index, std::size_t... Arguments>
