@@ -3,6 +3,7 @@
 
 #include "operations/account.h"
 #include "operations/backup.h"
+#include "operations/iscsi.h"
 #include "operations/service.h"
 #include "operations/service_device.h"
 #include "operations/settings.h"
@@ -22,7 +23,8 @@ inline constexpr auto all_operations = std::tuple_cat(
     service_device_operations,
     storage_operations,
     snapshot_operations,
-    backup_operations);
+    backup_operations,
+    iscsi_operations);
 // clang-format on
 
 } // namespace qbobj

@@ -72,15 +72,16 @@ void furnish(Appliance &appliance)
     furnish_service_devices(appliance);
     furnish_storage(appliance);
     furnish_snapshots(appliance);
+    furnish_iscsi(appliance);
 }
 
 const std::vector<Scenario> &scenarios()
 {
     static const std::vector<Scenario> all = [] {
         std::vector<Scenario> whole;
-        for (const auto family :
-             {settings_scenarios, account_scenarios, share_scenarios, protocol_scenarios,
-              service_device_scenarios, storage_scenarios, snapshot_scenarios, backup_scenarios})
+        for (const auto family : {settings_scenarios, account_scenarios, share_scenarios, protocol_scenarios,
+                                  service_device_scenarios, storage_scenarios, snapshot_scenarios,
+                                  backup_scenarios, iscsi_scenarios})
             for (Scenario &scenario : family())
                 whole.push_back(std::move(scenario));
         return whole;

@@ -30,6 +30,7 @@ std::vector<Scenario> service_device_scenarios();
 std::vector<Scenario> storage_scenarios();
 std::vector<Scenario> snapshot_scenarios();
 std::vector<Scenario> backup_scenarios();
+std::vector<Scenario> iscsi_scenarios();
 
 // Users, groups, shares with every protocol, a clone, a backup job, an import list: made through the
 // operations.
@@ -40,6 +41,8 @@ void furnish_service_devices(Appliance &appliance);
 void furnish_storage(Appliance &appliance);
 // A home's snapshot, a spare, a job; the share's snapshot and its clone stand with the shares.
 void furnish_snapshots(Appliance &appliance);
+// A LUN in a group, and an initiator that may reach it.
+void furnish_iscsi(Appliance &appliance);
 
 // A share with every protocol and an entry in every list.
 qbobj_json::Json full_share(const std::string &name);
