@@ -210,3 +210,9 @@ table Name,LunGroup,LunN getLun '{"Name": "disk0"}'
 echo "let in: $(call getLunGroupAccessList LunGroup=vault | jq -r 'join(", ")')"
 echo "ids: LUN $(call getLunId lun_name=disk0), group $(call getLunGroupId lun_group_name=vault)"
 call getInitiatorId initiator_name=iqn.1993-08.org.example:desk || true # no share could have the name
+
+step "The dictionary of a language, and a message of the log in it"
+record "INSERT INTO _lang_supported VALUES(2,'de-de','Deutsch');
+    INSERT INTO _dictionary VALUES('LOGMSG_DISK_FAILED',2,'Eine Festplatte ist ausgefallen.')"
+call getDictionary code=de-de
+call getTranslatedString code=de-de key=LOGMSG_DISK_FAILED | jq -r .

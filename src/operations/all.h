@@ -3,6 +3,7 @@
 
 #include "operations/account.h"
 #include "operations/backup.h"
+#include "operations/dictionary.h"
 #include "operations/iscsi.h"
 #include "operations/service.h"
 #include "operations/service_device.h"
@@ -24,7 +25,8 @@ inline constexpr auto all_operations = std::tuple_cat(
     storage_operations,
     snapshot_operations,
     backup_operations,
-    iscsi_operations);
+    iscsi_operations,
+    dictionary_operations);
 // clang-format on
 
 } // namespace qbobj

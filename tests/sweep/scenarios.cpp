@@ -81,7 +81,7 @@ const std::vector<Scenario> &scenarios()
         std::vector<Scenario> whole;
         for (const auto family : {settings_scenarios, account_scenarios, share_scenarios, protocol_scenarios,
                                   service_device_scenarios, storage_scenarios, snapshot_scenarios,
-                                  backup_scenarios, iscsi_scenarios})
+                                  backup_scenarios, iscsi_scenarios, dictionary_scenarios})
             for (Scenario &scenario : family())
                 whole.push_back(std::move(scenario));
         return whole;

@@ -31,6 +31,7 @@ std::vector<Scenario> storage_scenarios();
 std::vector<Scenario> snapshot_scenarios();
 std::vector<Scenario> backup_scenarios();
 std::vector<Scenario> iscsi_scenarios();
+std::vector<Scenario> dictionary_scenarios();
 
 // Users, groups, shares with every protocol, a clone, a backup job, an import list: made through the
 // operations.
