@@ -29,24 +29,25 @@ constexpr auto access_list =
     select<const char *>("SELECT DISTINCT L.initiator FROM `$iscsi_lun_group_access` L WHERE L.lun_group=%Q",
                          "Failed DB Query for 'SELECT FROM `$iscsi_lun_group_access`'. %s", never_null);
 
-constexpr char group_columns[] =
-    "SELECT L.name,L.target,L.all_hosts,L.chap_auth,L.chap_secret FROM `$iscsi_lun_group` L";
+constexpr char group_columns[] = "SELECT L.name,L.target,L.all_hosts,L.chap_auth,L.chap_secret";
 constexpr std::tuple group_members{or_empty(&Group::Name), or_empty(&Group::Target), &Group::AnyInitiator,
                                    &Group::ChapAuth, or_empty(&Group::ChapSecret)};
-constexpr auto all_groups_text = joined(group_columns, " ORDER BY L.name COLLATE NOCASE");
+constexpr auto all_groups_text =
+    joined(group_columns, " FROM `$iscsi_lun_group` L ORDER BY L.name COLLATE NOCASE");
 constexpr auto all_groups =
     select_into(all_groups_text, "Failed DB Query for 'SELECT FROM `$iscsi_lun_group`'. %s", group_members);
-constexpr auto one_group_text = joined(group_columns, " WHERE L.name=%Q");
+constexpr auto one_group_text = joined(group_columns, " FROM `$iscsi_lun_group` L WHERE L.name=%Q");
 constexpr auto one_group = select_into<const char *>(
     one_group_text, "Failed DB Query for 'SELECT FROM `$iscsi_lun_group`'. %s", group_members);
 
-constexpr char initiator_columns[] = "SELECT I.name,I.chap_auth,I.chap_secret FROM `$iscsi_initiator` I";
+constexpr char initiator_columns[] = "SELECT I.name,I.chap_auth,I.chap_secret";
 constexpr std::tuple initiator_members{or_empty(&Initiator::Name), &Initiator::ChapAuth,
                                        or_empty(&Initiator::ChapSecret)};
-constexpr auto all_initiators_text = joined(initiator_columns, " ORDER BY I.name COLLATE NOCASE");
+constexpr auto all_initiators_text =
+    joined(initiator_columns, " FROM `$iscsi_initiator` I ORDER BY I.name COLLATE NOCASE");
 constexpr auto all_initiators = select_into(
     all_initiators_text, "Failed DB Query for 'SELECT FROM `$iscsi_initiator`'. %s", initiator_members);
-constexpr auto one_initiator_text = joined(initiator_columns, " WHERE I.name=%Q");
+constexpr auto one_initiator_text = joined(initiator_columns, " FROM `$iscsi_initiator` I WHERE I.name=%Q");
 constexpr auto one_initiator = select_into<const char *>(
     one_initiator_text, "Failed DB Query for 'SELECT FROM `$iscsi_initiator`'. %s", initiator_members);
 
