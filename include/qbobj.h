@@ -45,6 +45,7 @@
 
 #include <qbobj/account.h>
 #include <qbobj/backup.h>
+#include <qbobj/dictionary.h>
 #include <qbobj/disk.h>
 #include <qbobj/health.h>
 #include <qbobj/iscsi.h>

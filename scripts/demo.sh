@@ -256,3 +256,22 @@ echo "before:"; on_volumes
 quietly deleteVolume VolumeId=data
 echo "after:"; on_volumes
 table VolumeName,RaidType getVolumeCollection
+
+step "An iSCSI target: a LUN group with CHAP, a LUN and an initiator"
+quietly addLunGroup '{"Name": "vault", "Target": "iqn.2001-04.com.example:vault", "ChapAuth": 1, "ChapSecret": "turnip lantern"}'
+quietly addLun '{"Name": "disk0", "LunGroup": "vault", "LunN": 0}'
+quietly addInitiator '{"Name": "iqn.1993-08.org.example:desk"}'
+for initiator in iqn.1993-08.org.example:{desk,desk,laptop}; do # a name counts once, and needs no record
+    quietly addLunGroupAccessList LunGroup=vault Initiator="$initiator"
+done
+table Name,Target,AnyInitiator,ChapAuth getLunGroupCollection
+table Name,LunGroup,LunN getLun '{"Name": "disk0"}'
+echo "let in: $(call getLunGroupAccessList LunGroup=vault | jq -r 'join(", ")')"
+echo "ids: LUN $(call getLunId lun_name=disk0), group $(call getLunGroupId lun_group_name=vault)"
+call getInitiatorId initiator_name=iqn.1993-08.org.example:desk || true # no share could have the name
+
+step "The dictionary of a language, and a message of the log in it"
+record "INSERT INTO _lang_supported VALUES(2,'de-de','Deutsch');
+    INSERT INTO _dictionary VALUES('LOGMSG_DISK_FAILED',2,'Eine Festplatte ist ausgefallen.')"
+call getDictionary code=de-de
+call getTranslatedString code=de-de key=LOGMSG_DISK_FAILED | jq -r .

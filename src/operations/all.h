@@ -3,6 +3,8 @@
 
 #include "operations/account.h"
 #include "operations/backup.h"
+#include "operations/dictionary.h"
+#include "operations/iscsi.h"
 #include "operations/log.h"
 #include "operations/netif.h"
 #include "operations/service.h"
@@ -26,7 +28,9 @@ inline constexpr auto all_operations = std::tuple_cat(
     snapshot_operations,
     backup_operations,
     netif_operations,
-    log_operations);
+    log_operations,
+    iscsi_operations,
+    dictionary_operations);
 // clang-format on
 
 } // namespace qbobj

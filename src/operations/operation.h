@@ -45,9 +45,8 @@ enum class Direction {
 struct Argument {
     std::string_view name;
     Direction direction{};
-    bool optional = false;      // null and 0 are values of their own
-    std::string_view count{};   // of an array that the caller provides: the argument that receives its length
-    std::string_view size_of{}; // and the operation whose list is at least as long
+    bool optional = false;    // null and 0 are values of their own
+    std::string_view count{}; // of an array that the caller provides: the argument that receives its length
 };
 
 constexpr Argument in(std::string_view name)
@@ -74,11 +73,11 @@ constexpr Argument appended(std::string_view name)
 {
     return {.name = name, .direction = Direction::append};
 }
-// An array of texts that the caller provides, with room for every element of the list that `size_of` returns; the call
-// stores in `count` how many it filled.
-constexpr Argument out_array(std::string_view name, std::string_view count, std::string_view size_of)
+// An array of texts that the caller provides; the call stores in `count` how many there are. Without the array it only
+// counts them, so that the caller can make room.
+constexpr Argument out_array(std::string_view name, std::string_view count)
 {
-    return {.name = name, .direction = Direction::out, .count = count, .size_of = size_of};
+    return {.name = name, .direction = Direction::out, .count = count};
 }
 
 /* ---- From the function itself -------------------------------------------------------------------------- */

@@ -34,8 +34,7 @@ constexpr ArgumentEntry describe_argument(const Argument &argument)
             argument.optional,
             shape_of<Type>(argument),
             spec_of_argument<Type>(),
-            argument.count,
-            argument.size_of};
+            argument.count};
 }
 
 template <std::size_t Index, std::size_t... Arguments>

@@ -15,7 +15,6 @@ struct ArgumentEntry {
     Shape shape;
     const qbobj_spec_t *spec; // of a record; else null
     std::string_view count;   // see out_array()
-    std::string_view size_of;
 
     bool is_input() const { return direction != Direction::out; }
     bool is_output() const { return direction != Direction::in; }

@@ -74,15 +74,17 @@ void furnish(Appliance &appliance)
     furnish_snapshots(appliance);
     furnish_netifs(appliance);
     furnish_log(appliance);
+    furnish_iscsi(appliance);
 }
 
 const std::vector<Scenario> &scenarios()
 {
     static const std::vector<Scenario> all = [] {
         std::vector<Scenario> whole;
-        for (const auto family : {settings_scenarios, account_scenarios, share_scenarios, protocol_scenarios,
-                                  service_device_scenarios, storage_scenarios, snapshot_scenarios,
-                                  backup_scenarios, netif_scenarios, log_scenarios})
+        for (const auto family :
+             {settings_scenarios, account_scenarios, share_scenarios, protocol_scenarios,
+              service_device_scenarios, storage_scenarios, snapshot_scenarios, backup_scenarios,
+              netif_scenarios, log_scenarios, iscsi_scenarios, dictionary_scenarios})
             for (Scenario &scenario : family())
                 whole.push_back(std::move(scenario));
         return whole;

@@ -32,6 +32,8 @@ std::vector<Scenario> snapshot_scenarios();
 std::vector<Scenario> backup_scenarios();
 std::vector<Scenario> netif_scenarios();
 std::vector<Scenario> log_scenarios();
+std::vector<Scenario> iscsi_scenarios();
+std::vector<Scenario> dictionary_scenarios();
 
 // Users, groups, shares with every protocol, a clone, a backup job, an import list: made through the
 // operations.
@@ -46,6 +48,8 @@ void furnish_snapshots(Appliance &appliance);
 void furnish_netifs(Appliance &appliance);
 // Some entries.
 void furnish_log(Appliance &appliance);
+// A LUN in a group, and an initiator that may reach it.
+void furnish_iscsi(Appliance &appliance);
 
 // A share with every protocol and an entry in every list.
 qbobj_json::Json full_share(const std::string &name);

@@ -9,6 +9,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import xml.etree.ElementTree
 
 QBCTL = sys.argv.pop(1)
 
@@ -206,6 +207,15 @@ class Tool(unittest.TestCase):
                 done = self.run_tool(*words, stdin="getUserCollection", stdout=full)
                 self.assertEqual(1, done.returncode)
                 self.assertIn("cannot write the output: No space left", done.stderr)
+
+    def test_arrays_have_room_for_names_without_a_record_and_trees_are_xml(self):
+        names = [f"iqn.x:{i:04}" for i in range(3000)]
+        other = sqlite3.connect(self.db, isolation_level=None)
+        self.addCleanup(other.close)
+        other.executemany("INSERT INTO `$iscsi_lun_group_access` VALUES('vault',?)", [(name,) for name in names])
+        self.assertEqual(names, self.call("getLunGroupAccessList", "LunGroup=vault"))
+        tree = xml.etree.ElementTree.fromstring(self.ok("call", "getDictionary"))
+        self.assertEqual("A disk has failed.", tree.find("Language[@code='en-us']/item[@key='LOGMSG_DISK_FAILED']").text)
 
     def test_questions_are_answered_not_failed(self):
         self.call("addUser", '{"UserName": "ann"}')

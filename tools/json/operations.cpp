@@ -3,6 +3,7 @@
 
 #include "operations/all.h"
 
+#include <algorithm>
 #include <limits>
 #include <memory>
 #include <tuple>
@@ -16,7 +17,6 @@ namespace
 {
 
 using qbobj::Direction;
-using qbobj::Shape;
 
 // What every argument is made from.
 struct Given {
@@ -98,32 +98,22 @@ struct Slot<Record **> {
     Json show() const { return to_json(qbobj::schema_of(value), value); }
 };
 
-// Room for the texts of an array: as many as the operation that lists them returns now, and some for those that others
-// add before the call.
-std::size_t room_for(const Given &given)
-{
-    const Operation &lister = *find_operation(given.argument.size_of);
-    const Outcome listed = lister.call(lister, given.connection, arrange_inputs(lister, nullptr));
-    if (lister.failed(listed.result))
-        throw BadInput("cannot count the elements of '" + given.name() + "'");
-    const Json collection = listed.value();
-    const std::size_t length =
-        collection.empty() || !collection.front().is_array() ? 0 : collection.front().size();
-    return 2 * length + 1000;
-}
-
-// One text, or an array of the caller's, which another argument counts.
+// One text, or an array of the caller's, which another argument counts and which is not there for the first call.
 template <class Text>
 struct TextSlot {
+    bool is_array;
     std::vector<Text> values;
-    explicit TextSlot(const Given &given) : values(given.argument.count.empty() ? 1 : room_for(given)) {}
-    Text *pass() { return values.data(); }
-    Json show() const { return shown(values.front()); }
-    Json show_array(std::size_t count) const
+    explicit TextSlot(const Given &given) : is_array(!given.argument.count.empty()), values(is_array ? 0 : 1)
     {
+    }
+    Text *pass() { return values.empty() ? nullptr : values.data(); }
+    Json show() const
+    {
+        if (!is_array)
+            return shown(values.front());
         Json texts = Json::array();
-        for (std::size_t i = 0; i < count && i < values.size(); ++i)
-            texts.push_back(shown(values[i]));
+        for (const Text text : values)
+            texts.push_back(shown(text));
         return texts;
     }
 };
@@ -184,31 +174,36 @@ Outcome call_function(const Operation &operation, const Connection &connection, 
         Slot<typename Entry::template Parameter<Index>>(
             Given{arguments[Index], inputs.at(Index), connection})...};
     Outcome outcome;
-    outcome.result =
-        Entry::function(connection.qbdb, connection.db, std::get<Index>(slots).pass()..., &outcome.error);
+    const auto run = [&] {
+        outcome.result =
+            Entry::function(connection.qbdb, connection.db, std::get<Index>(slots).pass()..., &outcome.error);
+        return !operation.failed(outcome.result);
+    };
+    [[maybe_unused]] const auto value_of = [&](std::string_view name) {
+        Json value;
+        ((arguments[Index].name == name ? void(value = std::get<Index>(slots).show()) : void()), ...);
+        return value;
+    };
+    // An array was only counted. Others may add to it before it is filled.
+    [[maybe_unused]] const auto fill = [&](const Argument &argument, auto &slot) {
+        if constexpr (requires { slot.is_array; })
+            if (slot.is_array) {
+                slot.values.resize(2 * value_of(argument.count).template get<std::size_t>() + 1000);
+                slot.values.resize(run() ? value_of(argument.count).template get<std::size_t>() : 0);
+            }
+    };
+    if (run())
+        (fill(arguments[Index], std::get<Index>(slots)), ...);
     if (operation.entry->identifies())
         outcome.outputs["id"] = outcome.result;
     if (operation.entry->result == qbobj::ResultKind::answer)
         outcome.outputs["answer"] = outcome.result == 0;
 
-    std::string_view counted;
-    [[maybe_unused]] const auto count_of = [&](std::string_view name) {
-        Json count = 0;
-        ((arguments[Index].name == name ? void(count = std::get<Index>(slots).show()) : void()), ...);
-        return count.get<std::size_t>();
-    };
     const auto show = [&](const Argument &argument, const auto &slot) {
-        if (!argument.is_output() || argument.name == counted)
-            return;
-        Json &output = outcome.outputs[std::string(argument.name)];
-        if constexpr (requires { slot.show_array(0); }) {
-            if (argument.shape == Shape::text_array) {
-                counted = argument.count;
-                output = slot.show_array(operation.failed(outcome.result) ? 0 : count_of(argument.count));
-                return;
-            }
-        }
-        output = slot.show();
+        const bool is_count =
+            std::ranges::find(arguments, argument.name, &Argument::count) != arguments.end();
+        if (argument.is_output() && !is_count)
+            outcome.outputs[std::string(argument.name)] = slot.show();
     };
     (show(arguments[Index], std::get<Index>(slots)), ...);
     return outcome;
