@@ -17,7 +17,7 @@ class AccountDefault : public Accounts
     }
 };
 
-TEST_F(AccountDefault, ReadsBackWhatWasWritten)
+TEST_F(AccountDefault, ReadsBackWhatWasWrittenUnlessTheRowIsMissing)
 {
     const std::string volume = value("SELECT id FROM _volume WHERE lv_name='backup'");
     qbobj_AccountDefault_t written{};
@@ -34,40 +34,28 @@ TEST_F(AccountDefault, ReadsBackWhatWasWritten)
     qbobj_AccountDefault_t stored = read();
     EXPECT_EQ(dump("AccountDefault", &written), dump("AccountDefault", &stored));
     EXPECT_EQ("100", value("SELECT next_uid FROM account_default"));
-}
-
-TEST_F(AccountDefault, ReadsASizeInAnyBase)
-{
     sql("UPDATE account_default SET home_folder_capacity_limit='0x20'");
-    EXPECT_EQ(32U, read().HomeFolderCapacityLimit);
+    EXPECT_EQ(32U, read().HomeFolderCapacityLimit) << "in any base";
+    sql("DELETE FROM account_default");
+    refused(qbobj_getAccountDefault, {}, db_failed,
+            "DB may be corrupted? 'account_default' table is not populated.");
 }
 
 TEST_F(AccountDefault, RefusesTheFirstValueThatIsWrong)
 {
-    const struct {
-        std::function<void(qbobj_AccountDefault_t &)> spoil;
-        const char *message;
-    } cases[] = {
+    const Refusal<std::function<void(qbobj_AccountDefault_t &)>> cases[] = {
         {[](auto &d) { d.HomeVolumeId = "none", d.DiskQuotaWarn = 0; }, "Invalid HomeVolumeId."},
         {[](auto &d) { d.DiskQuotaWarn = 0, d.GroupId = 4711; }, "Invalid DiskQuotaWarn. 1-99."},
         {[](auto &d) { d.DiskQuotaWarn = 100; }, "Invalid DiskQuotaWarn. 1-99."},
-        {[](auto &d) { d.GroupId = 4711; }, "Invalid GroupId."},
-    };
+        {[](auto &d) { d.GroupId = 4711; }, "Invalid GroupId."}};
     for (const auto &c : cases) {
         qbobj_AccountDefault_t defaults = read();
-        c.spoil(defaults);
-        refused(qbobj_setAccountDefault, defaults, bad_args, c.message);
+        c.given(defaults); // spoils them
+        refused(qbobj_setAccountDefault, defaults, c.code, c.message);
     }
     qbobj_AccountDefault_t defaults = read();
     defaults.DiskQuotaWarn = 1;
     EXPECT_OK(run(qbobj_setAccountDefault, defaults));
-}
-
-TEST_F(AccountDefault, AMissingRowIsReported)
-{
-    sql("DELETE FROM account_default");
-    refused(qbobj_getAccountDefault, {}, db_failed,
-            "DB may be corrupted? 'account_default' table is not populated.");
 }
 
 } // namespace

@@ -14,9 +14,9 @@ namespace qbobj_test
 
 using Lines = std::vector<std::string>;
 
-constexpr auto bad_args = QBOBJ_ERROR_API_ARGS;
-constexpr auto db_failed = QBOBJ_ERROR_DB_MISC;
 constexpr auto too_long = QBOBJ_ERROR_UI__NAME_TOO_LONG;
+constexpr auto name_taken = QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS;
+constexpr auto group_taken = QBOBJ_ERROR_UI__GROUPNAME_ALREADY_EXISTS;
 constexpr auto reserved = QBOBJ_ERROR_UI__USERNAME_RESERVED;
 
 inline const std::string mask = masked_password;
@@ -48,6 +48,14 @@ Lines each(const Record *list, Describe describe)
         found.push_back(describe(*list));
     return found;
 }
+
+// What an operation must refuse, and how.
+template <class Record>
+struct Refusal {
+    Record given;
+    std::string message;
+    qbobj_error_t code = bad_args;
+};
 
 class Accounts : public Database
 {

@@ -26,7 +26,7 @@ class Groups : public Accounts
     std::string listed(qbobj_AccountQuery_t *query)
     {
         groups = {};
-        EXPECT_OK(qbobj_getGroupCollection(qbdb, db, &groups, query, &err));
+        EXPECT_OK(call(qbobj_getGroupCollection, &groups, query));
         return all(groups.Group, &Group::GroupName);
     }
     std::string group(int id) const
@@ -45,12 +45,8 @@ class Groups : public Accounts
 TEST_F(Groups, ListFilterOrderAndPage)
 {
     sql("INSERT INTO `$group`(id,gname,is_privileged) VALUES(102,'removed',-1)");
-    const struct {
-        qbobj_AccountQuery_t query; // limit, offset, name_like, opt, order, ads
-        const char *names;
-        int entries;
-        int total;
-    } cases[] = {
+    // A query is limit, offset, name_like, opt, order and ads.
+    const std::tuple<qbobj_AccountQuery_t, const char *, int, int> cases[] = {
         {{0, 0, nullptr, nullptr, 0, 0}, "guild staff users", 3, 3},
         {{0, 0, nullptr, nullptr, -1, 0}, "users staff guild", 3, 3},
         {{0, 0, nullptr, nullptr, 2, 0}, "users staff guild", 3, 3},
@@ -58,14 +54,13 @@ TEST_F(Groups, ListFilterOrderAndPage)
         {{1, 1, nullptr, "TM_ON", 1, 0}, "staff", 3, 3},
         {{1, 0, "%S%", nullptr, 1, 0}, "staff", 2, 3},
         {{0, 0, "x' OR '1", nullptr, 1, 0}, "", 0, 3},
-        {{0, 0, nullptr, nullptr, 1, 1}, "crew", 1, 1},
-    };
-    for (const auto &expected : cases) {
-        qbobj_AccountQuery_t query = expected.query;
-        SCOPED_TRACE(expected.names);
-        EXPECT_EQ(expected.names, listed(&query));
-        EXPECT_EQ(expected.entries, groups.Entries);
-        EXPECT_EQ(expected.total, groups.TotalEntries);
+        {{0, 0, nullptr, nullptr, 1, 1}, "crew", 1, 1}};
+    for (const auto &[given, names, entries, total] : cases) {
+        qbobj_AccountQuery_t query = given;
+        SCOPED_TRACE(names);
+        EXPECT_EQ(names, listed(&query));
+        EXPECT_EQ(entries, groups.Entries);
+        EXPECT_EQ(total, groups.TotalEntries);
     }
     EXPECT_EQ("guild staff users", listed(nullptr));
     join_directory();
@@ -74,8 +69,7 @@ TEST_F(Groups, ListFilterOrderAndPage)
 
     const std::string pattern(257, '%');
     qbobj_AccountQuery_t query{.name_like = pattern.c_str()};
-    EXPECT_FAILS(qbobj_getGroupCollection(qbdb, db, &groups, &query, &err), bad_args,
-                 "Query string is too long.");
+    EXPECT_FAILS(call(qbobj_getGroupCollection, &groups, &query), bad_args, "Query string is too long.");
 }
 
 TEST_F(Groups, ListedGroupHasMembersAndQuotas)
@@ -127,24 +121,20 @@ TEST_F(Groups, SystemGroupsAreNamedWhateverTheyAre)
 
 TEST_F(Groups, NewGroupTakesTheLowestFreeId)
 {
-    const struct {
-        const char *before;
-        int id;
-    } cases[] = {
+    const std::pair<const char *, int> cases[] = {
         {"", 102},
         {"INSERT INTO `$group`(id,gname) VALUES(104,'d')", 103}, // 102 is the group just made
         {"DELETE FROM `$group` WHERE id=100", 100},
-        {"DELETE FROM `$group` WHERE id>101; UPDATE `$group` SET id=32767 WHERE id=101", 101},
-    };
+        {"DELETE FROM `$group` WHERE id>101; UPDATE `$group` SET id=32767 WHERE id=101", 101}};
     int number = 0;
-    for (const auto &expected : cases) {
-        sql(expected.before);
+    for (const auto &[before, id] : cases) {
+        sql(before);
         const std::string name = "new" + std::to_string(number++);
         Group group{.GroupId = -1, .GroupName = name.c_str()};
         EXPECT_OK(run(qbobj_addGroup, group));
-        EXPECT_EQ(expected.id, group.GroupId);
-        EXPECT_EQ(expected.id, group.resource_id);
-        EXPECT_EQ(name + " 0", this->group(expected.id));
+        EXPECT_EQ(id, group.GroupId);
+        EXPECT_EQ(id, group.resource_id);
+        EXPECT_EQ(name + " 0", this->group(id));
     }
     sql("WITH RECURSIVE n(id) AS (SELECT 100 UNION ALL SELECT id+1 FROM n WHERE id<32767) "
         "INSERT OR IGNORE INTO `$group`(id,gname) SELECT id,'g'||id FROM n");
@@ -173,26 +163,19 @@ TEST_F(Groups, NewGroupsGetQuotasAndMembers)
 
 TEST_F(Groups, CreationIsRefused)
 {
-    const struct {
-        Group group;
-        qbobj_error_t code;
-        std::string message;
-    } cases[] = {
-        {{}, bad_args, "GroupName is required for 'add'"},
-        {{.GroupName = ""}, bad_args, "GroupName is required for 'add'"},
-        {{.GroupName = long_name.c_str()}, too_long, long_message},
-        {{.GroupName = "a'b"}, bad_args, "Invalid GroupName (a'b)"},
-        {{.GroupName = "STAFF"}, QBOBJ_ERROR_UI__GROUPNAME_ALREADY_EXISTS, "Group (STAFF) already exists."},
-        {{.GroupId = 99, .GroupName = "new"}, bad_args, "GroupId=99 is out of valid range (100-32767)."},
-        {{.GroupId = 32768, .GroupName = "new"},
-         bad_args,
-         "GroupId=32768 is out of valid range (100-32767)."},
+    const Refusal<Group> cases[] = {
+        {{}, "GroupName is required for 'add'"},
+        {{.GroupName = ""}, "GroupName is required for 'add'"},
+        {{.GroupName = long_name.c_str()}, long_message, too_long},
+        {{.GroupName = "a'b"}, "Invalid GroupName (a'b)"},
+        {{.GroupName = "STAFF"}, "Group (STAFF) already exists.", group_taken},
+        {{.GroupId = 99, .GroupName = "new"}, "GroupId=99 is out of valid range (100-32767)."},
+        {{.GroupId = 32768, .GroupName = "new"}, "GroupId=32768 is out of valid range (100-32767)."},
         {{.GroupId = 100, .GroupName = "new"},
-         QBOBJ_ERROR_UI__GID_ALREADY_EXISTS,
-         "GroupId (100) already exists."},
-    };
+         "GroupId (100) already exists.",
+         QBOBJ_ERROR_UI__GID_ALREADY_EXISTS}};
     for (const auto &expected : cases)
-        refused(qbobj_addGroup, expected.group, expected.code, expected.message);
+        refused(qbobj_addGroup, expected.given, expected.code, expected.message);
 
     qbobj_User_t nobody{.UserId = -20};
     Group bad_member{.GroupName = "second", .SecondaryMember = &nobody};
@@ -217,8 +200,7 @@ TEST_F(Groups, DeletedGroupIsMarkedAndHoldsItsName)
     for (const char *table : {"group_quota", "_group_quota_stat", "`$group_has_user`"})
         EXPECT_EQ("100", value(std::string("SELECT group_concat(group_id) FROM ") + table)) << table;
     EXPECT_EQ("101", value("SELECT group_id FROM group_acl"));
-    refused(qbobj_addGroup, {.GroupName = "guild"}, QBOBJ_ERROR_UI__GROUPNAME_ALREADY_EXISTS,
-            "Group (guild) already exists.");
+    refused(qbobj_addGroup, {.GroupName = "guild"}, group_taken, "Group (guild) already exists.");
 }
 
 TEST_F(Groups, DeletionIsRefused)
@@ -232,19 +214,15 @@ TEST_F(Groups, DeletionIsRefused)
 
 TEST_F(Groups, RenameReportsTheOldName)
 {
-    const struct {
-        const char *name, *old_name, *stored;
-    } cases[] = {
-        {"lodge", "guild", "lodge 0"},
-        {"lodge", nullptr, "lodge 0"},
-        {"Lodge", "lodge", "Lodge 0"}, // a change of capitals is a change
-        {nullptr, nullptr, "Lodge 0"},
-    };
-    for (const auto &expected : cases) {
-        Group group{.GroupId = 101, .GroupName = expected.name, .OldGroupName = "before"};
+    const char *const cases[][3] = {{"lodge", "guild", "lodge 0"},
+                                    {"lodge", nullptr, "lodge 0"},
+                                    {"Lodge", "lodge", "Lodge 0"}, // a change of capitals is a change
+                                    {nullptr, nullptr, "Lodge 0"}};
+    for (const auto &[name, old_name, stored] : cases) {
+        Group group{.GroupId = 101, .GroupName = name, .OldGroupName = "before"};
         ASSERT_OK(run(qbobj_modifyGroup, group));
-        EXPECT_STREQ(expected.old_name, group.OldGroupName);
-        EXPECT_EQ(expected.stored, this->group(101));
+        EXPECT_STREQ(old_name, group.OldGroupName);
+        EXPECT_EQ(stored, this->group(101));
     }
 }
 
@@ -252,30 +230,24 @@ TEST_F(Groups, ModificationIsRefused)
 {
     sql("INSERT INTO `$group_has_user`(user_id,group_id) VALUES(100,101)");
     qbobj_User_t nobody{.UserName = "somebody"};
-    const struct {
-        Group group;
-        qbobj_error_t code;
-        std::string message;
-    } cases[] = {
-        {{.GroupName = "x"}, bad_args, "Invalid resource_id (0)."},
-        {{.GroupId = 999, .GroupName = "x"}, bad_args, "Invalid resource_id (999). Not exist."},
-        {{.GroupId = 101, .GroupName = ""}, bad_args, "Invalid GroupName ()"},
-        {{.GroupId = 101, .GroupName = long_name.c_str()}, too_long, long_message},
+    const Refusal<Group> cases[] = {
+        {{.GroupName = "x"}, "Invalid resource_id (0)."},
+        {{.GroupId = 999, .GroupName = "x"}, "Invalid resource_id (999). Not exist."},
+        {{.GroupId = 101, .GroupName = ""}, "Invalid GroupName ()"},
+        {{.GroupId = 101, .GroupName = long_name.c_str()}, long_message, too_long},
         {{.GroupId = 101, .GroupName = "Staff"},
-         QBOBJ_ERROR_UI__GROUPNAME_ALREADY_EXISTS,
-         "Cannot rename to group which already exists (Staff)."},
+         "Cannot rename to group which already exists (Staff).",
+         group_taken},
         {{.resource_id = 101, .GroupName = "lodge", .SecondaryMember = &nobody},
-         bad_args,
-         "Invalid resource_id (101) in SecondaryMember."},
-    };
+         "Invalid resource_id (101) in SecondaryMember."}};
     for (const auto &expected : cases) {
-        refused(qbobj_modifyGroup, expected.group, expected.code, expected.message);
+        refused(qbobj_modifyGroup, expected.given, expected.code, expected.message);
         EXPECT_STREQ("qbobj_api2_modify_group", err.file);
     }
     // In directory mode names are compared with directory groups only; the database still refuses the clash.
     join_directory();
-    refused(qbobj_modifyGroup, {.GroupId = 101, .GroupName = "staff"},
-            QBOBJ_ERROR_UI__GROUPNAME_ALREADY_EXISTS, "Specified group name already exists");
+    refused(qbobj_modifyGroup, {.GroupId = 101, .GroupName = "staff"}, group_taken,
+            "Specified group name already exists");
 }
 
 TEST_F(Groups, APersonIsAMemberOnce)
@@ -309,18 +281,17 @@ TEST_F(Groups, ModificationReplacesMembers)
     qbobj_User_t third{.UserId = 102, .UserName = "cy"};
     qbobj_User_t second{._link = &third, .UserId = 101};
     qbobj_User_t first{._link = &second, .UserId = 100, .UserName = "bob"};
-    const struct {
-        qbobj_User_t *members;
-        const char *ids;
-    } cases[] = {
-        {&third, "102"},   {&first, "100"}, // up to the first without a name
-        {&second, "NULL"}, {&third, "102"}, {nullptr, "NULL"},
-    };
+    const std::pair<qbobj_User_t *, const char *> cases[] = {
+        {&third, "102"},
+        {&first, "100"}, // up to the first without a name
+        {&second, "NULL"},
+        {&third, "102"},
+        {nullptr, "NULL"}};
     sql("INSERT INTO `$group_has_user`(user_id,group_id) VALUES(101,100),(101,101)");
-    for (const auto &expected : cases) {
-        Group group{.GroupId = 101, .SecondaryMember = expected.members};
+    for (const auto &[list, ids] : cases) {
+        Group group{.GroupId = 101, .SecondaryMember = list};
         ASSERT_OK(run(qbobj_modifyGroup, group));
-        EXPECT_EQ(expected.ids, members(101));
+        EXPECT_EQ(ids, members(101));
     }
     EXPECT_EQ("101", members(100));
 }

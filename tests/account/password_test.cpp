@@ -9,6 +9,7 @@ using namespace qbobj_test;
 class Password : public Accounts
 {
   protected:
+    Password() { sql("INSERT INTO `$user` (id,uname,passwd,group_id) VALUES (100,'anna','x',99)"); }
     std::string hash_of(const char *name) const { return of(name, "passwd"); }
     int set_admin(qbobj_AdminPassword_t passwd) { return run(qbobj_setAdminPassword, passwd); }
     int set_user(int id, const char *password)
@@ -47,14 +48,9 @@ TEST_F(Password, RecoveryDataIsReplacedAsAWholeOrNotAtAll)
     EXPECT_OK(run(qbobj_getAdminPassword, read));
     EXPECT_EQ(mask + "|Pet's name?|Rex|a@example.org",
               line({read.Password, read.Question, read.Answer, read.Email}));
-}
-
-TEST_F(Password, MissingRecoveryDataIsReported)
-{
     sql("UPDATE passwordrecovery SET question=NULL,answer=NULL,email=NULL");
-    qbobj_AdminPassword_t empty{};
-    EXPECT_OK(run(qbobj_getAdminPassword, empty));
-    EXPECT_STREQ("", empty.Answer);
+    EXPECT_OK(run(qbobj_getAdminPassword, read));
+    EXPECT_STREQ("", read.Answer);
     sql("DELETE FROM passwordrecovery");
     refused(qbobj_getAdminPassword, {}, db_failed,
             "DB may be corrupted? 'passwordrecovery' table is not populated.");
@@ -62,16 +58,12 @@ TEST_F(Password, MissingRecoveryDataIsReported)
 
 TEST_F(Password, RefusesWhatIsWrongAndChangesNothing)
 {
-    sql("INSERT INTO `$user` (id,uname,passwd,group_id) VALUES (100,'anna','x',99),(101,'bert',NULL,99)");
     EXPECT_OK(set_user(100, "secret"));
     const std::string locked = "!" + hash_of("anna");
-    sql("INSERT INTO `$user` (id,uname,passwd,group_id) VALUES (102,'cleo','" + locked +
+    sql("INSERT INTO `$user` (id,uname,passwd,group_id) VALUES (101,'bert',NULL,99),(102,'cleo','" + locked +
         "',99),(103,'dora','$1$abc',99),(104,'emil','',99)");
     const std::string endless(600, 'x');
-    const struct {
-        std::function<int()> call;
-        std::string message;
-    } cases[] = {
+    const std::pair<std::function<int()>, std::string> cases[] = {
         {[&] { return set_admin({}); }, "Admin password cannot be empty."},
         {[&] { return set_admin({.Password = ""}); }, "Admin password cannot be empty."},
         {[&] { return set_admin({.Password = endless.c_str()}); }, "Invalid Password."},
@@ -88,19 +80,17 @@ TEST_F(Password, RefusesWhatIsWrongAndChangesNothing)
         {[&] { return set_my(nullptr, "secret", "new"); }, "My password cannot be empty."},
         {[&] { return set_my("anna", "", "new"); }, "My password cannot be empty."},
         {[&] { return set_my("anna", "secret", ""); }, "My password cannot be empty."},
-        {[&] { return qbobj_setMyPassword(qbdb, db, nullptr, &err); }, "passwd cannot be NULL."},
-    };
+        {[&] { return call(qbobj_setMyPassword, nullptr); }, "passwd cannot be NULL."}};
     const std::string before = content();
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.message);
-        EXPECT_FAILS(c.call(), bad_args, c.message.c_str());
+    for (const auto &[call, message] : cases) {
+        SCOPED_TRACE(message);
+        EXPECT_FAILS(call(), bad_args, message.c_str());
         EXPECT_EQ(before, content());
     }
 }
 
 TEST_F(Password, AUserProvesTheOldOneToSetANewOne)
 {
-    sql("INSERT INTO `$user` (id,uname,group_id) VALUES (100,'anna',99)");
     sql("UPDATE account_default SET disallow_password_change=1");
     EXPECT_OK(set_user(100, "p\xC3\xA4ss'wort"));
     const std::string first = hash_of("anna");
@@ -112,7 +102,6 @@ TEST_F(Password, AUserProvesTheOldOneToSetANewOne)
 
 TEST_F(Password, AnUnknownIdIsNoErrorAndAnEmptyPasswordIsNone)
 {
-    sql("INSERT INTO `$user` (id,uname,passwd,group_id) VALUES (100,'anna','x',99)");
     const std::string before = content();
     EXPECT_OK(set_user(4711, "secret"));
     EXPECT_EQ(before, content());
@@ -123,7 +112,6 @@ TEST_F(Password, AnUnknownIdIsNoErrorAndAnEmptyPasswordIsNone)
 // Written back as it was read, it leaves the stored one.
 TEST_F(Password, TheMaskIsNeverOne)
 {
-    sql("INSERT INTO `$user` (id,uname,group_id) VALUES (100,'anna',99)");
     EXPECT_OK(set_user(100, "secret"));
     EXPECT_OK(set_admin({.Password = "secret"}));
     const std::string before = content();
@@ -141,7 +129,6 @@ TEST_F(Password, TheMaskIsNeverOne)
 // An offered password is only repeated where the message has a place for it.
 TEST_F(Password, StaysOutOfTheLog)
 {
-    sql("INSERT INTO `$user` (id,uname,group_id) VALUES (100,'anna',99)");
     EXPECT_OK(set_user(100, "right"));
     EXPECT_FAILS(set_my("anna", "hunter2", "hunter3"), bad_args, "Bad Credential.");
     EXPECT_NE(std::string::npos, log().find("Bad Credential."));

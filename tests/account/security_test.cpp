@@ -39,6 +39,7 @@ TEST_F(Security, ReadsBackWhatWasWrittenButForThePassword)
     written.domainGroupAdminGID = 98;
     written.domainAdminUID = 7;
     EXPECT_EQ(dump("Security", &written), dump("Security", &read));
+    EXPECT_EQ("ads", value("SELECT security FROM service_cifs"));
     EXPECT_EQ(std::string::npos, content().find("hunter2"));
 
     sql("UPDATE service_cifs SET realm=NULL,orgunit=NULL,domain_sid=NULL");
@@ -49,25 +50,20 @@ TEST_F(Security, ReadsBackWhatWasWrittenButForThePassword)
 TEST_F(Security, RefusesTheFirstValueThatIsWrong)
 {
     const std::string long_unit(512, 'x');
-    const struct {
-        std::function<void(qbobj_Security_t &)> spoil;
-        qbobj_error_t code;
-        const char *message;
-    } cases[] = {
-        {[](auto &s) { s.Security = nullptr; }, bad_args, "Security is not valid"},
-        {[](auto &s) { s.Security = "ads'", s.workGroup = nullptr; }, bad_args, "Security is not valid"},
-        {[](auto &s) { s.workGroup = "A/B", s.Realm = "?"; }, QBOBJ_ERROR_UI__ADS_BAD_WORKGROUP,
-         "Bad workgroup"},
-        {[](auto &s) { s.Realm = "a b", s.passWordServer = "?"; }, QBOBJ_ERROR_UI__ADS_BAD_REALM,
-         "Bad realm (a b)"},
-        {[](auto &s) { s.passWordServer = "a b"; }, QBOBJ_ERROR_UI__ADS_BAD_SEC_SERVER,
-         "Bad login server (a b)"},
-        {[&](auto &s) { s.orgUnit = long_unit.c_str(); }, bad_args,
-         "The value of column 'orgunit' is too long for the update."},
-    };
+    const Refusal<std::function<void(qbobj_Security_t &)>> cases[] = {
+        {[](auto &s) { s.Security = nullptr; }, "Security is not valid"},
+        {[](auto &s) { s.Security = "ads'", s.workGroup = nullptr; }, "Security is not valid"},
+        {[](auto &s) { s.workGroup = "A/B", s.Realm = "?"; }, "Bad workgroup",
+         QBOBJ_ERROR_UI__ADS_BAD_WORKGROUP},
+        {[](auto &s) { s.Realm = "a b", s.passWordServer = "?"; }, "Bad realm (a b)",
+         QBOBJ_ERROR_UI__ADS_BAD_REALM},
+        {[](auto &s) { s.passWordServer = "a b"; }, "Bad login server (a b)",
+         QBOBJ_ERROR_UI__ADS_BAD_SEC_SERVER},
+        {[&](auto &s) { s.orgUnit = long_unit.c_str(); },
+         "The value of column 'orgunit' is too long for the update."}};
     for (const auto &c : cases) {
         qbobj_Security_t security = domain();
-        c.spoil(security);
+        c.given(security); // spoils it
         refused(qbobj_setSecurity, security, c.code, c.message);
     }
 }
@@ -87,36 +83,20 @@ TEST_F(Security, ChecksRealmAndServerOfADirectoryOnly)
     EXPECT_EQ("", value("SELECT password_server FROM service_cifs"));
 }
 
-TEST_F(Security, TheModeDecidesWhichAccountsAreAsked)
-{
-    sql("INSERT INTO `$user` (id,uname,rid) VALUES (100,'anna',NULL),(-7,'anna',70)");
-    int uid = 0;
-    EXPECT_OK(qbobj_getUID(qbdb, db, "anna", &uid, &err));
-    EXPECT_EQ(100, uid);
-    qbobj_Security_t directory = domain();
-    EXPECT_OK(set(directory));
-    EXPECT_OK(qbobj_getUID(qbdb, db, "anna", &uid, &err));
-    EXPECT_EQ(-7, uid);
-}
-
 TEST_F(Security, ReportsTheProgressOfTheImport)
 {
-    const struct {
-        const char *row; // state, users and groups: total and done
-        const char *state;
-        int percent;
-    } cases[] = {
+    // A row is the state, then of users and of groups how many there are and how many are done.
+    const std::tuple<const char *, const char *, int> cases[] = {
         {"(0,0,0,0,0)", "idle", 0},     {"(1,20,10,0,0)", "running", 25}, {"(1,20,20,0,0)", "running", 50},
-        {"(1,3,1,3,2)", "running", 49}, {"(2,3,3,3,3)", "complete", 100}, {"(7,0,0,4,4)", "error", 50},
-    };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.row);
+        {"(1,3,1,3,2)", "running", 49}, {"(2,3,3,3,3)", "complete", 100}, {"(7,0,0,4,4)", "error", 50}};
+    for (const auto &[row, state, percent] : cases) {
+        SCOPED_TRACE(row);
         sql(std::string("UPDATE _ads_importer SET (state,total_user,curr_user,total_group,curr_group)=") +
-            c.row + ",start_at=11,done_at=12");
+            row + ",start_at=11,done_at=12");
         qbobj_SecurityAdsProgress_t progress{};
         EXPECT_OK(run(qbobj_getSecurityAdsProgress, progress));
-        EXPECT_STREQ(c.state, progress.State);
-        EXPECT_EQ(c.percent, progress.Percent);
+        EXPECT_STREQ(state, progress.State);
+        EXPECT_EQ(percent, progress.Percent);
         EXPECT_EQ(11, progress.StartAt);
         EXPECT_EQ(12, progress.DoneAt);
     }

@@ -50,8 +50,13 @@ TEST_F(UserAdd, StoresTheSettingsThatAreGiven)
               rows("SELECT user_id,share_id,mb_soft,mb_hard FROM user_quota"));
     home.VisibleSnapshot = 0;
     time_machine.Enabled = 0;
-    User other{.UserName = "bert", .TimeMachineQuota = &time_machine, .HomeFolderSettings = &home};
+    const std::string volume = value("SELECT id FROM _volume WHERE lv_name='backup'");
+    User other{.UserName = "bert",
+               .HomeVolumeId = volume.c_str(),
+               .TimeMachineQuota = &time_machine,
+               .HomeFolderSettings = &home};
     EXPECT_OK(add(other));
+    EXPECT_STREQ("/backup/home/bert", other.HomeDirectory);
     EXPECT_EQ((Lines{"100|0|4294967296|it's", "101|0|4294967296|"}), rows("SELECT * FROM `$home_folder`"));
     EXPECT_EQ(Lines{"100|1|70"}, rows("SELECT * FROM `$timemachine_quota` WHERE user_id<>96"));
 }
@@ -63,14 +68,6 @@ TEST_F(UserAdd, EncodesAPasswordButTakesAHashAsItIs)
     EXPECT_OK(add(plain));
     EXPECT_EQ("$1$|34", of("anna", "substr(passwd,1,3),length(passwd)"));
     EXPECT_EQ(hashed.SysHash, of("bert", "passwd"));
-}
-
-TEST_F(UserAdd, PutsTheHomeOnTheVolumeThatIsGiven)
-{
-    const std::string volume = value("SELECT id FROM _volume WHERE lv_name='backup'");
-    User user{.UserName = "anna", .HomeVolumeId = volume.c_str()};
-    EXPECT_OK(add(user));
-    EXPECT_STREQ("/backup/home/anna", user.HomeDirectory);
 }
 
 TEST_F(UserAdd, AUserWithoutGroupFollowsTheOneBefore)
@@ -88,39 +85,33 @@ TEST_F(UserAdd, RefusesWhatIsWrongAndKeepsNothingOfTheChain)
     sql("INSERT INTO `$user` (id,uname,group_id) VALUES (300,'taken',99),(301,'cloudy',98)");
     const std::string long_name(32, 'a');
     qbobj_Quota_t quota{.ShareId = "x' OR '1"};
-    const struct {
-        User user;
-        qbobj_error_t code;
-        std::string message;
-    } cases[] = {
-        {{}, bad_args, "UserName is required for 'add'"},
-        {{.UserName = ""}, bad_args, "UserName is required for 'add'"},
-        {{.UserName = "-x"}, bad_args, "Invalid UserName (-x), rc=1"},
-        {{.UserName = "a b"}, bad_args, "Invalid UserName (a b), rc=2"},
-        {{.UserName = long_name.c_str()}, too_long, "UserName (" + long_name + ") is too long"},
-        {{.UserName = "usb_1"}, reserved, "UserName (usb_1) is reserved"},
-        {{.UserName = "Home"}, reserved, "UserName (Home) is reserved"},
-        {{.UserName = "bert", .Password = masked_password}, bad_args, "Invalid Password (" + mask + ") rc=1"},
-        {{.UserName = "bert", .Email = "nobody"}, bad_args, "Invalid Email (nobody) rc=8"},
-        {{.UserName = "bert", .GroupName = "no'ne"}, bad_args, "Invalid GroupName (no'ne)"},
+    const Refusal<User> cases[] = {
+        {{}, "UserName is required for 'add'"},
+        {{.UserName = ""}, "UserName is required for 'add'"},
+        {{.UserName = "-x"}, "Invalid UserName (-x), rc=1"},
+        {{.UserName = "a b"}, "Invalid UserName (a b), rc=2"},
+        {{.UserName = long_name.c_str()}, "UserName (" + long_name + ") is too long", too_long},
+        {{.UserName = "usb_1"}, "UserName (usb_1) is reserved", reserved},
+        {{.UserName = "Home"}, "UserName (Home) is reserved", reserved},
+        {{.UserName = "bert", .Password = masked_password}, "Invalid Password (" + mask + ") rc=1"},
+        {{.UserName = "bert", .Email = "nobody"}, "Invalid Email (nobody) rc=8"},
+        {{.UserName = "bert", .GroupName = "no'ne"}, "Invalid GroupName (no'ne)"},
         {{.UserName = "bert", .HomeVolumeId = "none"},
-         bad_args,
          "Invalid HomeVolume or default home volume not exists"},
-        {{.UserName = "Taken"}, QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS, "User (Taken) already exists."},
+        {{.UserName = "Taken"}, "User (Taken) already exists.", name_taken},
         {{.UserName = "cloudy"},
-         QBOBJ_ERROR_UI__USERNAME_IS_SAME_AS_REMOTE_USERNAME,
-         "Username (cloudy) is the same as existing remote username."},
-        {{.UserId = 99, .UserName = "bert"}, bad_args, "UserId=99 is out of valid range (100-32767)."},
-        {{.UserId = 32768, .UserName = "bert"}, bad_args, "UserId=32768 is out of valid range (100-32767)."},
+         "Username (cloudy) is the same as existing remote username.",
+         QBOBJ_ERROR_UI__USERNAME_IS_SAME_AS_REMOTE_USERNAME},
+        {{.UserId = 99, .UserName = "bert"}, "UserId=99 is out of valid range (100-32767)."},
+        {{.UserId = 32768, .UserName = "bert"}, "UserId=32768 is out of valid range (100-32767)."},
         {{.UserId = 300, .UserName = "bert"},
-         QBOBJ_ERROR_UI__UID_ALREADY_EXISTS,
-         "UserId (300) already exists."},
+         "UserId (300) already exists.",
+         QBOBJ_ERROR_UI__UID_ALREADY_EXISTS},
         {{.UserName = "bert", .UserQuota = &quota},
-         db_failed,
-         "Failed DB Query for 'INSERT user_quota'. NOT NULL constraint failed: user_quota.share_id"},
-    };
+         "Failed DB Query for 'INSERT user_quota'. NOT NULL constraint failed: user_quota.share_id",
+         db_failed}};
     for (const auto &c : cases) {
-        User bad = c.user;
+        User bad = c.given;
         refused(qbobj_addUser, {._link = &bad, .UserName = "anna"}, c.code, c.message);
         EXPECT_STREQ("qbobj_api2_add_user", err.file);
     }
@@ -142,16 +133,14 @@ TEST_F(UserAdd, ChoosesTheFirstFreeIdFromTheMarkOn)
         const char *taken;  // the ids in use
         const char *chosen; // null: no id
         const char *next_mark;
-    } cases[] = {
-        {150, "(150),(151),(153)", "152", "153"},
-        {150, "(100)", "150", "151"},
-        {150, "(151)", "150", "151"},
-        {32767, "(100)", "32767", "32768"},
-        {32766, "(32766)", "32767", "32768"},
-        {32767, "(32767)", nullptr, "32767"},
-        {32768, "(100)", nullptr, "32768"},
-        {99, "(100)", nullptr, "99"},
-    };
+    } cases[] = {{150, "(150),(151),(153)", "152", "153"},
+                 {150, "(100)", "150", "151"},
+                 {150, "(151)", "150", "151"},
+                 {32767, "(100)", "32767", "32768"},
+                 {32766, "(32766)", "32767", "32768"},
+                 {32767, "(32767)", nullptr, "32767"},
+                 {32768, "(100)", nullptr, "32768"},
+                 {99, "(100)", nullptr, "99"}};
     for (const auto &c : cases) {
         SCOPED_TRACE(std::to_string(c.mark) + " with " + c.taken + " taken");
         sql("DELETE FROM `$user` WHERE id>97;DELETE FROM `$home_folder`;"

@@ -51,7 +51,7 @@ TEST_F(UserDelete, ClearsWhatRefersToTheUserAndMarksTheRow)
     EXPECT_EQ("1", value("SELECT timemachine_enabled FROM service_afp"));
 
     qbobj_UserCollection_t listed{};
-    EXPECT_OK(qbobj_getUserCollection(qbdb, db, &listed, nullptr, 0, &err));
+    EXPECT_OK(call(qbobj_getUserCollection, &listed, nullptr, 0));
     EXPECT_EQ(1, listed.Entries);
 }
 
@@ -72,20 +72,17 @@ TEST_F(UserDelete, ByNameFindsTheAccountsInUse)
 
 TEST_F(UserDelete, SwitchesTimeMachineOffWithItsLastUser)
 {
-    const struct {
-        const char *shared_area, *enabled_then;
-    } cases[] = {
+    const char *const cases[][2] = {
         {"UPDATE `$timemachine_quota` SET enabled=1 WHERE user_id=96", "1"},
         {"UPDATE `$timemachine_quota` SET enabled=0 WHERE user_id=96", "0"},
-        {"DELETE FROM `$timemachine_quota`; INSERT INTO `$timemachine_quota` VALUES (300,1,5)", "0"},
-    };
-    for (const auto &c : cases) {
+        {"DELETE FROM `$timemachine_quota`; INSERT INTO `$timemachine_quota` VALUES (300,1,5)", "0"}};
+    for (const auto &[shared_area, enabled_then] : cases) {
         sql("UPDATE `$user` SET is_privileged=0 WHERE id>=100; UPDATE service_afp SET timemachine_enabled=1");
-        sql(c.shared_area);
+        sql(shared_area);
         User last{.UserId = 101};
         User first{._link = &last, .UserId = 100};
         EXPECT_OK(run(qbobj_deleteUser, first));
-        EXPECT_EQ(c.enabled_then, value("SELECT timemachine_enabled FROM service_afp"));
+        EXPECT_EQ(enabled_then, value("SELECT timemachine_enabled FROM service_afp"));
         EXPECT_EQ("1", value("SELECT COUNT(*) FROM `$timemachine_quota`"));
     }
 }
@@ -97,7 +94,7 @@ TEST_F(UserDelete, AFailingSwitchLeavesTheUserUnmarked)
         "CREATE TRIGGER refuse BEFORE UPDATE ON service_afp BEGIN SELECT RAISE(ABORT,'no'); END");
     User user{.UserId = 100};
     EXPECT_EQ(0, run(qbobj_deleteUser, user));
-    EXPECT_EQ(QBOBJ_ERROR_DB_MISC, err.ec);
+    EXPECT_EQ(db_failed, err.ec);
     EXPECT_STREQ("Failed DB Query for 'UPDATE service_afp'. no", err.msg);
     EXPECT_EQ("0000011|0", traces(100));
     EXPECT_STREQ("anna", user.UserName);

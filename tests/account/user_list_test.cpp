@@ -20,7 +20,7 @@ class UserListFile : public Accounts
 
     fs::path list() const { return root() / "tmp" / "user_list.txt"; }
     void write(const std::string &text) const { std::ofstream(list(), std::ios::binary) << text; }
-    int check() { return qbobj_checkUserList(qbdb, db, &users, &groups, &known_users, &known_groups, &err); }
+    int check() { return call(qbobj_checkUserList, &users, &groups, &known_users, &known_groups); }
     int check(const std::string &text)
     {
         users = {};
@@ -47,10 +47,7 @@ class UserListFile : public Accounts
 
 TEST_F(UserListFile, AcceptsListsOfEveryShape)
 {
-    const struct {
-        std::string text;
-        std::string found;
-    } cases[] = {
+    const std::string cases[][2] = {
         {"", ""},
         {"\n\r\n\n", ""},
         {"export_list\n", ""},
@@ -73,12 +70,11 @@ TEST_F(UserListFile, AcceptsListsOfEveryShape)
          "anna|staff||hash;bert|staff||;+staff"},
         // 1023 bytes, the longest line that is read as one.
         {"export_list\nanna\tstaff\t\t" + std::string(1011, 'x') + "\n",
-         "anna|staff||" + std::string(1011, 'x') + ";+staff"},
-    };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.text);
-        EXPECT_OK(check(c.text));
-        EXPECT_EQ(c.found, found());
+         "anna|staff||" + std::string(1011, 'x') + ";+staff"}};
+    for (const auto &[text, expected] : cases) {
+        SCOPED_TRACE(text);
+        EXPECT_OK(check(text));
+        EXPECT_EQ(expected, found());
         EXPECT_EQ(0, users.Entries + users.TotalEntries + groups.Entries);
     }
 }
@@ -94,42 +90,30 @@ TEST_F(UserListFile, EncodesThePasswordsOfAnImportOnly)
 TEST_F(UserListFile, NamesTheFirstFaultAndHandsOverNothing)
 {
     using namespace std::string_literals;
-    const char *wrong_format = "User file wrong format";
     const std::string long_name(32, 'a');
     const std::string endless(600, 'x');
-    const struct {
-        std::string line;
-        qbobj_error_t code;
-        std::string message;
-    } cases[] = {
-        {"one\ttwo", QBOBJ_ERROR_UNKNOWN, wrong_format},
-        {"one\ttwo\tthree", QBOBJ_ERROR_UNKNOWN, wrong_format},
-        {"a\tb\t\t\te", QBOBJ_ERROR_UNKNOWN, wrong_format},
-        {"a\tb\t\t\te\tf", QBOBJ_ERROR_UNKNOWN, wrong_format},
-        {"Export_list", QBOBJ_ERROR_UNKNOWN, wrong_format},
-        {"\r\r", QBOBJ_ERROR_UNKNOWN, wrong_format},
-        {"bert\tst\0aff\t\t"s, QBOBJ_ERROR_UNKNOWN, wrong_format},
-        {"\0"s, QBOBJ_ERROR_UNKNOWN, wrong_format},
-        {std::string(5000, 'x'), QBOBJ_ERROR_UNKNOWN, wrong_format},
-        // The rest of a long line is a line of its own.
-        {"export_list\nbert\tstaff\t\t" + std::string(5000, 'x'), QBOBJ_ERROR_UNKNOWN, wrong_format},
-        {"\tstaff\t\t", bad_args, "UserName is required for 'add'"},
-        {long_name + "\tstaff\t\t", too_long, "UserName (" + long_name + ") is too long"},
-        {"homes\tstaff\t\t", reserved, "UserName (homes) is reserved"},
-        {"b c\tstaff\t\t", bad_args, "Invalid UserName (b c), rc=2"},
-        {"bert\t\t\t", bad_args, "GroupName is required for 'add'"},
-        {"bert\t" + long_name + "\t\t", too_long, "GroupName is too long (" + long_name + ")"},
-        {"bert\t-\t\t", bad_args, "Invalid GroupName (-)"},
-        {"bert\tstaff\tx\t", bad_args, "Invalid Email (x) rc=8"},
-        {"bert\tstaff\t\t" + endless, bad_args, "Invalid Password (" + endless + ") rc=1"},
-        {"bert\tstaff\t\t" + mask, bad_args, "Invalid Password (" + mask + ") rc=1"},
-        {"export_list\nbert\tstaff\t\t" + mask, bad_args, "Invalid Password (" + mask + ") rc=1"},
-        {"\xEF\xBB\xBF", QBOBJ_ERROR_UNKNOWN, wrong_format}, // only at the beginning of the file
-        {"anna\tstaff\t\t", QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS, "User (anna) already exists."},
-    };
+    const std::string huge(5000, 'x');
+    std::vector<Refusal<std::string>> cases{
+        {"\tstaff\t\t", "UserName is required for 'add'"},
+        {long_name + "\tstaff\t\t", "UserName (" + long_name + ") is too long", too_long},
+        {"homes\tstaff\t\t", "UserName (homes) is reserved", reserved},
+        {"b c\tstaff\t\t", "Invalid UserName (b c), rc=2"},
+        {"bert\t\t\t", "GroupName is required for 'add'"},
+        {"bert\t" + long_name + "\t\t", "GroupName is too long (" + long_name + ")", too_long},
+        {"bert\t-\t\t", "Invalid GroupName (-)"},
+        {"bert\tstaff\tx\t", "Invalid Email (x) rc=8"},
+        {"bert\tstaff\t\t" + endless, "Invalid Password (" + endless + ") rc=1"},
+        {"bert\tstaff\t\t" + mask, "Invalid Password (" + mask + ") rc=1"},
+        {"export_list\nbert\tstaff\t\t" + mask, "Invalid Password (" + mask + ") rc=1"},
+        {"anna\tstaff\t\t", "User (anna) already exists.", name_taken}};
+    // The rest of a long line is a line of its own, and a byte order mark stands only at the beginning of the file.
+    for (const std::string &line :
+         {"one\ttwo"s, "one\ttwo\tthree"s, "a\tb\t\t\te"s, "a\tb\t\t\te\tf"s, "Export_list"s, "\r\r"s, "\0"s,
+          "bert\tst\0aff\t\t"s, huge, "export_list\nbert\tstaff\t\t" + huge, "\xEF\xBB\xBF"s})
+        cases.push_back({line, "User file wrong format", QBOBJ_ERROR_UNKNOWN});
     for (const auto &c : cases) {
-        SCOPED_TRACE(c.line.substr(0, 60));
-        EXPECT_FAILS(check("anna\tstaff\t\t\n" + c.line + "\n"), c.code, c.message.c_str());
+        SCOPED_TRACE(c.given.substr(0, 60));
+        EXPECT_FAILS(check("anna\tstaff\t\t\n" + c.given + "\n"), c.code, c.message.c_str());
         EXPECT_EQ("", found());
         EXPECT_STREQ("qbobj_api2_add_user", err.file);
     }
@@ -143,8 +127,7 @@ TEST_F(UserListFile, KnowsTheAccountsThatExist)
     known_groups.Group = &old_group;
     EXPECT_OK(check("anna\tstaff\t\t\nBert\tclub\t\t\n"));
     EXPECT_EQ("anna|staff||;Bert|club||;+club", found());
-    EXPECT_FAILS(check("bert\tstaff\t\t\n"), QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS,
-                 "User (bert) already exists.");
+    EXPECT_FAILS(check("bert\tstaff\t\t\n"), name_taken, "User (bert) already exists.");
 }
 
 TEST_F(UserListFile, AppendsToWhatTheCollectionsHold)
@@ -159,7 +142,7 @@ TEST_F(UserListFile, AppendsToWhatTheCollectionsHold)
     EXPECT_EQ(before, found());
 
     write("cleo\tcrew\t\t\nfirst\tcrew\t\t\n");
-    EXPECT_FAILS(check(), QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS, "User (first) already exists.");
+    EXPECT_FAILS(check(), name_taken, "User (first) already exists.");
     EXPECT_EQ(before, found());
 }
 
@@ -168,27 +151,22 @@ TEST_F(UserListFile, ReadsNothingThatOthersMayHavePutThere)
     const std::string good = "anna\tstaff\t\t\n";
     const fs::path elsewhere = root() / "elsewhere";
     std::ofstream(elsewhere) << good;
-    const struct {
-        const char *what;
-        std::function<void()> put;
-    } cases[] = {
-        {"a folder", [&] { fs::create_directory(list()); }},
-        {"a pipe", [&] { EXPECT_EQ(0, ::mkfifo(list().c_str(), 0600)); }}, // nobody writes to it
-        {"a link", [&] { fs::create_symlink(elsewhere, list()); }},
-        {"another's file",
-         [&] {
-             write(good);
-             EXPECT_EQ(0, ::chown(list().c_str(), 65534, 65534));
-         }},
-    };
-    EXPECT_FAILS(check(), QBOBJ_ERROR_UNKNOWN, "User file not exist");
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.what);
-        if (c.what == std::string("another's file") && ::geteuid() != 0)
-            continue;
-        c.put();
+    const auto refuses = [&](const char *what) {
+        SCOPED_TRACE(what);
         EXPECT_FAILS(check(), QBOBJ_ERROR_UNKNOWN, "User file wrong format");
         fs::remove(list());
+    };
+    EXPECT_FAILS(check(), QBOBJ_ERROR_UNKNOWN, "User file not exist");
+    fs::create_directory(list());
+    refuses("a folder");
+    EXPECT_EQ(0, ::mkfifo(list().c_str(), 0600)); // nobody writes to it
+    refuses("a pipe");
+    fs::create_symlink(elsewhere, list());
+    refuses("a link");
+    if (::geteuid() == 0) {
+        write(good);
+        EXPECT_EQ(0, ::chown(list().c_str(), 65534, 65534));
+        refuses("another's file");
     }
     EXPECT_OK(check(good));
 }
@@ -242,9 +220,9 @@ TEST_F(UserListFile, LeavesNoPlainPasswordInMemory)
 
 TEST_F(UserListFile, NamesTheCollectionThatIsMissing)
 {
-    EXPECT_FAILS(qbobj_checkUserList(qbdb, db, nullptr, &groups, &known_users, &known_groups, &err), bad_args,
+    EXPECT_FAILS(call(qbobj_checkUserList, nullptr, &groups, &known_users, &known_groups), bad_args,
                  "user_collection cannot be NULL.");
-    EXPECT_FAILS(qbobj_checkUserList(qbdb, db, &users, &groups, &known_users, nullptr, &err), bad_args,
+    EXPECT_FAILS(call(qbobj_checkUserList, &users, &groups, &known_users, nullptr), bad_args,
                  "group_collection_bak cannot be NULL.");
 }
 
@@ -254,18 +232,12 @@ TEST_F(UserListFile, ReadsThirtyThousandUsersAndInsertsThem)
     for (int i = 0; i < 30000; ++i)
         text += "user" + std::to_string(i) + "\tgroup" + std::to_string(i / 10) + "\t\thash\n";
     EXPECT_OK(check(text));
-    std::string last;
-    int count = 0;
-    for (qbobj_Group_t *group = groups.Group; group != nullptr; group = group->_link) {
-        last = group->GroupName;
-        ++count;
-    }
-    EXPECT_EQ(3000, count);
-    EXPECT_EQ("group2999", last);
-
+    const Lines found = each(groups.Group, [](const qbobj_Group_t &group) { return group.GroupName; });
+    ASSERT_EQ(3000U, found.size());
+    EXPECT_EQ("group2999", found.back());
     for (qbobj_User_t *user = users.User; user != nullptr; user = user->_link)
         user->GroupName = "users";
-    EXPECT_OK(qbobj_addUserList(qbdb, db, users.User, &err));
+    EXPECT_OK(call(qbobj_addUserList, users.User));
     EXPECT_EQ("30099|hash|99",
               rows("SELECT id,passwd,group_id FROM `$user` WHERE uname='user29999'").front());
 }

@@ -27,12 +27,13 @@ class UserModify : public Accounts
 TEST_F(UserModify, WritesEverythingThatIsGiven)
 {
     sql("INSERT INTO `$group` (id,gname) VALUES (200,'staff')");
-    User user{.UserId = 100, .UserName = "anita", .GroupName = "staff", .Email = "new@example.org"};
+    const std::string email = "\"',is_privileged=1,home='\"@example.org"; // a value is never SQL
+    User user{.UserId = 100, .UserName = "anita", .GroupName = "staff", .Email = email.c_str()};
     user.Password = "secret";
     user.IsLocked = 1;
     EXPECT_OK(modify(user));
-    EXPECT_EQ("anita|/home/anita|$1$|new@example.org|200|1",
-              anna("uname,home,substr(passwd,1,3),email,group_id,is_locked"));
+    EXPECT_EQ("anita|/home/anita|$1$|" + email + "|200|1|0",
+              anna("uname,home,substr(passwd,1,3),email,group_id,is_locked,is_privileged"));
     EXPECT_NE("$1$abcdefgh$anna", anna("passwd"));
     EXPECT_EQ("anna|/data/home/anna|/home/anita",
               line({user.OldUserName, user.OldHomeDirectory, user.HomeDirectory}));
@@ -56,23 +57,20 @@ TEST_F(UserModify, KeepsWhatIsNotGivenButForAddressAndLock)
 
 TEST_F(UserModify, HomeAndSnapshotsFollowTheName)
 {
-    const struct {
-        const char *name, *old; // name and home
-        const char *snapshots;
-    } steps[] = {
+    // The new name, what is told of the old name and home, the snapshots of both.
+    const std::tuple<const char *, const char *, const char *> steps[] = {
         {"anna", "NULL|NULL", "anna|/data/home/anna"},  // the same name only resets the home
         {"Anna", "anna|/home/anna", "Anna|/home/Anna"}, // a change of capitals is a change
-        {"anita", "Anna|/home/Anna", "anita|/home/anita"},
-    };
+        {"anita", "Anna|/home/Anna", "anita|/home/anita"}};
     sql("INSERT INTO `$home_folder_snapshot` (user_name,home_dir,name) VALUES "
         "('anna','/data/home/anna','s'),('bert','/home/bert','s')");
-    for (const auto &step : steps) {
-        User user{.resource_id = 100, .UserName = step.name};
+    for (const auto &[name, old, snapshots] : steps) {
+        User user{.resource_id = 100, .UserName = name};
         EXPECT_OK(modify(user));
-        EXPECT_EQ(std::string(step.name) + "|/home/" + step.name, anna("uname,home"));
-        EXPECT_EQ(std::string("/home/") + step.name, user.HomeDirectory);
-        EXPECT_EQ(step.old, line({user.OldUserName, user.OldHomeDirectory}));
-        EXPECT_EQ((Lines{step.snapshots, "bert|/home/bert"}),
+        EXPECT_EQ(std::string(name) + "|/home/" + name, anna("uname,home"));
+        EXPECT_EQ(std::string("/home/") + name, user.HomeDirectory);
+        EXPECT_EQ(old, line({user.OldUserName, user.OldHomeDirectory}));
+        EXPECT_EQ((Lines{snapshots, "bert|/home/bert"}),
                   rows("SELECT user_name,home_dir FROM `$home_folder_snapshot` ORDER BY id"));
     }
 }
@@ -87,69 +85,48 @@ TEST_F(UserModify, ADirectoryUserKeepsTheHome)
     EXPECT_STREQ("dora", user.OldUserName);
 }
 
-TEST_F(UserModify, ValuesAreNeverSql)
-{
-    const char *email = "\"',is_privileged=1,home='\"@example.org";
-    const char *hash = "x',is_privileged=1,home='";
-    User user{.resource_id = 100, .Email = email, .Password = "ignored", .SysHash = hash};
-    EXPECT_OK(modify(user));
-    EXPECT_EQ(line({email, hash, "0|/data/home/anna"}), anna("email,passwd,is_privileged,home"));
-}
-
 TEST_F(UserModify, RefusesWhatIsWrongAndKeepsNothingOfTheChain)
 {
     const std::string long_name(32, 'a');
     const std::string long_hash(600, 'x');
-    const struct {
-        User user;
-        qbobj_error_t code;
-        std::string message;
-    } cases[] = {
-        {{}, bad_args, "Invalid User (resource_id=0, UserName=(null))."},
-        {{.UserName = "bert"}, bad_args, "Invalid User (resource_id=0, UserName=bert)."},
-        {{.UserId = -5}, bad_args, "Invalid resource_id (-5)."},
-        {{.resource_id = 4711}, bad_args, "Invalid resource_id (4711). Not exist."},
+    const Refusal<User> cases[] = {
+        {{}, "Invalid User (resource_id=0, UserName=(null))."},
+        {{.UserName = "bert"}, "Invalid User (resource_id=0, UserName=bert)."},
+        {{.UserId = -5}, "Invalid resource_id (-5)."},
+        {{.resource_id = 4711}, "Invalid resource_id (4711). Not exist."},
         {{.UserId = 101, .UserName = long_name.c_str()},
-         too_long,
-         "UserName is too long (" + long_name + ")"},
-        {{.UserId = 101, .UserName = "c_x"}, reserved, "UserName (c_x) is reserved"},
-        {{.UserId = 101, .UserName = "pool"}, reserved, "UserName (pool) is reserved"},
-        {{.UserId = 101, .UserName = ""}, bad_args, "Invalid UserName (), rc=1"},
+         "UserName is too long (" + long_name + ")",
+         too_long},
+        {{.UserId = 101, .UserName = "c_x"}, "UserName (c_x) is reserved", reserved},
+        {{.UserId = 101, .UserName = "pool"}, "UserName (pool) is reserved", reserved},
+        {{.UserId = 101, .UserName = ""}, "Invalid UserName (), rc=1"},
         {{.UserId = 101, .UserName = "anna"},
-         QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS,
-         "Cannot rename to user which already exists (anna)."},
-        {{.UserId = 101, .Email = "x"}, bad_args, "Invalid Email (x) rc=8"},
-        {{.UserId = 101, .Password = long_hash.c_str()},
-         bad_args,
-         "Invalid Password (" + long_hash + ") rc=1"},
-        {{.UserId = 101, .GroupName = "none"}, bad_args, "Invalid GroupName (none)"},
+         "Cannot rename to user which already exists (anna).",
+         name_taken},
+        {{.UserId = 101, .Email = "x"}, "Invalid Email (x) rc=8"},
+        {{.UserId = 101, .Password = long_hash.c_str()}, "Invalid Password (" + long_hash + ") rc=1"},
+        {{.UserId = 101, .GroupName = "none"}, "Invalid GroupName (none)"},
         {{.UserId = 101, .SysHash = long_hash.c_str()},
-         bad_args,
-         "The value of column 'passwd' is too long for the update."},
-    };
+         "The value of column 'passwd' is too long for the update."}};
     for (const auto &c : cases) {
-        User bad = c.user;
+        User bad = c.given;
         refused(qbobj_modifyUser, {._link = &bad, .resource_id = 100, .Email = "good@example.org"}, c.code,
                 c.message);
         EXPECT_STREQ("qbobj_api2_modify_user", err.file);
     }
 }
 
-TEST_F(UserModify, AFailedUpdateKeepsItsValuesOutOfTheLog)
+TEST_F(UserModify, AConstraintCountsAsANameThatIsTakenAndAFailedUpdateKeepsItsValuesOutOfTheLog)
 {
+    sql("CREATE TRIGGER refuse BEFORE UPDATE ON `$user` BEGIN SELECT RAISE(ABORT,'no'); END");
+    refused(qbobj_modifyUser, {.resource_id = 100}, name_taken, "Specified uname already exists'. no");
+    sql("DROP TRIGGER refuse");
     sql("ALTER TABLE `$user` RENAME COLUMN is_locked TO away");
     refused(qbobj_modifyUser,
             {.resource_id = 100, .Email = "hunter@example.org", .SysHash = "$1$hashhash$hunter"}, db_failed,
             "Failed DB Query for 'UPDATE user'. no such column: is_locked");
     EXPECT_NE(std::string::npos, log().find("no such column: is_locked (1): UPDATE `$user` SET"));
     EXPECT_EQ(std::string::npos, log().find("hunter"));
-}
-
-TEST_F(UserModify, AConstraintCountsAsANameThatIsTaken)
-{
-    sql("CREATE TRIGGER refuse BEFORE UPDATE ON `$user` BEGIN SELECT RAISE(ABORT,'no'); END");
-    refused(qbobj_modifyUser, {.resource_id = 100}, QBOBJ_ERROR_UI__USERNAME_ALREADY_EXISTS,
-            "Specified uname already exists'. no");
 }
 
 TEST_F(UserModify, AnUnmirroredDirectoryUserIsFoundByName)
@@ -195,9 +172,9 @@ TEST_F(UserModify, HidesTheSnapshotFolderButNeverMovesIt)
         EXPECT_OK(modify(user));
         EXPECT_EQ(Lines{stored}, rows("SELECT * FROM `$home_folder`"));
     }
-    EXPECT_OK(qbobj_modifyUserVisibleSnapFolder(qbdb, db, 100, "it's", &err));
+    EXPECT_OK(call(qbobj_modifyUserVisibleSnapFolder, 100, "it's"));
     EXPECT_EQ("it's", value("SELECT visible_snapdir FROM `$home_folder`"));
-    EXPECT_OK(qbobj_modifyUserVisibleSnapFolder(qbdb, db, 100, nullptr, &err));
+    EXPECT_OK(call(qbobj_modifyUserVisibleSnapFolder, 100, nullptr));
     EXPECT_EQ("", value("SELECT visible_snapdir FROM `$home_folder`"));
 }
 
@@ -209,20 +186,18 @@ TEST_F(UserModify, TheFirstTimeMachineUserSwitchesItOnAndTheLastOff)
         int on, enabled, remove;
         const char *quotas; // user and switch
         const char *service;
-    } cases[] = {
-        {"first", "", 0, 1, 0, "96:0 100:1", "1|data|900"},
-        {"first is not enabled", "", 0, 0, 0, "96:0", "0|NULL|0"},
-        {"removal while off", "", 0, 1, 1, "96:0 100:1", "1|data|900"},
-        {"already on", "", 1, 1, 0, "96:0 100:1", "1|NULL|0"},
-        {"last", "", 1, 1, 1, "96:0", "0|data|900"},
-        {"last, not enabled", "", 1, 0, 1, "96:0", "0|data|900"},
-        {"another is left", "INSERT INTO `$timemachine_quota` VALUES (101,1,5)", 1, 1, 1, "96:0 101:1",
-         "1|NULL|0"},
-        {"only disabled ones are left", "INSERT INTO `$timemachine_quota` VALUES (101,0,5)", 1, 1, 1, "96:0",
-         "0|data|900"},
-        {"the shared area is in use", "UPDATE `$timemachine_quota` SET enabled=1", 1, 1, 1, "96:1",
-         "1|NULL|0"},
-    };
+    } cases[] = {{"first", "", 0, 1, 0, "96:0 100:1", "1|data|900"},
+                 {"first is not enabled", "", 0, 0, 0, "96:0", "0|NULL|0"},
+                 {"removal while off", "", 0, 1, 1, "96:0 100:1", "1|data|900"},
+                 {"already on", "", 1, 1, 0, "96:0 100:1", "1|NULL|0"},
+                 {"last", "", 1, 1, 1, "96:0", "0|data|900"},
+                 {"last, not enabled", "", 1, 0, 1, "96:0", "0|data|900"},
+                 {"another is left", "INSERT INTO `$timemachine_quota` VALUES (101,1,5)", 1, 1, 1,
+                  "96:0 101:1", "1|NULL|0"},
+                 {"only disabled ones are left", "INSERT INTO `$timemachine_quota` VALUES (101,0,5)", 1, 1, 1,
+                  "96:0", "0|data|900"},
+                 {"the shared area is in use", "UPDATE `$timemachine_quota` SET enabled=1", 1, 1, 1, "96:1",
+                  "1|NULL|0"}};
     for (const auto &c : cases) {
         SCOPED_TRACE(c.name);
         sql("DELETE FROM `$timemachine_quota`;INSERT INTO `$timemachine_quota` VALUES (96,0,900);"
@@ -245,8 +220,7 @@ TEST_F(UserModify, SetsThePrimaryGroupOfTheAccountsInUse)
     sql("INSERT INTO `$group` (id,gname,rid) VALUES (200,'staff',NULL),(-200,'staff',5);"
         "INSERT INTO `$user` (id,uname,group_id,rid) VALUES (-7,'anna',-1,70)");
     const struct {
-        const char *user, *group;
-        const char *local_then, *directory_then;
+        const char *user, *group, *local_then, *directory_then;
     } steps[] = {
         {"anna", "staff", "200", "-1"},
         {"nobody here", "staff", "200", "-1"},
@@ -256,7 +230,7 @@ TEST_F(UserModify, SetsThePrimaryGroupOfTheAccountsInUse)
     for (const auto &step : steps) {
         if (&step == std::end(steps) - 1)
             join_directory();
-        EXPECT_OK(qbobj_setPrimaryGroupByName(qbdb, db, step.user, step.group, &err));
+        EXPECT_OK(call(qbobj_setPrimaryGroupByName, step.user, step.group));
         EXPECT_EQ(step.local_then, anna("group_id"));
         EXPECT_EQ(step.directory_then, value("SELECT group_id FROM `$user` WHERE id=-7"));
     }
@@ -267,19 +241,14 @@ TEST_F(UserModify, LocksAndUnlocksHashesOfOrdinaryLocalUsersOnly)
     sql("INSERT INTO `$user` (id,uname,passwd,group_id,is_privileged,rid) VALUES "
         "(102,'cloudy','$1$x',98,0,NULL),(103,'far','$1$x',99,0,5),(104,'system','$1$x',99,1,NULL),"
         "(105,'odd','secret',99,0,NULL),(106,'cleo','$6$x',99,0,NULL)");
-    const struct {
-        int enable;
-        const char *name;
-        const char *anna_then, *cleo_then;
-    } steps[] = {
+    const std::tuple<int, const char *, const char *, const char *> steps[] = {
         {1, nullptr, "$1$abcdefgh$anna", "$6$x"},   {0, "ANNA", "!$1$abcdefgh$anna", "$6$x"},
         {0, "anna", "!$1$abcdefgh$anna", "$6$x"},   {0, "' OR '1", "!$1$abcdefgh$anna", "$6$x"},
         {0, nullptr, "!$1$abcdefgh$anna", "!$6$x"}, {1, "cleo", "!$1$abcdefgh$anna", "$6$x"},
-        {1, nullptr, "$1$abcdefgh$anna", "$6$x"},
-    };
-    for (const auto &step : steps) {
-        EXPECT_OK(qbobj_disableEnableLocalUserByName(qbdb, db, step.enable, step.name, &err));
-        EXPECT_EQ(std::string(step.anna_then) + "  $1$x $1$x $1$x secret " + step.cleo_then,
+        {1, nullptr, "$1$abcdefgh$anna", "$6$x"}};
+    for (const auto &[enable, name, anna_then, cleo_then] : steps) {
+        EXPECT_OK(call(qbobj_disableEnableLocalUserByName, enable, name));
+        EXPECT_EQ(std::string(anna_then) + "  $1$x $1$x $1$x secret " + cleo_then,
                   value("SELECT GROUP_CONCAT(passwd,' ') FROM "
                         "(SELECT * FROM `$user` WHERE id>=100 ORDER BY id)"));
     }

@@ -50,20 +50,18 @@ TEST_F(SetLists, PairsAreJoinedAndTheirValuesQuoted)
 
 TEST_F(SetLists, AllOfTheSizeButTheTerminatorIsText)
 {
-    const struct {
-        std::size_t first; // bytes of the pair "a=..."; 0: none
-        std::size_t last;
-        bool fits;
-    } cases[] = {{0, 511, true}, {0, 512, false}, {3, 507, true}, {3, 508, false}};
-    for (const auto &c : cases) {
+    // Bytes of the pair "a=...", 0 for none, and of the pair "b=...".
+    const std::tuple<std::size_t, std::size_t, bool> cases[] = {
+        {0, 511, true}, {0, 512, false}, {3, 507, true}, {3, 508, false}};
+    for (const auto &[first, last, fits] : cases) {
         SetList<512> set(env(), Overflow::refuse);
-        if (c.first != 0)
+        if (first != 0)
             set.add("a=%d", 1);
         const std::string before = set.text();
-        set.add("b=%Q", value_of_pair(c.last).c_str());
+        set.add("b=%Q", value_of_pair(last).c_str());
         const std::string text = set.text();
-        EXPECT_EQ(c.fits ? 511U : before.size(), text.size()) << c.first << " and " << c.last;
-        EXPECT_EQ(c.fits, set.refused() == nullptr);
+        EXPECT_EQ(fits ? 511U : before.size(), text.size()) << first << " and " << last;
+        EXPECT_EQ(fits, set.refused() == nullptr);
     }
 }
 

@@ -14,23 +14,17 @@ using qbobj_test::PoolEnv;
 
 TEST(StringCopy, FillsUpOrCutsAndReturnsTheWholeLength)
 {
-    struct {
-        const char *source;
-        std::size_t room;
-        std::string_view expected;
-        std::size_t result;
-    } const cases[] = {
+    const std::tuple<const char *, std::size_t, std::string_view, std::size_t> cases[] = {
         {"abc", 6, std::string_view("abc\0\0\0##", 8), 3},
         {"abc", 4, std::string_view("abc\0####", 8), 3},
         {"abc", 3, std::string_view("ab\0#####", 8), 3},
         {"abcdefghij", 4, std::string_view("abc\0####", 8), 10},
         {"abc", 1, std::string_view("\0#######", 8), 3},
-        {"", 2, std::string_view("\0\0######", 8), 0},
-    };
-    for (const auto &c : cases) {
+        {"", 2, std::string_view("\0\0######", 8), 0}};
+    for (const auto &[source, room, expected, result] : cases) {
         char buffer[] = "########";
-        EXPECT_EQ(c.result, qbobj_strlcpy(buffer, c.source, c.room));
-        EXPECT_EQ(c.expected, std::string_view(buffer, 8)) << c.source << " in " << c.room;
+        EXPECT_EQ(result, qbobj_strlcpy(buffer, source, room));
+        EXPECT_EQ(expected, std::string_view(buffer, 8)) << source << " in " << room;
     }
 }
 
@@ -82,12 +76,6 @@ TEST(PoolStates, AreNamedUnlessNoPoolHasTheDisk)
     EXPECT_STREQ("NEW", qbobj_get_pool_state_str(POOL_STATE_SPARE, "data", 0));
     EXPECT_STREQ("NEW", qbobj_get_pool_state_str(POOL_STATE_SPARE, "", 1));
     EXPECT_STREQ("NEW", qbobj_get_pool_state_str(POOL_STATE_SPARE, nullptr, 1));
-}
-
-TEST(Ports, ConflictsAreNotLookedFor)
-{
-    PoolEnv env;
-    EXPECT_EQ(0, qbobj_util_is_port_used(env.get(), 80));
 }
 
 } // namespace

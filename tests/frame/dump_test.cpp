@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <qbobj.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -59,6 +60,13 @@ std::string logged(const qbobj_spec_t *spec, void *obj, int level = 0)
     return text;
 }
 
+// Lines that a semicolon ends each.
+std::string lines(std::string text)
+{
+    std::ranges::replace(text, ';', '\n');
+    return text;
+}
+
 std::string dumped(const char *name, void *obj)
 {
     const TextStream stream;
@@ -66,20 +74,17 @@ std::string dumped(const char *name, void *obj)
     return stream.text();
 }
 
-TEST(Dump, OfAListIsEmptyAndOfARecordShowsTheMissingOne)
+TEST(Dump, OfAMissingListOrUnknownTypeIsEmptyAndOfARecordShowsTheMissingOne)
 {
     EXPECT_EQ(logged(spec_Share, nullptr), "");
     EXPECT_EQ(dumped("Share", nullptr), "*** Dump Share ***\n");
     EXPECT_EQ(logged(spec_Vault, nullptr, 2), "  Vault = {\n    obj=NULL\n  }\n");
     EXPECT_EQ(dumped("Vault", nullptr), "*** Dump Vault ***\nVault = {\n  obj=NULL\n}\n");
-}
-
-TEST(Dump, FindsATypeByItsExactNameOnly)
-{
+    // A type is found by its exact name only.
     qbobj_Share_t share;
     qbobj_clear_Share(&share);
-    EXPECT_EQ(dumped("share", &share), "*** Dump share ***\n");
-    EXPECT_EQ(dumped("", &share), "*** Dump  ***\n");
+    for (const std::string name : {"share", ""})
+        EXPECT_EQ(dumped(name.c_str(), &share), "*** Dump " + name + " ***\n");
 }
 
 TEST(Dump, ShowsANumberThatIsNotGivenAsVoidInTheLogOnly)
@@ -104,50 +109,18 @@ TEST(Dump, NumbersTheRecordsOfNestedLists)
     user.TimeMachineQuota = &machine;
     qbobj_UserCollection_t users{&user, 1, -1};
 
-    const std::string body = "UserCollection = {\n"
-                             " o User[0] = {\n"
-                             "  i resource_id = 100\n"
-                             "  i UserId = 0\n"
-                             "  s UserName = (null)\n"
-                             "  s OldUserName = (null)\n"
-                             "  s GroupName = (null)\n"
-                             "  s HomeVolumeId = (null)\n"
-                             "  s HomeDirectory = (null)\n"
-                             "  s OldHomeDirectory = (null)\n"
-                             "  s Email = (null)\n"
-                             "  s FullName = (null)\n"
-                             "  s Password = (null)\n"
-                             "  s SmbHash = (null)\n"
-                             "  s SysHash = (null)\n"
-                             "  i IsDomainMember = 0\n"
-                             "  i no_invitation = 0\n"
-                             "  i IsLocked = 0\n"
-                             "  o UserQuota[0] = {\n"
-                             "   i AccountId = 100\n"
-                             "   s AccountName = ann\n"
-                             "   s ShareId = data/a\n"
-                             "   n HardMB = 20\n"
-                             "   n UsedMB = 3\n"
-                             "  }\n"
-                             "  o UserQuota[1] = {\n"
-                             "   i AccountId = 101\n"
-                             "   s AccountName = (null)\n"
-                             "   s ShareId = data/b\n"
-                             "   n HardMB = 18446744073709551615\n"
-                             "   n UsedMB = 0\n"
-                             "  }\n"
-                             "  o TimeMachineQuota[0] = {\n"
-                             "   i UserId = 100\n"
-                             "   i Enabled = 1\n"
-                             "   i CapacityMB = 5\n"
-                             "   n UsedMB = 6\n"
-                             "   i Delete = 0\n"
-                             "  }\n"
-                             "  o HomeFolderSettings = NULL\n"
-                             " }\n"
-                             " i Entries = 1\n"
-                             " i TotalEntries = -1\n"
-                             "}\n";
+    const std::string body =
+        lines("UserCollection = {; o User[0] = {;  i resource_id = 100;  i UserId = 0;  s UserName = (null);"
+              "  s OldUserName = (null);  s GroupName = (null);  s HomeVolumeId = (null);"
+              "  s HomeDirectory = (null);  s OldHomeDirectory = (null);  s Email = (null);"
+              "  s FullName = (null);  s Password = (null);  s SmbHash = (null);  s SysHash = (null);"
+              "  i IsDomainMember = 0;  i no_invitation = 0;  i IsLocked = 0;  o UserQuota[0] = {;"
+              "   i AccountId = 100;   s AccountName = ann;   s ShareId = data/a;   n HardMB = 20;"
+              "   n UsedMB = 3;  };  o UserQuota[1] = {;   i AccountId = 101;   s AccountName = (null);"
+              "   s ShareId = data/b;   n HardMB = 18446744073709551615;   n UsedMB = 0;  };"
+              "  o TimeMachineQuota[0] = {;   i UserId = 100;   i Enabled = 1;   i CapacityMB = 5;"
+              "   n UsedMB = 6;   i Delete = 0;  };  o HomeFolderSettings = NULL; }; i Entries = 1;"
+              " i TotalEntries = -1;};");
     EXPECT_EQ(logged(spec_UserCollection, &users), body);
     EXPECT_EQ(dumped("UserCollection", &users), "*** Dump UserCollection ***\n" + body);
 }
@@ -157,26 +130,12 @@ TEST(Dump, NumbersTheRecordsOfAListAndOpensASingleNestedRecordWithoutNumber)
     qbobj_CronSchedule_t often{"0", "*", "*", "*", "*"};
     qbobj_VolumeSchedule_t last{nullptr, "8", "backup", 8, 0, 2, nullptr};
     qbobj_VolumeSchedule_t first{&last, "7", "data", 7, 1, 2, &often};
-    EXPECT_EQ(logged(spec_VolumeSchedule, &first, 1), " VolumeSchedule[0] = {\n"
-                                                      "  s VolumeName = data\n"
-                                                      "  i JobID = 7\n"
-                                                      "  i Enabled = 1\n"
-                                                      "  i Action = 2\n"
-                                                      "  o Interval = {\n"
-                                                      "   s Minute = 0\n"
-                                                      "   s Hour = *\n"
-                                                      "   s DayOfMonth = *\n"
-                                                      "   s Month = *\n"
-                                                      "   s DayOfWeek = *\n"
-                                                      "  }\n"
-                                                      " }\n"
-                                                      " VolumeSchedule[1] = {\n"
-                                                      "  s VolumeName = backup\n"
-                                                      "  i JobID = 8\n"
-                                                      "  i Enabled = 0\n"
-                                                      "  i Action = 2\n"
-                                                      "  o Interval = NULL\n"
-                                                      " }\n");
+    EXPECT_EQ(logged(spec_VolumeSchedule, &first, 1),
+              lines(" VolumeSchedule[0] = {;  s VolumeName = data;  i JobID = 7;  i Enabled = 1;"
+                    "  i Action = 2;  o Interval = {;   s Minute = 0;   s Hour = *;   s DayOfMonth = *;"
+                    "   s Month = *;   s DayOfWeek = *;  }; }; VolumeSchedule[1] = {;"
+                    "  s VolumeName = backup;  i JobID = 8;  i Enabled = 0;  i Action = 2;"
+                    "  o Interval = NULL; };"));
 }
 
 TEST(Dump, ShowsSigned64BitNumbersAndUnsignedOnes)
@@ -207,17 +166,13 @@ TEST(Dump, IndentsByAtMost15Blanks)
 {
     qbobj_SshOptions_t options{22};
     const auto blanks = [](std::size_t count) { return std::string(count, ' '); };
-    struct {
-        int level;
-        std::size_t brace;
-        std::size_t field;
-    } const cases[] = {{0, 0, 1},      {14, 14, 15}, {15, 15, 15}, {16, 15, 15},
-                       {1000, 15, 15}, {-2, 15, 15}, {-1, 15, 0}};
-    for (const auto &c : cases) {
-        EXPECT_EQ(logged(spec_SshOptions, &options, c.level), blanks(c.brace) + "SshOptions = {\n" +
-                                                                  blanks(c.field) + "i Port = 22\n" +
-                                                                  blanks(c.brace) + "}\n")
-            << c.level;
+    const std::tuple<int, std::size_t, std::size_t> cases[] = {
+        {0, 0, 1}, {14, 14, 15}, {15, 15, 15}, {16, 15, 15}, {1000, 15, 15}, {-2, 15, 15}, {-1, 15, 0}};
+    for (const auto &[level, brace, field] : cases) {
+        EXPECT_EQ(logged(spec_SshOptions, &options, level), blanks(brace) + "SshOptions = {\n" +
+                                                                blanks(field) + "i Port = 22\n" +
+                                                                blanks(brace) + "}\n")
+            << level;
     }
 }
 

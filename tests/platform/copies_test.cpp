@@ -74,26 +74,24 @@ TEST_F(Copies, CountEqualRowsAndTreatNullsAsEqual)
     session->commit();
 }
 
-TEST_F(Copies, SeeTextsThatDifferOnlyForTheirCase)
+TEST_F(Copies, CompareSelectedRowsToTheCaseOfTheirTexts)
 {
-    session->exec("CREATE TABLE names(n TEXT COLLATE NOCASE)");
-    session->exec("INSERT INTO names VALUES('Bob')");
-    ASSERT_EQ(
-        0, qbdb_sql_duplicate_table(session->qbdb, session->db, "names", "names_before", nullptr, unit, 1));
-    session->exec("UPDATE names SET n='BOB'");
-    EXPECT_EQ(1, row_changed("names", "names_before", "1"));
-}
-
-TEST_F(Copies, CompareSelectedRows)
-{
-    session->exec("INSERT INTO u VALUES(1,'one'),(2,'two')");
-    ASSERT_EQ(0, session->begin());
-    ASSERT_EQ(0, qbdb_sql_duplicate_table(session->qbdb, session->db, "u", "x_before", nullptr, unit, 1));
-    session->exec("UPDATE u SET name='zwei' WHERE id=2");
-    EXPECT_EQ(0, row_changed("u", "x_before", "id=1"));
-    EXPECT_EQ(1, row_changed("u", "x_before", "id=2"));
-    ASSERT_EQ(0, qbdb_sql_duplicate_table(session->qbdb, session->db, "u", "x_before", nullptr, unit, 1));
-    EXPECT_EQ(0, row_changed("u", "x_before", "id=2")) << "a copy that exists is replaced";
+    session->exec("CREATE TABLE names(id INTEGER, name TEXT COLLATE NOCASE)");
+    session->exec("INSERT INTO names VALUES(1,'one'),(2,'two')");
+    const auto copy = [&] {
+        return qbdb_sql_duplicate_table(session->qbdb, session->db, "names", "before", nullptr, unit, 1);
+    };
+    // In a transaction the changes are counted, outside rows are copied.
+    for (const bool counted : {false, true}) {
+        ASSERT_EQ(0, counted ? session->begin() : 0);
+        session->exec("UPDATE names SET name='two' WHERE id=2");
+        ASSERT_EQ(0, copy());
+        session->exec("UPDATE names SET name='TWO' WHERE id=2");
+        EXPECT_EQ(0, row_changed("names", "before", "id=1"));
+        EXPECT_EQ(1, row_changed("names", "before", "id=2"));
+        ASSERT_EQ(0, copy());
+        EXPECT_EQ(0, row_changed("names", "before", "id=2")) << "a copy that exists is replaced";
+    }
     session->rollback();
 }
 

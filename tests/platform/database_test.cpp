@@ -89,11 +89,7 @@ TEST_F(Open, RefusesBadFilesAndChangesNothing)
 {
     session.reset();
     const std::string good = read_file(file);
-    const struct {
-        std::function<void()> spoil;
-        int code;
-        const char *text;
-    } cases[] = {
+    const std::tuple<std::function<void()>, int, const char *> cases[] = {
         {[&] { fs::remove(file); }, SQLITE_CANTOPEN, "No such file or directory"},
         {[&] { fs::remove(file), fs::create_directory(file); }, SQLITE_CANTOPEN, "is a directory"},
         {[&] { fs::remove(file), mkfifo(file.c_str(), 0600); }, SQLITE_CANTOPEN, "is not a regular file"},
@@ -106,13 +102,12 @@ TEST_F(Open, RefusesBadFilesAndChangesNothing)
         {[&] { patch(60, std::string("\0\0\0\7", 4)); }, SQLITE_CANTOPEN,
          "was made by a newer version (schema 7, this is 3)"},
         {[&] { patch(60, std::string(4, '\0')); }, SQLITE_CORRUPT, "it has schema 0"},
-        {[&] { patch(100, std::string(3000, '\x55')); }, SQLITE_CORRUPT, "is damaged"},
-    };
-    for (const auto &c : cases) {
+        {[&] { patch(100, std::string(3000, '\x55')); }, SQLITE_CORRUPT, "is damaged"}};
+    for (const auto &[spoil, code, text] : cases) {
         for (const char *suffix : {"", "-wal", "-shm"})
             fs::remove_all(file + suffix);
         write_file(file, good);
-        c.spoil();
+        spoil();
         const std::vector<std::string> names = folder.names();
         const std::string spoilt = fs::is_regular_file(file) ? read_file(file) : "";
         for (const int readonly : {0, 1}) {
@@ -120,15 +115,14 @@ TEST_F(Open, RefusesBadFilesAndChangesNothing)
             qbdb_handle_t *qbdb = nullptr;
             sqlite3 *db = nullptr;
             options.readonly = readonly;
-            EXPECT_EQ(c.code, qbdb_open(file.c_str(), &options, &qbdb, &db, message, sizeof message))
-                << c.text;
-            EXPECT_NE(nullptr, std::strstr(message, c.text)) << message;
+            EXPECT_EQ(code, qbdb_open(file.c_str(), &options, &qbdb, &db, message, sizeof message)) << text;
+            EXPECT_NE(nullptr, std::strstr(message, text)) << message;
             EXPECT_NE(nullptr, std::strstr(message, file.c_str())) << message;
             EXPECT_EQ(nullptr, qbdb);
             EXPECT_EQ(nullptr, db);
-            EXPECT_TRUE(readonly || names == folder.names()) << c.text;
+            EXPECT_TRUE(readonly || names == folder.names()) << text;
         }
-        EXPECT_EQ(spoilt, fs::is_regular_file(file) ? read_file(file) : "") << c.text;
+        EXPECT_EQ(spoilt, fs::is_regular_file(file) ? read_file(file) : "") << text;
     }
 }
 

@@ -53,19 +53,9 @@ TEST_F(Statements, RefuseUnsupportedConversions)
 
 TEST_F(Statements, TakeHostileTextsAsData)
 {
-    const std::string texts[] = {"'",
-                                 "''; DROP TABLE t; --",
-                                 "\"`[]",
-                                 "%s%n%Q",
-                                 "\xc3\xa4\xe2\x97\x8f",
-                                 "?1",
-                                 ":x",
-                                 "\\",
-                                 "/*",
-                                 "-- ",
-                                 std::string(4096, '\''),
-                                 "\x01\x7f\xff\xfe"};
-    for (const std::string &text : texts) {
+    const std::string quotes(4096, '\'');
+    for (const std::string text : {"'", "''; DROP TABLE t; --", "\"`[]", "%s%n%Q", "\xc3\xa4\xe2\x97\x8f",
+                                   "?1", ":x", "\\", "/*", "-- ", quotes.c_str(), "\x01\x7f\xff\xfe"}) {
         EXPECT_EQ(text, session->one("SELECT %Q", text.c_str()));
         EXPECT_EQ(text, session->one("SELECT '%q'", text.c_str()));
         EXPECT_EQ(text, session->one("SELECT name FROM (SELECT %Q AS name) WHERE name='%q'", text.c_str(),
@@ -92,67 +82,49 @@ TEST_F(Statements, ShapeTablesAsSqliteDoes)
 {
     session->exec("INSERT INTO t VALUES(NULL,'',X'4142'),('\xc3\xa4',1.5,-1)");
     char **table = nullptr;
-    int rows = 0;
-    int columns = 0;
-    const sqlite3_int64 before = sqlite3_memory_used();
-    ASSERT_EQ(0, qbdb_sql_get_table_mprintf(session->qbdb, session->db, &table, &rows, &columns, nullptr,
-                                            unit, 1, "SELECT a,b AS second,c FROM t WHERE rowid>%d", 0));
-    EXPECT_EQ(2, rows);
-    EXPECT_EQ(3, columns);
-    EXPECT_STREQ("a", table[0]);
-    EXPECT_STREQ("second", table[1]);
-    EXPECT_EQ(nullptr, table[3]);
-    EXPECT_STREQ("", table[4]);
-    EXPECT_STREQ("AB", table[5]);
-    EXPECT_STREQ("\xc3\xa4", table[6]);
-    EXPECT_STREQ("-1", table[8]);
+    int rows = 7;
+    int columns = 7;
+    const auto get = [&](int after) {
+        return qbdb_sql_get_table_mprintf(session->qbdb, session->db, &table, &rows, &columns,
+                                          &session->error, unit, 1,
+                                          "SELECT a,b AS second,c FROM t WHERE rowid>%d", after);
+    };
+    EXPECT_EQ(0, get(2));
+    EXPECT_EQ(std::pair(0, 0), std::pair(rows, columns)) << "an empty result has not even columns";
+    EXPECT_EQ(nullptr, session->error);
     sqlite3_free_table(table);
-    table = nullptr;
-    qbdb_sql_get_table_mprintf(session->qbdb, session->db, &table, &rows, &columns, nullptr, unit, 1,
-                               "SELECT a,b AS second,c FROM t WHERE rowid>%d", 0);
+    const sqlite3_int64 before = sqlite3_memory_used();
+    ASSERT_EQ(0, get(0));
+    EXPECT_EQ(std::pair(2, 3), std::pair(rows, columns));
+    const char *const cells[] = {"a", "second", "c", nullptr, "", "AB", "\xc3\xa4", "1.5", "-1"};
+    for (std::size_t i = 0; i < std::size(cells); i++)
+        EXPECT_STREQ(cells[i], table[i]);
     const sqlite3_int64 held = sqlite3_memory_used();
     sqlite3_free_table(table);
     EXPECT_LT(sqlite3_memory_used(), held) << "releasing the table frees its one block";
     EXPECT_LT(sqlite3_memory_used() - before, 100000);
 }
 
-TEST_F(Statements, GiveEmptyResultsNoRowsAndNoColumns)
-{
-    char **table = nullptr;
-    int rows = 7;
-    int columns = 7;
-    EXPECT_EQ(0, qbdb_sql_get_table_mprintf(session->qbdb, session->db, &table, &rows, &columns,
-                                            &session->error, unit, 1, "SELECT * FROM t"));
-    EXPECT_EQ(0, rows);
-    EXPECT_EQ(0, columns);
-    EXPECT_EQ(nullptr, session->error);
-    sqlite3_free_table(table);
-}
-
 TEST_F(Statements, ReadSingleValues)
 {
     session->exec("INSERT INTO t VALUES(42,'text',NULL)");
-    const struct {
-        const char *column, *where;
-        int number, found;
-        const char *text;
-    } cases[] = {{"a", "1", 42, 1, "42"},
-                 {"b", "1", 0, 1, "text"},
-                 {"c", "1", 0, 1, nullptr},
-                 {"a", "0", 0, 0, nullptr},
-                 {"''", "1", 0, 1, ""}};
-    for (const auto &c : cases) {
+    const std::tuple<const char *, const char *, int, int, const char *> cases[] = {{"a", "1", 42, 1, "42"},
+                                                                                    {"b", "1", 0, 1, "text"},
+                                                                                    {"c", "1", 0, 1, nullptr},
+                                                                                    {"a", "0", 0, 0, nullptr},
+                                                                                    {"''", "1", 0, 1, ""}};
+    for (const auto &[column, where, expected_number, expected_found, expected_text] : cases) {
         int32_t number = 99;
         char *text = session->error;
         int found = 99;
         EXPECT_EQ(0, qbdb_sql_get_int32_mprintf(session->qbdb, session->db, &number, &found, nullptr, unit, 1,
-                                                "SELECT %s FROM t WHERE %s", c.column, c.where));
-        EXPECT_EQ(c.number, number) << c.column;
-        EXPECT_EQ(c.found, found) << c.column;
+                                                "SELECT %s FROM t WHERE %s", column, where));
+        EXPECT_EQ(expected_number, number) << column;
+        EXPECT_EQ(expected_found, found) << column;
         EXPECT_EQ(0, qbdb_sql_get_scaler_mprintf(session->qbdb, session->db, &text, &found, nullptr, unit, 1,
-                                                 "SELECT %s FROM t WHERE %s", c.column, c.where));
-        EXPECT_STREQ(c.text, text) << c.column;
-        EXPECT_EQ(c.found, found) << c.column;
+                                                 "SELECT %s FROM t WHERE %s", column, where));
+        EXPECT_STREQ(expected_text, text) << column;
+        EXPECT_EQ(expected_found, found) << column;
     }
 }
 

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <pwd.h>
-#include <sstream>
+#include <regex>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
@@ -47,21 +47,13 @@ TEST_F(System, LogsWholeLinesUpToTheLevel)
     session->qbdb->loglvl = QBDB_LOG_INFO;
     write(QBDB_LOG_DEBUG, "too detailed");
     write(QBDB_LOG_INFO, "with its end\n");
-    write(QBDB_LOG_WARN, "forged\n2026-01-01T00:00:00 ERROR x:1 y");
+    write(QBDB_LOG_WARN, "forged\n2026-01-01T00:00:00 FATAL x:1 y");
     write(QBDB_LOG_ERROR, long_text.c_str());
-    constexpr std::size_t time_size = std::string_view("2026-11-21T09:14:43").size();
-    std::istringstream lines(log());
-    for (const std::string &expected : {std::string(" INFO unit:12 with its end"),
-                                        std::string(" WARN unit:12 forged 2026-01-01T00:00:00 ERROR x:1 y"),
-                                        " ERROR unit:12 " + long_text}) {
-        std::string line;
-        ASSERT_TRUE(std::getline(lines, line));
-        int parts[6] = {};
-        EXPECT_EQ(6, std::sscanf(line.c_str(), "%4d-%2d-%2dT%2d:%2d:%2d", &parts[0], &parts[1], &parts[2],
-                                 &parts[3], &parts[4], &parts[5]));
-        EXPECT_EQ(expected, line.substr(std::min(time_size, line.size())));
-    }
-    EXPECT_EQ(std::istringstream::traits_type::eof(), lines.peek());
+    const std::regex times("20[0-9]{2}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2} ([IWE])");
+    EXPECT_EQ(
+        "@INFO unit:12 with its end\n@WARN unit:12 forged 2026-01-01T00:00:00 FATAL x:1 y\n@ERROR unit:12 " +
+            long_text + "\n",
+        std::regex_replace(log(), times, "@$1"));
     session->qbdb->log = nullptr;
     write(QBDB_LOG_ERROR, "nowhere");
 }
@@ -88,24 +80,22 @@ TEST_F(System, ImportsDisksAndKeepsThoseThatWentAway)
 
 TEST_F(System, GivesSlotsToDisksThatComeAndGo)
 {
-    const struct {
-        std::vector<std::string> here;
-        const char *slots;
-    } steps[] = {{{"sdaa", "sdb", "sda"}, "sda 1x1,sdb 2x1,sdaa 3x1"},
-                 {{"sdb", "sdaa"}, "sdb 2x1,sdaa 3x1"},
-                 {{"sda", "sdb", "sdaa"}, "sda 1x1,sdb 2x1,sdaa 3x1"}, // back in its slot
-                 {{"sdb", "sdc", "sdaa"}, "sdc 1x1,sdb 2x1,sdaa 3x1"}, // another one in it
-                 {{"sda", "sdb", "sdc"}, "sdc 1x1,sdb 2x1,sda 3x1"},   // taken meanwhile: the next free one
-                 {{"sda", "sdb", "sdc", "sdd"}, "sdc 1x1,sdb 2x1,sda 3x1,sdd 4x1"},
-                 {{}, "<null>"}};
-    for (const auto &step : steps) {
+    const std::pair<std::vector<std::string>, const char *> steps[] = {
+        {{"sdaa", "sdb", "sda"}, "sda 1x1,sdb 2x1,sdaa 3x1"},
+        {{"sdb", "sdaa"}, "sdb 2x1,sdaa 3x1"},
+        {{"sda", "sdb", "sdaa"}, "sda 1x1,sdb 2x1,sdaa 3x1"}, // back in its slot
+        {{"sdb", "sdc", "sdaa"}, "sdc 1x1,sdb 2x1,sdaa 3x1"}, // another one in it
+        {{"sda", "sdb", "sdc"}, "sdc 1x1,sdb 2x1,sda 3x1"},   // taken meanwhile: the next free one
+        {{"sda", "sdb", "sdc", "sdd"}, "sdc 1x1,sdb 2x1,sda 3x1,sdd 4x1"},
+        {{}, "<null>"}};
+    for (const auto &[here, slots] : steps) {
         fs::remove_all(root + "/sys/block");
         fs::create_directories(root + "/sys/block");
-        for (const std::string &name : step.here)
+        for (const std::string &name : here)
             disk(name, "2048", "ACME Disk");
         ASSERT_EQ(0, qbdb_import_nolock(session->qbdb, session->db, QBDB_CAT_DISK));
         EXPECT_EQ(
-            step.slots,
+            slots,
             session->one(
                 "SELECT group_concat(id||' '||slot,',') FROM (SELECT D.id,P.slot_col||'x'||P.slot_row slot "
                 "FROM `$disk_info` D JOIN disk_port P USING(controller,port) JOIN _disk_health H ON "
@@ -285,7 +275,7 @@ TEST_F(System, SplitsLists)
 TEST_F(System, EncodesDays)
 {
     EXPECT_EQ(1 | 2 | 64, qbdb_dow_to_i("Sun,MON, sat"));
-    EXPECT_EQ(8, qbdb_dow_to_i("Wed,Someday,We,Wednesday"));
+    EXPECT_EQ(8, qbdb_dow_to_i("Wed,Someday,Mo,Tuesday"));
     EXPECT_EQ(0, qbdb_dow_to_i(""));
     EXPECT_EQ(0, qbdb_dow_to_i(nullptr));
     EXPECT_STREQ("Sun,Tue,Sat", qbdb_i_to_dow(session->qbdb, 1 | 4 | 64 | 128));

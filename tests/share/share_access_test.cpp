@@ -24,12 +24,13 @@ class ShareAccess : public Shares
         sql("INSERT OR REPLACE INTO " + proto + "_share_option (share_id," + proto + "_access) VALUES (" +
             id_ + ",'" + access + "')");
     }
-    // An entry such as {"user_acl", 101, "1,0"}: read, write.
+    // An entry such as {"user_acl", 101, "1,0"}: read, write. Without them there is none.
     void add_entry(const std::string &table, int account, const std::string &proto,
                    const std::string &bits) const
     {
-        sql("INSERT INTO " + table + " VALUES (" + id_ + "," + std::to_string(account) + ",'" + proto + "'," +
-            bits + ")");
+        if (!bits.empty())
+            sql("INSERT INTO " + table + " VALUES (" + id_ + "," + std::to_string(account) + ",'" + proto +
+                "'," + bits + ")");
     }
     void clear_entries() const
     {
@@ -40,7 +41,7 @@ class ShareAccess : public Shares
     std::string access(const char *share, const char *user)
     {
         char *word = nullptr;
-        EXPECT_OK(qbobj_getShareAccess(qbdb, db, share, user, &word, &err));
+        EXPECT_OK(call(qbobj_getShareAccess, share, user, &word));
         return text(word);
     }
 
@@ -48,7 +49,7 @@ class ShareAccess : public Shares
     bool accessible(const char *user, const char *protocol)
     {
         auto collection = cleared(qbobj_clear_ShareCollection);
-        EXPECT_OK(qbobj_getAccessibleShareCollection(qbdb, db, &collection, user, protocol, &err));
+        EXPECT_OK(call(qbobj_getAccessibleShareCollection, &collection, user, protocol));
         EXPECT_NE(nullptr, collection.Share);
         return collection.Share != nullptr && collection.Share->ShareName != nullptr;
     }
@@ -66,38 +67,33 @@ TEST_F(ShareAccess, FollowsDefaultAndEntriesOfUserAndGroups)
         const char *primary; // of her primary group
         const char *listed;  // of the group that lists her
         const char *access;
-    } cases[] = {
-        // A writeable default: entries only take writing away.
-        {"writeable", none, none, none, "ReadWrite"},
-        {"writeable", read_only, none, none, "ReadOnly"},
-        {"writeable", read_only, none, read_write, "ReadOnly"},
-        {"writeable", none, read_only, none, "ReadOnly"},
-        {"writeable", none, none, read_only, "ReadOnly"},
-        {"writeable", read_write, none, none, "ReadWrite"},
-        {"writeable", no_access, none, none, "ReadOnly"},
-        // A read-only default: entries only grant.
-        {"readonly", none, none, none, "ReadOnly"},
-        {"readonly", read_write, none, none, "ReadWrite"},
-        {"readonly", none, read_write, none, "ReadWrite"},
-        {"readonly", none, none, read_write, "ReadWrite"},
-        {"readonly", no_access, none, none, "ReadOnly"},
-        // No default access: reading too must be granted.
-        {"disabled", none, none, none, "Disabled"},
-        {"disabled", read_only, none, none, "ReadOnly"},
-        {"disabled", none, read_only, none, "ReadOnly"},
-        {"disabled", none, none, read_write, "ReadWrite"},
-        {"disabled", no_access, no_access, no_access, "Disabled"},
-        {"garbage", none, none, none, "Disabled"},
-    };
+    } cases[] = {// A writeable default: entries only take writing away.
+                 {"writeable", none, none, none, "ReadWrite"},
+                 {"writeable", read_only, none, none, "ReadOnly"},
+                 {"writeable", read_only, none, read_write, "ReadOnly"},
+                 {"writeable", none, read_only, none, "ReadOnly"},
+                 {"writeable", none, none, read_only, "ReadOnly"},
+                 {"writeable", read_write, none, none, "ReadWrite"},
+                 {"writeable", no_access, none, none, "ReadOnly"},
+                 // A read-only default: entries only grant.
+                 {"readonly", none, none, none, "ReadOnly"},
+                 {"readonly", read_write, none, none, "ReadWrite"},
+                 {"readonly", none, read_write, none, "ReadWrite"},
+                 {"readonly", none, none, read_write, "ReadWrite"},
+                 {"readonly", no_access, none, none, "ReadOnly"},
+                 // No default access: reading too must be granted.
+                 {"disabled", none, none, none, "Disabled"},
+                 {"disabled", read_only, none, none, "ReadOnly"},
+                 {"disabled", none, read_only, none, "ReadOnly"},
+                 {"disabled", none, none, read_write, "ReadWrite"},
+                 {"disabled", no_access, no_access, no_access, "Disabled"},
+                 {"garbage", none, none, none, "Disabled"}};
     for (const auto &c : cases) {
         set_default("cifs", c.stored);
         clear_entries();
-        if (c.user != none)
-            add_entry("user_acl", 101, "cifs", c.user);
-        if (c.primary != none)
-            add_entry("group_acl", 201, "cifs", c.primary);
-        if (c.listed != none)
-            add_entry("group_acl", 202, "cifs", c.listed);
+        add_entry("user_acl", 101, "cifs", c.user);
+        add_entry("group_acl", 201, "cifs", c.primary);
+        add_entry("group_acl", 202, "cifs", c.listed);
         // Of another protocol and another user: without effect.
         add_entry("user_acl", 101, "afp", no_access);
         add_entry("user_acl", 102, "cifs", read_only);
@@ -112,37 +108,30 @@ TEST_F(ShareAccess, IsDisabledForWhateverIsNotKnown)
     set_default("cifs", "writeable");
     EXPECT_EQ("ReadWrite", access("s", "ann"));
     EXPECT_EQ("Disabled", access("s", "nobody here"));
-    EXPECT_EQ("Disabled", access("none", "ann"));
-    EXPECT_EQ("Disabled", access("a/b", "ann"));
-    EXPECT_EQ("Disabled", access(nullptr, "ann"));
+    for (const char *share : {"none", "a/b", static_cast<const char *>(nullptr)})
+        EXPECT_EQ("Disabled", access(share, "ann")) << text(share);
     EXPECT_EQ("ReadWrite", access("s", nullptr)) << "the guest account";
 
     set_default("cifs", "disabled");
     sql("DROP TABLE user_acl");
     EXPECT_EQ("Disabled", access("s", "ann"));
     EXPECT_EQ(QBOBJ_ERROR_OK, err.ec) << "a failure is an answer";
-    EXPECT_FAILS(qbobj_getShareAccess(qbdb, db, "s", "ann", nullptr, &err), QBOBJ_ERROR_API_ARGS,
-                 "Access cannot be NULL.");
+    EXPECT_FAILS(call(qbobj_getShareAccess, "s", "ann", nullptr), bad_args, "Access cannot be NULL.");
 }
 
 TEST_F(ShareAccess, OfAPathIsThatOfTheShareThatHoldsIt)
 {
     set_default("cifs", "readonly");
-    const struct {
-        const char *path;
-        const char *access;
-    } cases[] = {{"/data/s", "ReadOnly"},
-                 {"/data/s/deep/file", "ReadOnly"},
-                 {"/data/sx", "Disabled"},
-                 {"/data", "Disabled"},
-                 {nullptr, "Disabled"}};
-    for (const auto &c : cases) {
+    const char *const cases[][2] = {{"/data/s", "ReadOnly"},
+                                    {"/data/s/deep/file", "ReadOnly"},
+                                    {"/data/sx", "Disabled"},
+                                    {nullptr, "Disabled"}};
+    for (const auto &[path, access] : cases) {
         char *word = nullptr;
-        EXPECT_OK(qbobj_getPathAccess(qbdb, db, c.path, "ann", &word, &err));
-        EXPECT_STREQ(c.access, word) << text(c.path);
+        EXPECT_OK(call(qbobj_getPathAccess, path, "ann", &word));
+        EXPECT_STREQ(access, word) << text(path);
     }
-    EXPECT_FAILS(qbobj_getPathAccess(qbdb, db, "/data/s", "ann", nullptr, &err), QBOBJ_ERROR_API_ARGS,
-                 "Access cannot be NULL.");
+    EXPECT_FAILS(call(qbobj_getPathAccess, "/data/s", "ann", nullptr), bad_args, "Access cannot be NULL.");
 }
 
 /* ---- The shares that a user may read ------------------------------------------------------------------- */
@@ -150,20 +139,15 @@ TEST_F(ShareAccess, OfAPathIsThatOfTheShareThatHoldsIt)
 TEST_F(ShareAccess, ByCifsAGuestNeedsGuestAccess)
 {
     EXPECT_FALSE(accessible("ann", "cifs")) << "no options";
-    const struct {
-        const char *stored;
-        int guests;
-        bool guest;
-        bool ann;
-    } cases[] = {{"readonly", 0, false, true},
-                 {"readonly", 1, true, true},
-                 {"writeable", 0, false, true},
-                 {"disabled", 1, false, false}};
-    for (const auto &c : cases) {
-        set_default("cifs", c.stored);
-        sql("UPDATE cifs_share_option SET cifs_guest_access=" + std::to_string(c.guests));
-        EXPECT_EQ(c.guest, accessible(nullptr, "cifs")) << c.stored << c.guests;
-        EXPECT_EQ(c.ann, accessible("ann", "cifs")) << c.stored << c.guests;
+    const std::tuple<const char *, int, bool, bool> cases[] = {{"readonly", 0, false, true},
+                                                               {"readonly", 1, true, true},
+                                                               {"writeable", 0, false, true},
+                                                               {"disabled", 1, false, false}};
+    for (const auto &[stored, guests, guest, ann] : cases) {
+        set_default("cifs", stored);
+        sql("UPDATE cifs_share_option SET cifs_guest_access=" + std::to_string(guests));
+        EXPECT_EQ(guest, accessible(nullptr, "cifs")) << stored << guests;
+        EXPECT_EQ(ann, accessible("ann", "cifs")) << stored << guests;
     }
     add_entry("group_acl", 201, "cifs", read_only);
     EXPECT_TRUE(accessible("ann", "cifs"));
@@ -173,13 +157,8 @@ TEST_F(ShareAccess, ByCifsAGuestNeedsGuestAccess)
 TEST_F(ShareAccess, ByHttpTheListsDecide)
 {
     EXPECT_FALSE(accessible("ann", "http")) << "no options";
-    const struct {
-        const char *stored;
-        const char *table; // of the only entry; null: none
-        int account;
-        bool guest;
-        bool ann;
-    } cases[] = {
+    // The table of the only entry, null for none.
+    const std::tuple<const char *, const char *, int, bool, bool> cases[] = {
         {"readonly", nullptr, 0, true, true},
         {"writeable", nullptr, 0, true, true},
         {"readonly", "user_acl", 101, false, true},
@@ -191,14 +170,14 @@ TEST_F(ShareAccess, ByHttpTheListsDecide)
         {"disabled", "group_acl", 202, false, true},
         {"disabled", "group_acl", 201, false, true}, // here it does
     };
-    for (const auto &c : cases) {
-        set_default("http", c.stored);
+    for (const auto &[stored, table, account, guest, ann] : cases) {
+        set_default("http", stored);
         clear_entries();
         add_entry("user_acl", 102, "cifs", read_write);
-        if (c.table != nullptr)
-            add_entry(c.table, c.account, "http", no_access); // any entry, whatever it grants
-        EXPECT_EQ(c.guest, accessible(nullptr, "http")) << c.stored << text(c.table) << c.account;
-        EXPECT_EQ(c.ann, accessible("ann", "http")) << c.stored << text(c.table) << c.account;
+        if (table != nullptr)
+            add_entry(table, account, "http", no_access); // any entry, whatever it grants
+        EXPECT_EQ(guest, accessible(nullptr, "http")) << stored << text(table) << account;
+        EXPECT_EQ(ann, accessible("ann", "http")) << stored << text(table) << account;
     }
 }
 
@@ -208,7 +187,7 @@ TEST_F(ShareAccess, DeniedSharesStayAsEmptyRecords)
     sql("INSERT INTO _zfs_stat (share_id,usedbysnapshots) SELECT id,3*1048576 FROM share WHERE name='A'");
     set_default("cifs", "readonly");
     auto collection = cleared(qbobj_clear_ShareCollection);
-    EXPECT_OK(qbobj_getAccessibleShareCollection(qbdb, db, &collection, "ann", "cifs", &err));
+    EXPECT_OK(call(qbobj_getAccessibleShareCollection, &collection, "ann", "cifs"));
     const qbobj_Share_t *denied = collection.Share;
     ASSERT_NE(nullptr, denied);
     EXPECT_EQ("3|NULL", fields(denied->resource_id, denied->ShareId));
@@ -226,14 +205,14 @@ TEST_F(ShareAccess, RefusesUnknownUsersAndProtocols)
 {
     auto collection = cleared(qbobj_clear_ShareCollection);
     const auto list = [&](const char *user, const char *protocol) {
-        return qbobj_getAccessibleShareCollection(qbdb, db, &collection, user, protocol, &err);
+        return call(qbobj_getAccessibleShareCollection, &collection, user, protocol);
     };
-    EXPECT_FAILS(list("who", "nonsense"), QBOBJ_ERROR_API_ARGS, "User (who) is invalid.");
-    EXPECT_FAILS(list("ann", "nonsense"), QBOBJ_ERROR_API_ARGS, "ProtocolName (nonsense) is invalid");
-    EXPECT_FAILS(list("ann", nullptr), QBOBJ_ERROR_API_ARGS, "ProtocolName ((null)) is invalid");
+    EXPECT_FAILS(list("who", "nonsense"), bad_args, "User (who) is invalid.");
+    EXPECT_FAILS(list("ann", "nonsense"), bad_args, "ProtocolName (nonsense) is invalid");
+    EXPECT_FAILS(list("ann", nullptr), bad_args, "ProtocolName ((null)) is invalid");
     EXPECT_EQ(nullptr, collection.Share);
-    EXPECT_FAILS(qbobj_getAccessibleShareCollection(qbdb, db, nullptr, "ann", "cifs", &err),
-                 QBOBJ_ERROR_API_ARGS, "collection cannot be NULL.");
+    EXPECT_FAILS(call(qbobj_getAccessibleShareCollection, nullptr, "ann", "cifs"), bad_args,
+                 "collection cannot be NULL.");
 
     add_share("second");
     EXPECT_FAILS(list("ann", "afp"), QBOBJ_ERROR_OOM, "Failed in access check.");
@@ -245,25 +224,20 @@ TEST_F(ShareAccess, AFailingCheckEndsTheList)
 {
     set_default("cifs", "disabled");
     set_default("http", "readonly");
-    const struct {
-        const char *table;
-        const char *protocol;
-        const char *logged;
-    } cases[] = {
-        {"group_acl", "cifs", "Failed DB Query for 'SELECT user_acl(cifs)'. (no such table: group_acl)"},
-        {"group_acl", "http", "Failed DB Query for 'SELECT group_acl(http)'. (no such table: group_acl)"},
-        {"user_acl", "cifs", "Failed DB Query for 'SELECT user_acl(cifs)'. (no such table: user_acl)"},
-        {"user_acl", "http", "Failed DB Query for 'SELECT user_acl(http)'. (no such table: user_acl)"},
-        {"http_share_option", "http",
-         "Failed DB Query for 'SELECT http_share_option'. (no such table: http_share_option)"},
-    };
-    for (const auto &c : cases) {
-        sql(std::string("DROP TABLE IF EXISTS ") + c.table);
+    const std::string cases[][3] = {{"group_acl", "cifs", "user_acl(cifs)"},
+                                    {"group_acl", "http", "group_acl(http)"},
+                                    {"user_acl", "cifs", "user_acl(cifs)"},
+                                    {"user_acl", "http", "user_acl(http)"},
+                                    {"http_share_option", "http", "http_share_option"}};
+    for (const auto &[table, protocol, read] : cases) {
+        const std::string logged =
+            "Failed DB Query for 'SELECT " + read + "'. (no such table: " + table + ")";
+        sql("DROP TABLE IF EXISTS " + table);
         auto collection = cleared(qbobj_clear_ShareCollection);
-        EXPECT_FAILS(qbobj_getAccessibleShareCollection(qbdb, db, &collection, "ann", c.protocol, &err),
+        EXPECT_FAILS(call(qbobj_getAccessibleShareCollection, &collection, "ann", protocol.c_str()),
                      QBOBJ_ERROR_OOM, "Failed in access check.");
         EXPECT_STREQ("qbobj_api2_get_share", err.file);
-        EXPECT_NE(std::string::npos, log().find(c.logged)) << log();
+        EXPECT_NE(std::string::npos, log().find(logged)) << log();
     }
 }
 

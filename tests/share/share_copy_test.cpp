@@ -26,15 +26,13 @@ class ShareCopy : public ShareWriting
     }
     int copy(const char *source, const char *name)
     {
-        return qbobj_copyShare(qbdb, db, "data", source, "ignored", name, &err);
+        return call(qbobj_copyShare, "data", source, "ignored", name);
     }
     // A share's rows of a table without the share's id.
     Rows of_share(const std::string &table, const std::string &id) const
     {
-        std::string columns;
-        for (const std::string &column :
-             rows("SELECT name FROM pragma_table_info('" + table + "') WHERE name<>'share_id'"))
-            columns += (columns.empty() ? "" : ",") + column;
+        const std::string columns =
+            value("SELECT group_concat(name) FROM pragma_table_info('" + table + "') WHERE name<>'share_id'");
         return rows("SELECT " + columns + " FROM " + table + " WHERE share_id=" + id + " ORDER BY " +
                     columns);
     }
@@ -63,25 +61,16 @@ TEST_F(ShareCopy, EveryRowOfTheSourceIsRepeatedForTheClone)
     EXPECT_OK(copy("twin", "third"));
 }
 
-TEST_F(ShareCopy, WhatIsGivenWronglyIsNamed)
+TEST_F(ShareCopy, WhatIsGivenWronglyOrCannotBeRepeatedIsNamedAndLeavesNoClone)
 {
     const std::string before = content();
-    EXPECT_FAILS(copy("papers", "twin"), QBOBJ_ERROR_API_ARGS,
-                 "VolumeName/ShareName data/papers is not exists.");
-    EXPECT_FAILS(copy(nullptr, "twin"), QBOBJ_ERROR_API_ARGS,
-                 "VolumeName/ShareName data/(null) is not exists.");
-    EXPECT_FAILS(copy("docs", "a/b"), QBOBJ_ERROR_API_ARGS, "NewShareName a/b is not valid.");
-    EXPECT_FAILS(copy("docs", nullptr), QBOBJ_ERROR_API_ARGS, "NewShareName (null) is not valid.");
-    EXPECT_FAILS(copy("docs", "DOCS"), QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS,
-                 "Sharename specified is already exist.");
-    EXPECT_EQ(before, content());
-}
-
-TEST_F(ShareCopy, ARowThatCannotBeRepeatedLeavesNoClone)
-{
+    EXPECT_FAILS(copy("papers", "twin"), bad_args, "VolumeName/ShareName data/papers is not exists.");
+    EXPECT_FAILS(copy(nullptr, "twin"), bad_args, "VolumeName/ShareName data/(null) is not exists.");
+    EXPECT_FAILS(copy("docs", "a/b"), bad_args, "NewShareName a/b is not valid.");
+    EXPECT_FAILS(copy("docs", nullptr), bad_args, "NewShareName (null) is not valid.");
+    EXPECT_FAILS(copy("docs", "DOCS"), name_taken, "Sharename specified is already exist.");
     sql("CREATE TEMP TRIGGER obstacle BEFORE INSERT ON nfs_share_option BEGIN SELECT RAISE(ABORT,'no'); END");
-    const std::string before = content();
-    EXPECT_FAILS(copy("docs", "twin"), QBOBJ_ERROR_DB_MISC, "Error in 'INSERT nfs_share_option'. (no)");
+    EXPECT_FAILS(copy("docs", "twin"), db_failed, "Error in 'INSERT nfs_share_option'. (no)");
     EXPECT_EQ(before, content());
     sql("DROP TRIGGER obstacle");
     EXPECT_OK(copy("docs", "twin"));

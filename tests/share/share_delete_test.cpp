@@ -1,7 +1,6 @@
 // Shares deleted: what goes with them and what stays, what is refused, and that nothing half deleted remains.
 #include "share_writing.h"
 
-#include <algorithm>
 #include <map>
 #include <set>
 
@@ -20,47 +19,29 @@ class ShareDelete : public ShareWriting
     using ShareWriting::remove;
     int remove(const char *dataset) { return remove(Json{{"resource_id", dataset}}); }
 
-    // For every table that refers to shares, the condition that finds the rows of one.
-    std::map<std::string, std::string> references(const std::string &id, const std::string &dataset,
-                                                  const std::string &name) const
+    // Every table that refers to shares, with the condition that finds the rows of "docs". The one schedule of the
+    // home folders refers to no share.
+    std::map<std::string, std::string> references(const std::string &id) const
     {
-        const std::map<std::string, std::string> keys{{"share_id", id},
-                                                      {"zfs_name", "'" + dataset + "'"},
-                                                      {"cloned_zfs_name", "'" + name + "'"},
-                                                      {"parent_zfs_name", "'" + name + "'"}};
         std::map<std::string, std::string> found;
-        for (const std::string &table : tables()) {
-            for (const std::string &column : rows("SELECT name FROM pragma_table_info('" + table + "')")) {
-                const auto key = keys.find(column);
-                if (key != keys.end())
-                    found[table] += (found[table].empty() ? "" : " OR ") + column + "=" + key->second;
-            }
-        }
-        // Holds the one schedule of the home folders and refers to no share.
-        found.erase("$home_folder_snapshot_schedule");
+        for (const std::string &row :
+             rows("SELECT T.name,group_concat(C.name||'='||CASE C.name WHEN 'share_id' THEN " + id +
+                  " WHEN 'zfs_name' THEN '''data/docs''' ELSE '''docs''' END,' OR ') FROM sqlite_schema T,"
+                  "pragma_table_info(T.name) C WHERE T.type='table' AND "
+                  "T.name<>'$home_folder_snapshot_schedule' "
+                  "AND C.name IN ('share_id','zfs_name','cloned_zfs_name','parent_zfs_name') GROUP BY 1"))
+            found[row.substr(0, row.find('|'))] = row.substr(row.find('|') + 1);
         return found;
     }
-
-    // A row of the share in a table, whatever its columns are.
+    // A row of "docs" in a table, whatever its columns are.
     void refer(const std::string &table, const std::string &id) const
     {
-        const std::map<std::string, std::string> values{{"share_id", id},
-                                                        {"zfs_name", "'data/docs'"},
-                                                        {"cloned_zfs_name", "'docs'"},
-                                                        {"proto", "'cifs'"},
-                                                        {"id", "NULL"}};
-        std::string list;
-        for (const std::string &column : rows("SELECT name FROM pragma_table_info('" + table + "')")) {
-            const auto value = values.find(column);
-            list += (list.empty() ? "" : ",") + (value == values.end() ? "1" : value->second);
-        }
-        sql("INSERT OR IGNORE INTO `" + table + "` VALUES(" + list + ")");
-    }
-
-    Rows tables() const
-    {
-        return rows(
-            "SELECT name FROM sqlite_schema WHERE type='table' AND name NOT LIKE 'sqlite_%' ORDER BY 1");
+        sql("INSERT OR IGNORE INTO `" + table + "` VALUES(" +
+            value("SELECT group_concat(CASE name WHEN 'share_id' THEN " + id +
+                  " WHEN 'zfs_name' THEN '''data/docs''' WHEN 'cloned_zfs_name' THEN '''docs''' "
+                  "WHEN 'proto' THEN '''cifs''' WHEN 'id' THEN 'NULL' ELSE 1 END) FROM pragma_table_info('" +
+                  table + "')") +
+            ")");
     }
     std::string id_of(const std::string &name) const
     {
@@ -74,7 +55,7 @@ TEST_F(ShareDelete, NothingOfTheShareIsLeftInAnyTableButThoseThatOutliveIt)
     ASSERT_OK(add("other", everything()));
     const std::string id = id_of("docs");
     sql("INSERT OR IGNORE INTO host (id,name) VALUES(1,'host')");
-    const std::map<std::string, std::string> condition = references(id, "data/docs", "docs");
+    const std::map<std::string, std::string> condition = references(id);
     for (const auto &[table, where] : condition) {
         if (table != "share")
             refer(table, id);
@@ -109,7 +90,7 @@ TEST_F(ShareDelete, AShareInWhichAnotherLiesIsNotDeleted)
     ASSERT_OK(add("sub", R"({"Path":"/data/media/sub"})"));
     const std::string before = content();
     const std::string message = "Cannot delete share (share_id=" + id_of("media") + ").";
-    EXPECT_FAILS(remove("data/media"), QBOBJ_ERROR_API_ARGS, message.c_str());
+    EXPECT_FAILS(remove("data/media"), bad_args, message.c_str());
     EXPECT_EQ(before, content());
     // Only a path that goes on behind a slash lies within.
     EXPECT_OK(remove("data/med"));
@@ -151,32 +132,26 @@ TEST_F(ShareDelete, AChainIsDeletedWholeOrNotAtAll)
 {
     ASSERT_OK(add("one", everything()));
     const std::string before = content();
-    EXPECT_FAILS(remove(Json::parse(R"([{"resource_id":"data/one"},{"resource_id":"data/two"}])")),
-                 QBOBJ_ERROR_API_ARGS, "Invalid resource_id (data/two).");
+    EXPECT_FAILS(remove(Json::parse(R"([{"resource_id":"data/one"},{"resource_id":"data/two"}])")), bad_args,
+                 "Invalid resource_id (data/two).");
     EXPECT_EQ(before, content());
-    EXPECT_FAILS(remove(Json::object()), QBOBJ_ERROR_API_ARGS, "Invalid resource_id ((null)).");
-    EXPECT_OK(qbobj_deleteShare(qbdb, db, nullptr, &err));
+    EXPECT_FAILS(remove(Json::object()), bad_args, "Invalid resource_id ((null)).");
+    EXPECT_OK(call(qbobj_deleteShare, nullptr));
 }
 
 TEST_F(ShareDelete, AFailingStatementLeavesTheShareWhole)
 {
     const std::string abort = "BEGIN SELECT RAISE(ABORT,'no'); END";
-    const struct {
-        std::string table;
-        std::string trigger;
-        int code;
-        const char *message; // null: the error record stays empty
-    } cases[] = {
-        {"user_acl", abort, QBOBJ_ERROR_DB_MISC, "Failed DB Query for 'DELETE FROM user_acl'. no"},
-        {"ftp_share_option", abort, QBOBJ_ERROR_DB_MISC,
-         "Failed DB Query for 'DELETE FROM ftp_share_option'. no"},
+    // Without a message the error record stays empty.
+    const std::tuple<std::string, std::string, int, const char *> cases[] = {
+        {"user_acl", abort, db_failed, "Failed DB Query for 'DELETE FROM user_acl'. no"},
+        {"ftp_share_option", abort, db_failed, "Failed DB Query for 'DELETE FROM ftp_share_option'. no"},
         {"snapshot_schedule", abort, QBOBJ_ERROR_UNKNOWN, nullptr},
         {"zfs_attr", abort, QBOBJ_ERROR_UNKNOWN, nullptr},
-        {"share", abort, QBOBJ_ERROR_DB_MISC, "Failed DB Query for share. no"},
+        {"share", abort, db_failed, "Failed DB Query for share. no"},
         // The stray quote is the message's own.
         {"share", "BEGIN SELECT RAISE(IGNORE); END", QBOBJ_ERROR_DB_NOTEXISTS,
-         "None of row is deleted. May be bad resource_id=1'"},
-    };
+         "None of row is deleted. May be bad resource_id=1'"}};
     ASSERT_OK(add("docs", everything()));
     for (const auto &[table, trigger, code, message] : cases) {
         SCOPED_TRACE(table);
@@ -196,33 +171,26 @@ TEST_F(ShareDelete, AVolumesSharesGoWithoutRegardToNestingAndNoServiceIsTold)
     ASSERT_OK(add("sub", R"({"Path":"/data/media/sub"})"));
     ASSERT_OK(add("kept", R"({"VolumeId":"backup"})"));
     const std::string told = journal();
-
-    EXPECT_OK(qbobj_deleteShareOnVolume(qbdb, db, "tank", &err));
-    EXPECT_EQ("3", value("SELECT COUNT(*) FROM share"));
-    ASSERT_OK(qbobj_deleteShareOnVolume(qbdb, db, "data", &err));
+    const std::string before = content();
+    sql("CREATE TEMP TRIGGER obstacle BEFORE DELETE ON share WHEN OLD.name='sub' "
+        "BEGIN SELECT RAISE(ABORT,'no'); END");
+    EXPECT_FAILS(call(qbobj_deleteShareOnVolume, "data"), db_failed, "Failed DB Query for share. no");
+    EXPECT_EQ(before, content()) << "a share that cannot go keeps all of them";
+    sql("DROP TRIGGER obstacle");
+    EXPECT_OK(call(qbobj_deleteShareOnVolume, "tank"));
+    EXPECT_EQ(before, content());
+    ASSERT_OK(call(qbobj_deleteShareOnVolume, "data"));
     EXPECT_EQ(Rows{"kept"}, rows("SELECT name FROM share"));
     EXPECT_EQ("0", value("SELECT COUNT(*) FROM user_acl"));
     EXPECT_EQ(told, journal());
 }
 
-TEST_F(ShareDelete, AVolumeWithAShareThatCannotGoKeepsAllOfThem)
-{
-    ASSERT_OK(add("one"));
-    ASSERT_OK(add("two"));
-    sql("CREATE TEMP TRIGGER obstacle BEFORE DELETE ON share WHEN OLD.name='two' "
-        "BEGIN SELECT RAISE(ABORT,'no'); END");
-    const std::string before = content();
-    EXPECT_FAILS(qbobj_deleteShareOnVolume(qbdb, db, "data", &err), QBOBJ_ERROR_DB_MISC,
-                 "Failed DB Query for share. no");
-    EXPECT_EQ(before, content());
-}
-
 TEST_F(ShareDelete, ABlockVolumeIsDeletedByItsDataset)
 {
     ASSERT_OK(add("disk", R"({"ShareType":"zvol","Zvol":{}})"));
-    EXPECT_OK(qbobj_deleteZvol(qbdb, db, "data/other", &err));
+    EXPECT_OK(call(qbobj_deleteZvol, "data/other"));
     EXPECT_EQ("1", value("SELECT COUNT(*) FROM zvol_share_option"));
-    ASSERT_OK(qbobj_deleteZvol(qbdb, db, "data/disk", &err));
+    ASSERT_OK(call(qbobj_deleteZvol, "data/disk"));
     EXPECT_EQ("0", value("SELECT COUNT(*) FROM zvol_share_option"));
     EXPECT_EQ("0", value("SELECT COUNT(*) FROM share"));
 }

@@ -42,20 +42,16 @@ class ShareFolder : public Shares
 TEST_F(ShareFolder, OwnerAndPermissionsComeFromTheFolder)
 {
     add_share("s");
-    const struct {
-        mode_t mode;
-        const char *words;
-        int non_owner_delete;
-    } cases[] = {{0777, "ReadWrite|ReadWrite|ReadWrite", 1},
-                 {01754, "ReadWrite|ReadOnly|ReadOnly", 0},
-                 {0320, "ReadWrite|ReadWrite|Disabled", 1},
-                 {0510, "ReadOnly|Disabled|Disabled", 1}};
-    for (const auto &c : cases) {
-        ASSERT_EQ(0, chmod(folder("s").c_str(), c.mode));
+    const std::tuple<mode_t, const char *, int> cases[] = {{0777, "ReadWrite|ReadWrite|ReadWrite", 1},
+                                                           {01754, "ReadWrite|ReadOnly|ReadOnly", 0},
+                                                           {0320, "ReadWrite|ReadWrite|Disabled", 1},
+                                                           {0510, "ReadOnly|Disabled|Disabled", 1}};
+    for (const auto &[mode, words, non_owner_delete] : cases) {
+        ASSERT_EQ(0, chmod(folder("s").c_str(), mode));
         const qbobj_FileStat_t *stat = read("s").Stat;
-        EXPECT_EQ(c.words, fields(stat->UserAccess, stat->GroupAccess, stat->EveryoneAccess));
-        EXPECT_EQ(c.non_owner_delete, stat->NonOwnerDelete);
-        EXPECT_EQ(static_cast<int>(c.mode | S_IFDIR), stat->_PosixMode);
+        EXPECT_EQ(words, fields(stat->UserAccess, stat->GroupAccess, stat->EveryoneAccess));
+        EXPECT_EQ(non_owner_delete, stat->NonOwnerDelete);
+        EXPECT_EQ(static_cast<int>(mode | S_IFDIR), stat->_PosixMode);
         ASSERT_TRUE(stat->User != nullptr && stat->Group != nullptr);
         EXPECT_EQ(fields(getuid(), getgid()), fields(stat->User->UserId, stat->Group->GroupId));
     }
@@ -68,7 +64,7 @@ TEST_F(ShareFolder, AnOwnerThatIsNotKnownReadsAsItsNumber)
         if (chown(folder("s").c_str(), number, number) != 0)
             GTEST_SKIP() << "only the administrator gives folders away";
         auto collection = cleared(qbobj_clear_ShareCollection);
-        ASSERT_OK(qbobj_getShareCollection(qbdb, db, &collection, &err));
+        ASSERT_OK(call(qbobj_getShareCollection, &collection));
         const qbobj_FileStat_t *stat = collection.Share->Stat;
         EXPECT_EQ(fields(number, number), fields(stat->User->UserName, stat->Group->GroupName));
         // A number that no account can have is none.
@@ -84,7 +80,7 @@ TEST_F(ShareFolder, AListThatTheMemoryDoesNotHoldIsNoEmptyList)
     for (const acl_type_t type : {ACL_TYPE_ACCESS, ACL_TYPE_DEFAULT}) {
         unreadable = type;
         auto collection = cleared(qbobj_clear_ShareCollection);
-        EXPECT_FAILS(qbobj_getShareCollection(qbdb, db, &collection, &err), QBOBJ_ERROR_OOM,
+        EXPECT_FAILS(call(qbobj_getShareCollection, &collection), QBOBJ_ERROR_OOM,
                      "Failed to allocate resource.");
     }
     unreadable = 0;
@@ -171,27 +167,24 @@ TEST_F(ShareFolder, AccessControlListsNameTheirAccounts)
 TEST_F(ShareFolder, AFolderInheritsWhenItsDefaultListMatches)
 {
     add_share("s");
-    const std::vector<AclEntry> access = {
-        {owner, 7}, {user, 6, 101}, {owning_group, 5}, {mask, 7}, {other, 0}};
+    const auto with = [](std::vector<AclEntry> users) {
+        users.insert(users.begin(), {owner, 7});
+        users.insert(users.end(), {{owning_group, 5}, {mask, 7}, {other, 0}});
+        return users;
+    };
+    const std::vector<AclEntry> access = with({{user, 6, 101}});
     if (!set_acl(folder("s"), access_acl, access))
         GTEST_SKIP() << "the file system keeps no access control lists";
     EXPECT_EQ(0, read("s").Stat->AclInherit) << "no default list";
-    const struct {
-        const char *what;
-        std::vector<AclEntry> entries;
-        int inherit;
-    } cases[] = {
+    const std::tuple<const char *, std::vector<AclEntry>, int> cases[] = {
         {"the same", access, 1},
-        {"another user", {{owner, 7}, {user, 6, 102}, {owning_group, 5}, {mask, 7}, {other, 0}}, 1},
-        {"other permissions", {{owner, 7}, {user, 4, 101}, {owning_group, 5}, {mask, 7}, {other, 0}}, 0},
-        {"one entry more",
-         {{owner, 7}, {user, 6, 101}, {user, 6, 102}, {owning_group, 5}, {mask, 7}, {other, 0}},
-         0},
-        {"one entry less", {{owner, 7}, {owning_group, 5}, {mask, 7}, {other, 0}}, 0},
-    };
-    for (const auto &c : cases) {
-        ASSERT_TRUE(set_acl(folder("s"), default_acl, c.entries));
-        EXPECT_EQ(c.inherit, read("s").Stat->AclInherit) << c.what;
+        {"another user", with({{user, 6, 102}}), 1},
+        {"other permissions", with({{user, 4, 101}}), 0},
+        {"one entry more", with({{user, 6, 101}, {user, 6, 102}}), 0},
+        {"one entry less", with({}), 0}};
+    for (const auto &[what, entries, inherit] : cases) {
+        ASSERT_TRUE(set_acl(folder("s"), default_acl, entries));
+        EXPECT_EQ(inherit, read("s").Stat->AclInherit) << what;
     }
 }
 

@@ -19,32 +19,28 @@ class ShareMarkers : public Shares
 
     std::string processes() const
     {
-        return joined("SELECT share_id||':'||pid||'='||blocking FROM process_on_share");
+        return value("SELECT IFNULL(GROUP_CONCAT(share_id||':'||pid||'='||blocking,' '),'') FROM "
+                     "(SELECT * FROM process_on_share ORDER BY share_id,pid)");
     }
     std::string markers() const
     {
-        return joined(
-            "SELECT zfs_name||':'||app_name||'='||IFNULL(app_data,'') FROM `$application_on_share`");
+        return value("SELECT GROUP_CONCAT(zfs_name||':'||app_name||'='||IFNULL(app_data,''),' ') FROM "
+                     "(SELECT * FROM `$application_on_share` ORDER BY zfs_name,app_name)");
     }
-
-    std::string joined(const std::string &select) const
-    {
-        std::string result;
-        for (const std::string &row : rows(select + " ORDER BY 1"))
-            result += (result.empty() ? "" : " ") + row;
-        return result;
-    }
-
     // The applications that hold a dataset or volume.
     std::string used_by(const char *name)
     {
         static qbobj_UsedBy_t stale{};
         qbobj_UsedBy_t *list = &stale; // must be replaced, not appended to
-        EXPECT_OK(qbobj_getUsedByOn(qbdb, db, name, &list, &err));
-        std::string result;
-        for (; list != nullptr; list = list->_link)
-            result += text(list->AppName) + "=" + text(list->AppData) + " ";
-        return result;
+        EXPECT_OK(call(qbobj_getUsedByOn, name, &list));
+        return joined(list, [](const qbobj_UsedBy_t &marker) {
+            return text(marker.AppName) + "=" + text(marker.AppData);
+        });
+    }
+    // The call could not run its statement.
+    void failed(int result, const std::string &statement, const std::string &cause)
+    {
+        EXPECT_FAILS(result, db_failed, ("Failed DB Query for '" + statement + "'. " + cause).c_str());
     }
 };
 
@@ -53,34 +49,28 @@ TEST_F(ShareMarkers, ProcessesAreListedWithTheTimeOfTheirRegistration)
     const auto before = static_cast<int>(std::time(nullptr));
     qbobj_Process_t second{nullptr, 20, 2, 0};
     qbobj_Process_t first{&second, 10, 0, 0};
-    EXPECT_OK(qbobj_addShareProcess(qbdb, db, "data/a", &first, &err));
+    EXPECT_OK(call(qbobj_addShareProcess, "data/a", &first));
     qbobj_Process_t *procs = &first; // must be replaced
-    EXPECT_OK(qbobj_getShareProcess(qbdb, db, "data/a", &procs, &err));
-    ASSERT_NE(nullptr, procs);
+    EXPECT_OK(call(qbobj_getShareProcess, "data/a", &procs));
     EXPECT_NE(&first, procs);
-    EXPECT_EQ(10, procs->ProcessId);
-    EXPECT_EQ(0, procs->Blocking);
-    EXPECT_LE(before, procs->Timestamp);
-    EXPECT_GE(before + 60, procs->Timestamp);
-    ASSERT_NE(nullptr, procs->_link);
-    EXPECT_EQ(20, procs->_link->ProcessId);
-    EXPECT_EQ(2, procs->_link->Blocking);
-    EXPECT_EQ(nullptr, procs->_link->_link);
+    EXPECT_EQ("10|0 20|2", joined(procs, [&](const qbobj_Process_t &process) {
+                  EXPECT_TRUE(process.Timestamp >= before && process.Timestamp <= before + 60);
+                  return fields(process.ProcessId, process.Blocking);
+              }));
 
-    EXPECT_OK(qbobj_getShareProcess(qbdb, db, "data/none", &procs, &err));
+    EXPECT_OK(call(qbobj_getShareProcess, "data/none", &procs));
     EXPECT_EQ(nullptr, procs);
-    EXPECT_FAILS(qbobj_getShareProcess(qbdb, db, "data/a", nullptr, &err), QBOBJ_ERROR_API_ARGS,
-                 "procs cannot be NULL.");
+    EXPECT_FAILS(call(qbobj_getShareProcess, "data/a", nullptr), bad_args, "procs cannot be NULL.");
 }
 
 TEST_F(ShareMarkers, AProcessIsRegisteredOnceAShare)
 {
     qbobj_Process_t process{nullptr, 10, 1, 0};
-    EXPECT_OK(qbobj_addShareProcess(qbdb, db, "data/a", &process, &err));
+    EXPECT_OK(call(qbobj_addShareProcess, "data/a", &process));
     process.Blocking = 5;
-    EXPECT_OK(qbobj_addShareProcess(qbdb, db, "data/a", &process, &err));
-    EXPECT_OK(qbobj_addShareProcess(qbdb, db, "data/b", &process, &err));
-    EXPECT_OK(qbobj_addShareProcess(qbdb, db, "data/b", nullptr, &err));
+    EXPECT_OK(call(qbobj_addShareProcess, "data/a", &process));
+    EXPECT_OK(call(qbobj_addShareProcess, "data/b", &process));
+    EXPECT_OK(call(qbobj_addShareProcess, "data/b", nullptr));
     EXPECT_EQ("1:10=5 2:10=5", processes());
 }
 
@@ -90,44 +80,33 @@ TEST_F(ShareMarkers, ProcessesAreForgottenByPidOrAllTogether)
     qbobj_Process_t second{&third, 20, 0, 0};
     qbobj_Process_t first{&second, 10, 0, 0};
     for (const char *share : {"data/a", "data/b"})
-        EXPECT_OK(qbobj_addShareProcess(qbdb, db, share, &first, &err));
+        EXPECT_OK(call(qbobj_addShareProcess, share, &first));
     second._link = nullptr;
-    EXPECT_OK(qbobj_deleteShareProcess(qbdb, db, "data/a", &first, &err));
+    EXPECT_OK(call(qbobj_deleteShareProcess, "data/a", &first));
     EXPECT_EQ("1:30=0 2:10=0 2:20=0 2:30=0", processes());
-    EXPECT_OK(qbobj_deleteShareProcess(qbdb, db, "data/none", nullptr, &err));
-    EXPECT_OK(qbobj_deleteShareProcess(qbdb, db, "data/b", nullptr, &err));
+    EXPECT_OK(call(qbobj_deleteShareProcess, "data/none", nullptr));
+    EXPECT_OK(call(qbobj_deleteShareProcess, "data/b", nullptr));
     EXPECT_EQ("1:30=0", processes());
-}
-
-TEST_F(ShareMarkers, OneFailingProcessUndoesTheOthers)
-{
-    sql("CREATE TRIGGER refuse BEFORE INSERT ON process_on_share WHEN NEW.pid=20 BEGIN SELECT "
-        "RAISE(ABORT,'no'); END");
-    qbobj_Process_t second{nullptr, 20, 0, 0};
-    qbobj_Process_t first{&second, 10, 0, 0};
-    EXPECT_FAILS(qbobj_addShareProcess(qbdb, db, "data/a", &first, &err), QBOBJ_ERROR_DB_MISC,
-                 "Failed DB Query for 'INSERT process_on_share'. no");
-    EXPECT_EQ("", processes());
 }
 
 TEST_F(ShareMarkers, AnApplicationIsMarkedOnceADataset)
 {
     qbobj_UsedBy_t ignored{nullptr, "second", "x"};
     qbobj_UsedBy_t marker{&ignored, "app", "1"};
-    EXPECT_OK(qbobj_addShareUsedBy(qbdb, db, "data/a", &marker, &err));
+    EXPECT_OK(call(qbobj_addShareUsedBy, "data/a", &marker));
     marker.AppData = "2";
-    EXPECT_OK(qbobj_addShareUsedBy(qbdb, db, "data/a", &marker, &err));
-    EXPECT_OK(qbobj_addShareUsedBy(qbdb, db, "data/b", &marker, &err));
+    EXPECT_OK(call(qbobj_addShareUsedBy, "data/a", &marker));
+    EXPECT_OK(call(qbobj_addShareUsedBy, "data/b", &marker));
     EXPECT_EQ("data/a:app=2 data/b:app=2", markers());
-    EXPECT_OK(qbobj_deleteShareUsedBy(qbdb, db, "data/a", &marker, &err));
-    EXPECT_OK(qbobj_deleteShareUsedBy(qbdb, db, "data/a", &marker, &err));
+    EXPECT_OK(call(qbobj_deleteShareUsedBy, "data/a", &marker));
+    EXPECT_OK(call(qbobj_deleteShareUsedBy, "data/a", &marker));
     EXPECT_EQ("data/b:app=2", markers());
 
     qbobj_UsedBy_t nameless{nullptr, nullptr, "x"};
     for (qbobj_UsedBy_t *wrong : {&nameless, static_cast<qbobj_UsedBy_t *>(nullptr)}) {
-        EXPECT_FAILS(qbobj_addShareUsedBy(qbdb, db, "data/a", wrong, &err), QBOBJ_ERROR_API_ARGS,
+        EXPECT_FAILS(call(qbobj_addShareUsedBy, "data/a", wrong), bad_args,
                      "usedby and usedby->AppName cannot be NULL");
-        EXPECT_FAILS(qbobj_deleteShareUsedBy(qbdb, db, "data/a", wrong, &err), QBOBJ_ERROR_API_ARGS,
+        EXPECT_FAILS(call(qbobj_deleteShareUsedBy, "data/a", wrong), bad_args,
                      "usedby and usedby->AppName cannot be NULL");
     }
 }
@@ -137,16 +116,14 @@ TEST_F(ShareMarkers, AreFoundByDatasetOrByTheBeginningOfAVolumesName)
     sql("INSERT INTO `$application_on_share` VALUES "
         "('data/a','p','1'),('data/b','q','2'),('DATA2/x','r',NULL),"
         "('backup/data','s','4')");
-    EXPECT_EQ("p=1 ", used_by("data/a"));
+    EXPECT_EQ("p=1", used_by("data/a"));
     EXPECT_EQ("", used_by("data/none"));
-    EXPECT_EQ("p=1 q=2 r=NULL ", used_by("data"));
-    EXPECT_EQ("s=4 ", used_by("backup"));
+    EXPECT_EQ("p=1 q=2 r=NULL", used_by("data"));
+    EXPECT_EQ("s=4", used_by("backup"));
     EXPECT_EQ("", used_by("none"));
-    EXPECT_FAILS(qbobj_getUsedByOn(qbdb, db, "data", nullptr, &err), QBOBJ_ERROR_API_ARGS,
-                 "usedby cannot be NULL.");
+    EXPECT_FAILS(call(qbobj_getUsedByOn, "data", nullptr), bad_args, "usedby cannot be NULL.");
     qbobj_UsedBy_t *list = nullptr;
-    EXPECT_FAILS(qbobj_getUsedByOn(qbdb, db, nullptr, &list, &err), QBOBJ_ERROR_API_ARGS,
-                 "ZfsName cannot be NULL.");
+    EXPECT_FAILS(call(qbobj_getUsedByOn, nullptr, &list), bad_args, "ZfsName cannot be NULL.");
 }
 
 TEST_F(ShareMarkers, OfOneShareAreReplacedByAList)
@@ -155,13 +132,13 @@ TEST_F(ShareMarkers, OfOneShareAreReplacedByAList)
     qbobj_UsedBy_t second{nullptr, "y", nullptr};
     qbobj_UsedBy_t first{&second, "x", "1"};
     // The row id counts only without a dataset name.
-    EXPECT_OK(qbobj_modifyShareUsedBy(qbdb, db, &first, "data/a", 2, &err));
+    EXPECT_OK(call(qbobj_modifyShareUsedBy, &first, "data/a", 2));
     EXPECT_EQ("data/a:x=1 data/a:y= data/b:other=2", markers());
-    EXPECT_OK(qbobj_modifyShareUsedBy(qbdb, db, &first, nullptr, 2, &err));
+    EXPECT_OK(call(qbobj_modifyShareUsedBy, &first, nullptr, 2));
     EXPECT_EQ("data/a:x=1 data/a:y= data/b:x=1 data/b:y=", markers());
-    EXPECT_OK(qbobj_modifyShareUsedBy(qbdb, db, nullptr, "data/a", 0, &err));
+    EXPECT_OK(call(qbobj_modifyShareUsedBy, nullptr, "data/a", 0));
     EXPECT_EQ("data/b:x=1 data/b:y=", markers());
-    EXPECT_FAILS(qbobj_modifyShareUsedBy(qbdb, db, &first, "data/none", 2, &err), QBOBJ_ERROR_API_ARGS,
+    EXPECT_FAILS(call(qbobj_modifyShareUsedBy, &first, "data/none", 2), bad_args,
                  "ShareId=data/none is not a valid ShareId");
     EXPECT_EQ("data/b:x=1 data/b:y=", markers());
 }
@@ -170,11 +147,11 @@ TEST_F(ShareMarkers, AnExclusiveMarkerMovesAndIsReleased)
 {
     sql("INSERT INTO `$application_on_share` VALUES ('data/a','app','1'),('data/a','other','2')");
     qbobj_UsedBy_t marker{nullptr, "app", "3"};
-    EXPECT_OK(qbobj_modifyShareUsedByExclusive(qbdb, db, &marker, "data/b", &err));
+    EXPECT_OK(call(qbobj_modifyShareUsedByExclusive, &marker, "data/b"));
     EXPECT_EQ("data/a:other=2 data/b:app=3", markers());
-    EXPECT_OK(qbobj_modifyShareUsedByExclusive(qbdb, db, &marker, nullptr, &err));
+    EXPECT_OK(call(qbobj_modifyShareUsedByExclusive, &marker, nullptr));
     EXPECT_EQ("data/a:other=2", markers());
-    EXPECT_FAILS(qbobj_modifyShareUsedByExclusive(qbdb, db, nullptr, "data/b", &err), QBOBJ_ERROR_API_ARGS,
+    EXPECT_FAILS(call(qbobj_modifyShareUsedByExclusive, nullptr, "data/b"), bad_args,
                  "usedby cannot be NULL.");
 }
 
@@ -184,18 +161,13 @@ TEST_F(ShareMarkers, AnUnknownShareIsRefusedAndNothingChanges)
     const std::string before = content();
     qbobj_Process_t process{nullptr, 10, 0, 0};
     qbobj_UsedBy_t marker{nullptr, "app", "3"};
-    EXPECT_FAILS(qbobj_addShareProcess(qbdb, db, "data/none", &process, &err), QBOBJ_ERROR_DB_MISC,
-                 "Failed DB Query for 'INSERT process_on_share'. NOT NULL constraint failed: "
-                 "process_on_share.share_id");
-    EXPECT_FAILS(qbobj_addShareUsedBy(qbdb, db, nullptr, &marker, &err), QBOBJ_ERROR_DB_MISC,
-                 "Failed DB Query for 'INSERT process_on_share'. NOT NULL constraint failed: "
-                 "$application_on_share.zfs_name");
-    EXPECT_FAILS(qbobj_modifyShareUsedBy(qbdb, db, &marker, nullptr, 77, &err), QBOBJ_ERROR_DB_MISC,
-                 "Failed DB Query for 'INSERT $application_on_share'. NOT NULL constraint failed: "
-                 "$application_on_share.zfs_name");
-    EXPECT_FAILS(qbobj_modifyShareUsedByExclusive(qbdb, db, &marker, "data/none", &err), QBOBJ_ERROR_DB_MISC,
-                 "Failed DB Query for 'INSERT $application_on_share'. NOT NULL constraint failed: "
-                 "$application_on_share.zfs_name");
+    const std::string no_share = "NOT NULL constraint failed: process_on_share.share_id";
+    const std::string no_dataset = "NOT NULL constraint failed: $application_on_share.zfs_name";
+    failed(call(qbobj_addShareProcess, "data/none", &process), "INSERT process_on_share", no_share);
+    failed(call(qbobj_addShareUsedBy, nullptr, &marker), "INSERT process_on_share", no_dataset);
+    failed(call(qbobj_modifyShareUsedBy, &marker, nullptr, 77), "INSERT $application_on_share", no_dataset);
+    failed(call(qbobj_modifyShareUsedByExclusive, &marker, "data/none"), "INSERT $application_on_share",
+           no_dataset);
     EXPECT_EQ(before, content());
 }
 
@@ -206,19 +178,14 @@ TEST_F(ShareMarkers, AMissingTableIsTold)
     qbobj_Process_t *procs = nullptr;
     qbobj_UsedBy_t *list = nullptr;
     qbobj_UsedBy_t marker{nullptr, "app", "3"};
-    EXPECT_FAILS(qbobj_getShareProcess(qbdb, db, "data/a", &procs, &err), QBOBJ_ERROR_DB_MISC,
-                 "Failed DB Query for 'SELECT process_on_share'. no such table: process_on_share");
-    EXPECT_FAILS(qbobj_deleteShareProcess(qbdb, db, "data/a", nullptr, &err), QBOBJ_ERROR_DB_MISC,
-                 "Failed DB Query for 'DELETE process_on_share'. no such table: process_on_share");
-    EXPECT_FAILS(qbobj_deleteShareUsedBy(qbdb, db, "data/a", &marker, &err), QBOBJ_ERROR_DB_MISC,
-                 "Failed DB Query for 'DELETE application_on_share'. no such table: $application_on_share");
-    EXPECT_FAILS(qbobj_modifyShareUsedBy(qbdb, db, &marker, "data/a", 0, &err), QBOBJ_ERROR_DB_MISC,
-                 "Failed DB Query for 'DELETE $application_on_share'. no such table: $application_on_share");
-    EXPECT_FAILS(qbobj_modifyShareUsedByExclusive(qbdb, db, &marker, "data/a", &err), QBOBJ_ERROR_DB_MISC,
-                 "Failed DB Query for 'DELETE $application_on_share'. no such table: $application_on_share");
-    EXPECT_FAILS(
-        qbobj_getUsedByOn(qbdb, db, "data", &list, &err), QBOBJ_ERROR_DB_MISC,
-        "Failed DB Query for 'SELECT FROM $application_on_share'. no such table: $application_on_share");
+    std::string gone = "no such table: process_on_share";
+    failed(call(qbobj_getShareProcess, "data/a", &procs), "SELECT process_on_share", gone);
+    failed(call(qbobj_deleteShareProcess, "data/a", nullptr), "DELETE process_on_share", gone);
+    gone = "no such table: $application_on_share";
+    failed(call(qbobj_deleteShareUsedBy, "data/a", &marker), "DELETE application_on_share", gone);
+    failed(call(qbobj_modifyShareUsedBy, &marker, "data/a", 0), "DELETE $application_on_share", gone);
+    failed(call(qbobj_modifyShareUsedByExclusive, &marker, "data/a"), "DELETE $application_on_share", gone);
+    failed(call(qbobj_getUsedByOn, "data", &list), "SELECT FROM $application_on_share", gone);
 }
 
 } // namespace

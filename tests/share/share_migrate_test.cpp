@@ -17,13 +17,10 @@ class ShareMigrate : public ShareWriting
             "INSERT INTO `$snapshot` (zfs_name,name) VALUES('data/docs','s1'),('data/docs','s2'),"
             "('data/other','s1')");
     }
-    int pre(const char *dataset, const char *volume)
-    {
-        return qbobj_preMigrateShare(qbdb, db, dataset, volume, &err);
-    }
+    int pre(const char *dataset, const char *volume) { return call(qbobj_preMigrateShare, dataset, volume); }
     int post(int commit, char **path = nullptr)
     {
-        return qbobj_postMigrateShare(qbdb, db, "data/docs", commit, path, &err);
+        return call(qbobj_postMigrateShare, "data/docs", commit, path);
     }
     Rows shares() const { return rows("SELECT volume_id,zfs_name,path,migrate_to_volume_id FROM share"); }
 };
@@ -43,10 +40,9 @@ TEST_F(ShareMigrate, OnlyOneShareMovesAtATime)
 
 TEST_F(ShareMigrate, AShareDoesNotMoveToWhereItLives)
 {
-    EXPECT_FAILS(pre("data/docs", "data"), QBOBJ_ERROR_API_ARGS,
-                 "Destination VolumeId is the same as source");
-    EXPECT_FAILS(pre(nullptr, "v2"), QBOBJ_ERROR_API_ARGS, "ShareId cannot be NULL.");
-    EXPECT_FAILS(pre("data/docs", nullptr), QBOBJ_ERROR_API_ARGS, "VolumeId cannot be NULL.");
+    EXPECT_FAILS(pre("data/docs", "data"), bad_args, "Destination VolumeId is the same as source");
+    EXPECT_FAILS(pre(nullptr, "v2"), bad_args, "ShareId cannot be NULL.");
+    EXPECT_FAILS(pre("data/docs", nullptr), bad_args, "VolumeId cannot be NULL.");
     // The beginning of a volume's name is another volume's.
     EXPECT_OK(pre("data/docs", "dat"));
 }
@@ -75,25 +71,23 @@ TEST_F(ShareMigrate, GivenUpOnlyTheMarkGoesAway)
     EXPECT_EQ("2", value("SELECT COUNT(*) FROM `$snapshot` WHERE zfs_name='data/docs'"));
 }
 
-TEST_F(ShareMigrate, AShareThatIsNotMovingIsNotCommitted)
+TEST_F(ShareMigrate, AShareThatIsNotMovingOrWhoseDatasetIsTakenIsNotCommitted)
 {
     const std::string before = content();
-    EXPECT_FAILS(post(1), QBOBJ_ERROR_DB_MISC, "Error in 'UPDATE `$snapshot`'.");
+    EXPECT_FAILS(post(1), db_failed, "Error in 'UPDATE `$snapshot`'.");
     EXPECT_EQ(before, content());
     sql("DELETE FROM `$snapshot`");
-    EXPECT_FAILS(post(1), QBOBJ_ERROR_DB_MISC, "Error in 'UPDATE share'.");
+    EXPECT_FAILS(post(1), db_failed, "Error in 'UPDATE share'.");
     char *path = nullptr;
     EXPECT_OK(post(0, &path));
     EXPECT_EQ(nullptr, path);
-}
 
-TEST_F(ShareMigrate, ADatasetThatIsTakenStopsTheCommit)
-{
     ASSERT_OK(add("taken", R"({"Path":"/v2/docs"})"));
     ASSERT_OK(pre("data/docs", "v2"));
-    const std::string before = content();
-    EXPECT_FAILS(post(1), QBOBJ_ERROR_DB_MISC, "Error in 'UPDATE share'.");
-    EXPECT_EQ(before, content());
+    sql("INSERT INTO `$snapshot` (zfs_name,name) VALUES('data/docs','s1')");
+    const std::string taken = content();
+    EXPECT_FAILS(post(1), db_failed, "Error in 'UPDATE share'.");
+    EXPECT_EQ(taken, content());
 }
 
 } // namespace

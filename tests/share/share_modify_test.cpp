@@ -1,6 +1,8 @@
 // Shares changed: only what a record carries, renames with everything that knows the old name, and `Changed`.
 #include "share_writing.h"
 
+#include <algorithm>
+
 using namespace qbobj_test;
 
 namespace
@@ -28,7 +30,7 @@ TEST_F(ShareModify, ARecordThatCarriesOnlyACommentChangesNothingElse)
         ASSERT_OK(modify(nothing));
         EXPECT_EQ(before, content());
     }
-    EXPECT_OK(qbobj_modifyShare(qbdb, db, nullptr, 0, &err));
+    EXPECT_OK(call(qbobj_modifyShare, nullptr, 0));
 }
 
 TEST_F(ShareModify, ARenameTakesEverythingAlongThatKnowsTheOldName)
@@ -56,23 +58,15 @@ TEST_F(ShareModify, ARenameThatIsNotPossibleSaysWhy)
     sql("INSERT INTO share (zfs_name,name,volume_id,path) VALUES('data/dropnest','dropnest','data','/d')");
     const std::string long_name(200, 'n');
     const std::string too_long = "ShareName is too long (" + long_name + ")";
-    const struct {
-        const char *share;
-        const char *name;
-        qbobj_error_t code;
-        const char *message;
-    } cases[] = {
+    const std::tuple<const char *, const char *, qbobj_error_t, const char *> cases[] = {
         {"data/Docs", long_name.c_str(), QBOBJ_ERROR_UI__NAME_TOO_LONG, too_long.c_str()},
         {"data/Docs", "global", QBOBJ_ERROR_UI__SHARENAME_RESERVED, "ShareName (global) is reserved"},
-        {"data/Docs", "a/b", QBOBJ_ERROR_API_ARGS, "Invalid ShareName (a/b), rc=2"},
-        {"data/Docs", "OTHER", QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS,
-         "Cannot rename to the name which already exist."},
-        {"data/Docs", "taken", QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS,
-         "Sharename specified is already exist."},
+        {"data/Docs", "a/b", bad_args, "Invalid ShareName (a/b), rc=2"},
+        {"data/Docs", "OTHER", name_taken, "Cannot rename to the name which already exist."},
+        {"data/Docs", "taken", name_taken, "Sharename specified is already exist."},
         {"data/dropnest", "free", QBOBJ_ERROR_UI__SHARE_CANNOT_RENAME,
          "Cannot rename to/from reserved share name"},
-        {"data/none", "free", QBOBJ_ERROR_API_ARGS, "Invalid resource_id (data/none)."},
-    };
+        {"data/none", "free", bad_args, "Invalid resource_id (data/none)."}};
     const std::string before = content();
     for (const auto &[renamed, name, code, message] : cases) {
         EXPECT_FAILS(modify(Json{{"resource_id", renamed}, {"ShareName", name}}), code, message);
@@ -81,7 +75,7 @@ TEST_F(ShareModify, ARenameThatIsNotPossibleSaysWhy)
     // In the middle of a chain.
     EXPECT_FAILS(modify(Json::parse(R"([{"resource_id":"data/Docs","ShareName":"papers"},
                                         {"resource_id":"data/other","ShareName":"a/b"}])")),
-                 QBOBJ_ERROR_API_ARGS, "Invalid ShareName (a/b), rc=2");
+                 bad_args, "Invalid ShareName (a/b), rc=2");
     EXPECT_EQ(before, content());
     sql("DELETE FROM share WHERE name='dropnest'");
     EXPECT_FAILS(modify(R"({"ShareName":"dropnest"})"), QBOBJ_ERROR_UI__SHARE_CANNOT_RENAME,
@@ -114,7 +108,7 @@ TEST_F(ShareModify, TheSnapshotFolderIsShownAndHidden)
     EXPECT_EQ("NULL", value("SELECT visible_snapdir FROM share"));
     EXPECT_EQ(1, share->OldVisibleSnapshot);
     for (const char *folder : {"it's", static_cast<const char *>(nullptr)}) {
-        ASSERT_OK(qbobj_modifyShareVisibleSnapFolder(qbdb, db, "data/Docs", folder, &err));
+        ASSERT_OK(call(qbobj_modifyShareVisibleSnapFolder, "data/Docs", folder));
         EXPECT_EQ(text(folder), value("SELECT visible_snapdir FROM share"));
     }
 }
@@ -123,17 +117,16 @@ TEST_F(ShareModify, TheOwnerIsGivenByIdOrByName)
 {
     sql("INSERT INTO `$user` (id,uname,group_id) VALUES(1000,'ann',99);"
         "INSERT INTO `$group` (id,gname) VALUES(1001,'team')");
-    const auto owner_after = [this](const char *stat) {
+    const auto owner = [this](const char *stat) {
         EXPECT_OK(modify(stat));
         return rows("SELECT user_id,group_id FROM share").at(0);
     };
-    EXPECT_EQ("1000|1001",
-              owner_after(R"({"Stat":{"User":{"UserName":"ann"},"Group":{"GroupName":"team"}}})"));
-    EXPECT_EQ("5|6", owner_after(R"({"Stat":{"User":{"UserId":5},"Group":{"resource_id":6}}})"));
+    EXPECT_EQ("1000|1001", owner(R"({"Stat":{"User":{"UserName":"ann"},"Group":{"GroupName":"team"}}})"));
+    EXPECT_EQ("5|6", owner(R"({"Stat":{"User":{"UserId":5},"Group":{"resource_id":6}}})"));
     // A directory account's internal id stands for its POSIX one.
     join_directory();
     sql("UPDATE service_cifs SET no_sync_ads=1");
-    EXPECT_EQ("1|1", owner_after(R"({"Stat":{"User":{"resource_id":-1},"Group":{"GroupName":"daemon"}}})"));
+    EXPECT_EQ("1|1", owner(R"({"Stat":{"User":{"resource_id":-1},"Group":{"GroupName":"daemon"}}})"));
 }
 
 TEST_F(ShareModify, AShareWithoutNameOrPathCanBeNamedAndDeleted)
@@ -153,11 +146,8 @@ TEST_F(ShareModify, AShareWithoutNameOrPathCanBeNamedAndDeleted)
 
 TEST_F(ShareModify, ALimitLiesBetweenWhatIsUsedAndWhatIsFree)
 {
-    constexpr struct {
-        const char *used; // bytes
-        const char *given;
-        bool accepted;
-    } cases[] = {
+    // What is used, in bytes; a change; whether it is accepted.
+    const std::tuple<const char *, const char *, bool> cases[] = {
         {"NULL", R"({"RefQuotaMB":10240})", true},
         {"NULL", R"({"RefQuotaMB":10241})", false},
         {"NULL", R"({"RefQuotaMB":4294967301})", false},
@@ -165,8 +155,7 @@ TEST_F(ShareModify, ALimitLiesBetweenWhatIsUsedAndWhatIsFree)
         {"104857600", R"({"RefQuotaMB":99})", false},
         {"999999999999", R"({"RefQuotaMB":0})", true},
         // A rename is checked as what it makes of the share.
-        {"1048576000", R"({"RefQuotaMB":10,"ShareName":"papers"})", false},
-    };
+        {"1048576000", R"({"RefQuotaMB":10,"ShareName":"papers"})", false}};
     sql("INSERT INTO _zfs_stat (share_id) VALUES(1)");
     for (const auto &[used, given, accepted] : cases) {
         SCOPED_TRACE(given);
@@ -176,13 +165,13 @@ TEST_F(ShareModify, ALimitLiesBetweenWhatIsUsedAndWhatIsFree)
             EXPECT_OK(modify(given));
             continue;
         }
-        EXPECT_FAILS(modify(given), QBOBJ_ERROR_API_ARGS,
+        EXPECT_FAILS(modify(given), bad_args,
                      "Invalid quota value. Need to be larger than Consumed Space and less than Free Space.");
         EXPECT_EQ(before, content());
     }
     // A dataset with a quote in its name is found, too.
     sql("UPDATE share SET zfs_name='data/it''s';UPDATE _zfs_stat SET used=9000000");
-    EXPECT_FAILS(modify(R"({"resource_id":"data/it's","RefQuotaMB":2})"), QBOBJ_ERROR_API_ARGS,
+    EXPECT_FAILS(modify(R"({"resource_id":"data/it's","RefQuotaMB":2})"), bad_args,
                  "Invalid quota value. Need to be larger than Consumed Space and less than Free Space.");
 }
 
@@ -190,11 +179,11 @@ TEST_F(ShareModify, ABlockVolumeIsResizedAndRenamed)
 {
     ASSERT_OK(modify(R"({"Zvol":{"SizeKB":5000000000}})"));
     EXPECT_EQ("5000000000|0", rows("SELECT kb_size,is_sparse FROM zvol_share_option").at(0));
-    ASSERT_OK(qbobj_modifyZvol(qbdb, db, "data/Docs", "disk", "it's", 7, 1, &err));
+    ASSERT_OK(call(qbobj_modifyZvol, "data/Docs", "disk", "it's", 7, 1));
     EXPECT_EQ("7|1", rows("SELECT kb_size,is_sparse FROM zvol_share_option").at(0));
     EXPECT_EQ("disk|it's|/data/Docs|data/Docs", rows("SELECT name,comment,path,zfs_name FROM share").at(0));
     ASSERT_OK(add("other"));
-    EXPECT_FAILS(qbobj_modifyZvol(qbdb, db, "data/other", "disk", "", 7, 1, &err), QBOBJ_ERROR_DB_MISC,
+    EXPECT_FAILS(call(qbobj_modifyZvol, "data/other", "disk", "", 7, 1), db_failed,
                  "Failed DB Query for 'UPDATE share'. UNIQUE constraint failed: share.name");
 }
 
@@ -214,30 +203,15 @@ TEST_F(ShareModify, MarkersAreReplacedAndQuotasMerged)
 
 /* ---- Protocols ----------------------------------------------------------------------------------------- */
 
-constexpr const char *attributes = "SELECT mb_quota,mb_reservation,mb_refquota,mb_refreservation,compression,"
-                                   "bit_rot_protection,dedup,logbias,sync FROM zfs_attr";
-constexpr const char *schedule =
-    "SELECT enabled,minute,hour,day_of_month,day_of_week,month,last_taken,purge_manual_snapshot,"
-    "last_daily_taken,last_weekly_taken FROM snapshot_schedule";
-constexpr const char *cifs =
-    "SELECT cifs_access,cifs_guest_access,cifs_hide_share,cifs_group_create_mask,cifs_everyone_create_mask,"
-    "cifs_enable_masks,cifs_group_directory_mask,cifs_everyone_directory_mask,cifs_enable_forced_minimum,"
-    "cifs_recycle,cifs_recycle_mb_limit,cifs_recycle_age_limit,oplocks,available,cifs_enabledfs "
-    "FROM cifs_share_option";
-constexpr const char *afp = "SELECT afp_access,afp_guest_access,afp_fperm,afp_dperm FROM afp_share_option";
-constexpr const char *ftp =
-    "SELECT ftp_access,ftp_mask,ftp_create_mask,ftp_directory_mask FROM ftp_share_option";
+constexpr auto afp = "SELECT afp_access,afp_guest_access,afp_fperm,afp_dperm FROM afp_share_option";
+constexpr auto ftp = "SELECT ftp_access,ftp_mask,ftp_create_mask,ftp_directory_mask FROM ftp_share_option";
 constexpr const char *rsync = "SELECT rsync_access,passwordprotection FROM rsync_share_option";
 constexpr const char *web_root = "SELECT share_name FROM service_http";
 
 // One after the other, each on what the ones before it left.
 TEST_F(ShareModify, OnlyWhatARecordCarriesIsWritten)
 {
-    constexpr struct {
-        const char *given;
-        const char *select;
-        const char *stored;
-    } cases[] = {
+    const char *const cases[][3] = {
         {R"({"QuotaMB":1,"ReserveMB":1099511627776,"Dedup":1,"Sync":"disabled"})", attributes,
          "1|1099511627776|0|0|0|0|1|NULL|disabled"},
         {R"({"RefQuotaMB":3,"RefReserveMB":4,"Compression":5,"BitRotProtection":6,"LogBias":"latency"})",
@@ -280,8 +254,7 @@ TEST_F(ShareModify, OnlyWhatARecordCarriesIsWritten)
         {R"({"Rsync":{}})", rsync, "readonly|enabled"},
         // "Disabled" takes the rows of media players and rsync away.
         {R"({"Dlna":{"DefaultAccess":"Disabled"}})", "SELECT COUNT(*) FROM dlna_share_option", "0"},
-        {R"({"Rsync":{"DefaultAccess":"Disabled"}})", "SELECT COUNT(*) FROM rsync_share_option", "0"},
-    };
+        {R"({"Rsync":{"DefaultAccess":"Disabled"}})", "SELECT COUNT(*) FROM rsync_share_option", "0"}};
     sql("UPDATE service_http SET share_name='Docs'");
     for (const auto &[given, select, stored] : cases) {
         ASSERT_OK(modify(given));
@@ -361,7 +334,7 @@ TEST_F(ShareModify, AMissingOptionRowIsMadeWithDefaultsExceptForWindows)
 TEST_F(ShareModify, RsyncLoginsThatComeBackMaskedKeepTheirPasswords)
 {
     const Json masked = masked_password;
-    const auto logins_after = [this](const Json &logins) {
+    const auto written = [this](const Json &logins) {
         EXPECT_OK(modify(Json{{"Rsync", {{"UserPasswordAcl", logins}}}}));
         return rows("SELECT user,password FROM rsync_user_password_acl ORDER BY 1");
     };
@@ -370,9 +343,8 @@ TEST_F(ShareModify, RsyncLoginsThatComeBackMaskedKeepTheirPasswords)
                         {{"UserName", "unknown"}, {"Password", masked}},
                         {{"UserName", ""}, {"Password", "ends the list"}},
                         {{"UserName", "late"}, {"Password", "never read"}}};
-    EXPECT_EQ((Rows{"new|word", "sync|secret"}), logins_after(first));
-    EXPECT_EQ(Rows{"sync|changed"},
-              logins_after(Json::parse(R"([{"UserName":"sync","Password":"changed"}])")));
+    EXPECT_EQ((Rows{"new|word", "sync|secret"}), written(first));
+    EXPECT_EQ(Rows{"sync|changed"}, written(Json::parse(R"([{"UserName":"sync","Password":"changed"}])")));
 }
 
 /* ---- Refusals ------------------------------------------------------------------------------------------ */
@@ -383,6 +355,7 @@ TEST_F(ShareModify, WhatIsGivenWronglyIsNamedAndLeavesNothing)
         // Before the limit, which is too large.
         {R"({"Sync":"never","RefQuotaMB":99999})",
          "Invalid Sync (never). One of 'standard', 'always', 'disabled'."},
+        {R"({"Cifs":{"DefaultAccess":"x"}})", "Invalid Cifs->DefaultAccess (x)."},
         {R"({"Stat":{"User":{}}})", "Invalid stat->User (resource_id=0, UserName=(null))."},
         {R"({"Stat":{"User":{"resource_id":-1}}})", "Invalid stat->User (resource_id=-1, UserName=(null))."},
         {R"({"Stat":{"User":{"UserName":"nobody-here"}}})", "Unknown User (nobody-here)."},
@@ -391,23 +364,16 @@ TEST_F(ShareModify, WhatIsGivenWronglyIsNamedAndLeavesNothing)
         // A right is checked whether the switch is given or not.
         {R"({"Afp":{"FolderCreateGroupRights":"x"}})", "Invalid Afp->FolderCreateGroupRights (x)."},
         {R"({"Nfs":{"HostAcl":[{"Host":{"HostName":"no host"}}]}})",
-         "Invalid HostName or Network specified (no host)."},
-    };
-    std::vector<std::string> texts;
-    for (const CheckedWord &word : checked_words)
-        texts.push_back("Invalid " + word.modified + " (x).");
-    for (std::size_t i = 0; i < texts.size(); ++i)
-        refusals.push_back({checked_words[i].given, texts[i].c_str()});
+         "Invalid HostName or Network specified (no host)."}};
+    std::ranges::move(refused_words(false), std::back_inserter(refusals));
     const std::string before = content();
     for (const auto &[given, message, code] : refusals) {
         SCOPED_TRACE(given);
         Json json = everything(R"({"ShareName":"papers"})");
         json.merge_patch(Json::parse(given));
-        EXPECT_FAILS(modify(json), code, message);
+        EXPECT_FAILS(modify(json), code, message.c_str());
         // Lists are written by the unit that creates shares.
-        EXPECT_STREQ(std::string_view(given).find("Host") != std::string_view::npos
-                         ? "qbobj_api2_add_share"
-                         : "qbobj_api2_modify_share",
+        EXPECT_STREQ(given.find("Host") != given.npos ? "qbobj_api2_add_share" : "qbobj_api2_modify_share",
                      err.file);
         EXPECT_EQ(before, content());
     }
@@ -416,18 +382,15 @@ TEST_F(ShareModify, WhatIsGivenWronglyIsNamedAndLeavesNothing)
 TEST_F(ShareModify, AFailingUpdateIsReportedByItsTable)
 {
     constexpr struct {
-        const char *table;
-        const char *message;
-        qbobj_error_t code = QBOBJ_ERROR_DB_MISC;
-    } cases[] = {
-        // A refused row counts as a name that exists.
-        {"share", "Sharename specified is already exist.", QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS},
-        {"zfs_attr", "Failed DB Query for 'UPDATE zfs_attr'. no"},
-        {"cifs_share_option", "Failed DB Query for 'UPDATE cifs_share_option'. no"},
-        {"rsync_share_option", "Failed DB Query for 'UPDATE rsync_share_option'. no"},
-        // Callers know this spelling.
-        {"snapshot_schedule", "Failed DB Query for 'UPDATE snapstho_schedule'. no"},
-    };
+        const char *table, *message;
+        qbobj_error_t code = db_failed;
+    } cases[] = {// A refused row counts as a name that exists.
+                 {"share", "Sharename specified is already exist.", name_taken},
+                 {"zfs_attr", "Failed DB Query for 'UPDATE zfs_attr'. no"},
+                 {"cifs_share_option", "Failed DB Query for 'UPDATE cifs_share_option'. no"},
+                 {"rsync_share_option", "Failed DB Query for 'UPDATE rsync_share_option'. no"},
+                 // Callers know this spelling.
+                 {"snapshot_schedule", "Failed DB Query for 'UPDATE snapstho_schedule'. no"}};
     for (const auto &[table, message, code] : cases) {
         sql(std::string("CREATE TEMP TRIGGER obstacle BEFORE UPDATE ON ") + table +
             " BEGIN SELECT RAISE(ABORT,'no'); END");

@@ -2,6 +2,7 @@
 #include "share_rows.h"
 
 #include <cstring>
+#include <sstream>
 
 using namespace qbobj_test;
 
@@ -125,12 +126,12 @@ TEST_F(ShareRead, WithoutNameOrPathReadsAsEmpty)
     let_names_be_missing(*this);
     sql("UPDATE share SET name=NULL,path=NULL");
     auto collection = cleared(qbobj_clear_ShareCollection);
-    ASSERT_OK(qbobj_getShareCollection(qbdb, db, &collection, &err));
+    ASSERT_OK(call(qbobj_getShareCollection, &collection));
     EXPECT_EQ("data/s||",
               fields(collection.Share->ShareId, collection.Share->ShareName, collection.Share->Path));
     EXPECT_EQ(nullptr, collection.Share->Stat->User);
     auto light = cleared(qbobj_clear_SimpleShareCollection);
-    ASSERT_OK(qbobj_getSimpleShareCollection(qbdb, db, &light, &err));
+    ASSERT_OK(call(qbobj_getSimpleShareCollection, &light));
     EXPECT_STREQ("", light.SimpleShare->ShareName);
 }
 
@@ -190,54 +191,32 @@ TEST_F(ShareRead, OptionsOfEveryProtocol)
               fields(share.ShareType, share.Zvol->ZfsName, share.Zvol->SizeKB, share.Zvol->IsSparse));
 }
 
-TEST_F(ShareRead, AfpRightsAreTheBitsOfAMode)
+TEST_F(ShareRead, RightsAreTheBitsOfAModeOrWhatAUmaskLeaves)
 {
     add_share("s");
-    struct {
-        const char *modes; // of files, of folders
+    const struct {
+        std::string protocol,
+            stored; // modes of files and folders, or a switch and masks of files and folders
         int autoset;
         const char *rights;
-    } const cases[] = {
-        {"NULL,NULL", 0, "Disabled|Disabled|Disabled|Disabled"},
-        {"436,NULL", 1, "ReadWrite|ReadOnly|Disabled|Disabled"}, // 0664
-        {"NULL,493", 1, "Disabled|Disabled|ReadOnly|ReadOnly"},  // 0755
-        {"0,511", 1, "Disabled|Disabled|ReadWrite|ReadWrite"},   // 0777
+    } cases[] = {{"afp", "1,NULL,NULL", 0, "Disabled|Disabled|Disabled|Disabled"},
+                 {"afp", "1,436,NULL", 1, "ReadWrite|ReadOnly|Disabled|Disabled"}, // 0664
+                 {"afp", "1,NULL,493", 1, "Disabled|Disabled|ReadOnly|ReadOnly"},  // 0755
+                 {"afp", "1,0,511", 1, "Disabled|Disabled|ReadWrite|ReadWrite"},   // 0777
+                 {"ftp", "0,18,63", 0, "NULL|NULL|NULL|NULL"},                     // 022, 077
+                 {"ftp", "NULL,18,63", 0, "NULL|NULL|NULL|NULL"},
+                 {"ftp", "1,18,63", 1, "ReadOnly|ReadOnly|Disabled|Disabled"},
+                 {"ftp", "1,6,56", 1, "ReadWrite|Disabled|Disabled|ReadWrite"}, // 006, 070
+                 // Only the write bit takes writing away.
+                 {"ftp", "1,32,4", 1, "ReadWrite|ReadWrite|ReadWrite|ReadWrite"}}; // 040, 004
+    const auto described = [](const auto *option) {
+        return fields(option->NotAvailable, option->NewFileFolderPermAutoset) + "|" + rights(option);
     };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.modes);
-        set_option("afp_share_option", std::string("1,'writeable',1,") + c.modes);
-        const qbobj_AfpShareOption_t *afp = read("s").Afp;
-        ASSERT_NE(nullptr, afp);
-        EXPECT_EQ(c.rights, rights(afp));
-        EXPECT_EQ(fields(c.autoset, 1, 0),
-                  fields(afp->NewFileFolderPermAutoset, afp->AllowGuestAccess, afp->NotAvailable));
-    }
-}
-
-TEST_F(ShareRead, FtpRightsAreWhatAUmaskLeaves)
-{
-    add_share("s");
-    struct {
-        const char *mask;
-        int create;
-        int directory;
-        int autoset;
-        const char *rights;
-    } const cases[] = {
-        {"0", 022, 077, 0, "NULL|NULL|NULL|NULL"},
-        {"NULL", 022, 077, 0, "NULL|NULL|NULL|NULL"},
-        {"1", 022, 077, 1, "ReadOnly|ReadOnly|Disabled|Disabled"},
-        {"1", 006, 070, 1, "ReadWrite|Disabled|Disabled|ReadWrite"},
-        // Only the write bit takes writing away.
-        {"1", 040, 004, 1, "ReadWrite|ReadWrite|ReadWrite|ReadWrite"},
-    };
-    for (const auto &c : cases) {
-        set_option("ftp_share_option",
-                   "1,'writeable'," + std::string(c.mask) + "," + text(c.create) + "," + text(c.directory));
-        const qbobj_FtpShareOption_t *ftp = read("s").Ftp;
-        ASSERT_NE(nullptr, ftp);
-        EXPECT_EQ(c.autoset, ftp->NewFileFolderPermAutoset);
-        EXPECT_EQ(c.rights, rights(ftp)) << c.mask << " " << c.create << " " << c.directory;
+    for (const auto &[protocol, stored, autoset, words] : cases) {
+        set_option(protocol + "_share_option", "1,'writeable'," + stored);
+        const qbobj_Share_t share = read("s");
+        EXPECT_EQ(fields(0, autoset, words), protocol == "afp" ? described(share.Afp) : described(share.Ftp))
+            << protocol << stored;
     }
 }
 
@@ -245,26 +224,22 @@ TEST_F(ShareRead, FtpRightsAreWhatAUmaskLeaves)
 TEST_F(ShareRead, DefaultAccessByStoredWord)
 {
     const std::string id = std::to_string(add_share("s"));
-    const struct {
-        const char *stored;
-        const char *word;
-        const char *rsync;
-    } cases[] = {{"'writeable'", "ReadWrite", "ReadWrite"},
-                 {"'readonly'", "ReadOnly", "ReadOnly"},
-                 {"'disabled'", "Disabled", "ReadWrite"},
-                 {"'Readonly'", "Disabled", "ReadWrite"},
-                 {"NULL", "Disabled", "ReadWrite"}};
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.stored);
+    const char *const cases[][3] = {{"'writeable'", "ReadWrite", "ReadWrite"},
+                                    {"'readonly'", "ReadOnly", "ReadOnly"},
+                                    {"'disabled'", "Disabled", "ReadWrite"},
+                                    {"'Readonly'", "Disabled", "ReadWrite"},
+                                    {"NULL", "Disabled", "ReadWrite"}};
+    for (const auto &[stored, word, rsync] : cases) {
+        SCOPED_TRACE(stored);
         for (const std::string proto : {"cifs", "afp", "nfs", "ftp", "http", "rsync"})
             sql("INSERT OR REPLACE INTO " + proto + "_share_option (share_id," + proto + "_access) VALUES (" +
-                id + "," + c.stored + ")");
+                id + "," + stored + ")");
         const qbobj_Share_t share = read("s");
         for (const char *access :
              {share.Cifs->DefaultAccess, share.Afp->DefaultAccess, share.Nfs->DefaultAccess,
               share.Ftp->DefaultAccess, share.Http->DefaultAccess})
-            EXPECT_STREQ(c.word, access);
-        EXPECT_STREQ(c.rsync, share.Rsync->DefaultAccess);
+            EXPECT_STREQ(word, access);
+        EXPECT_STREQ(rsync, share.Rsync->DefaultAccess);
         EXPECT_STREQ("Disabled", share.Rsync->PasswordProtection);
     }
 }
@@ -295,35 +270,28 @@ class ShareLists : public Shares
     void SetUp() override
     {
         const std::string id = std::to_string(add_share("s"));
-        add_user(101, "bob");
-        add_user(102, "Ann");
+        add_user(101, "Bob");
+        add_user(102, "ann");
         add_user(500, "domain", 99, "7");
         add_group(201, "staff");
         add_group(600, "domain group", "8");
         sql("INSERT INTO host VALUES (1,'h1'),(2,'h2')");
         for (const std::string proto : {"cifs", "afp", "nfs", "ftp", "http", "rsync"}) {
+            const std::string key = " SELECT " + id + ",column1,'" + proto + "',column2,column3";
             sql("INSERT INTO " + proto + "_share_option (share_id) VALUES (" + id + ")");
-            const auto row = [&](const std::string &table, int account, const std::string &bits) {
-                sql("INSERT INTO " + table + " VALUES (" + id + "," + text(account) + ",'" + proto + "'," +
-                    bits + ")");
-            };
-            row("host_acl", 1, "1,1,1");
-            row("host_acl", 2, "1,0,0");
-            row("user_acl", 101, "1,1");
-            row("user_acl", 102, "1,0");
-            row("user_acl", 500, "0,0");
-            row("group_acl", 201, "0,0");
-            row("group_acl", 600, "1,1");
+            sql("INSERT INTO host_acl" + key + ",column4 FROM (VALUES(1,1,1,1),(2,1,0,0))");
+            sql("INSERT INTO user_acl" + key + " FROM (VALUES(101,1,1),(102,1,0),(500,0,0))");
+            sql("INSERT INTO group_acl" + key + " FROM (VALUES(201,0,0),(600,1,1))");
         }
         // Of another share: must not show up.
         sql("INSERT INTO user_acl VALUES (" + id + "+1,101,'cifs',1,1)");
     }
 
     const std::string all_hosts = "h1=ReadWrite+root h2=ReadOnly";
-    const std::string local_users = "102:Ann=ReadOnly 101:bob=ReadWrite";
+    const std::string local_users = "102:ann=ReadOnly 101:Bob=ReadWrite";
 };
 
-TEST_F(ShareLists, HoldHostsAndLocalAccountsByName)
+TEST_F(ShareLists, HoldHostsAndTheAccountsInUseByName)
 {
     const qbobj_Share_t share = read("s");
     for (const qbobj_HostAcl_t *list : {share.Cifs->HostAcl, share.Afp->HostAcl, share.Nfs->HostAcl,
@@ -335,24 +303,18 @@ TEST_F(ShareLists, HoldHostsAndLocalAccountsByName)
     for (const qbobj_GroupAcl_t *list :
          {share.Cifs->GroupAcl, share.Afp->GroupAcl, share.Ftp->GroupAcl, share.Http->GroupAcl})
         EXPECT_EQ("201:staff=Disabled", groups(list));
-}
 
-TEST_F(ShareLists, HoldDirectoryAccountsInADomain)
-{
-    join_directory();
-    const qbobj_Share_t share = read("s");
-    EXPECT_EQ("500:domain=Disabled", users(share.Cifs->UserAcl));
-    EXPECT_EQ("600:domain group=ReadWrite", groups(share.Http->GroupAcl));
-}
-
-TEST_F(ShareLists, OfAnonymousFtpHoldHostsOnly)
-{
     sql("UPDATE service_ftp SET auth_mode='anonymous'");
-    const qbobj_Share_t share = read("s");
-    EXPECT_EQ(all_hosts, hosts(share.Ftp->HostAcl));
-    EXPECT_EQ(nullptr, share.Ftp->UserAcl);
-    EXPECT_EQ(nullptr, share.Ftp->GroupAcl);
-    EXPECT_EQ(local_users, users(share.Http->UserAcl));
+    const qbobj_Share_t anonymous = read("s");
+    EXPECT_EQ(all_hosts, hosts(anonymous.Ftp->HostAcl));
+    EXPECT_EQ(nullptr, anonymous.Ftp->UserAcl);
+    EXPECT_EQ(nullptr, anonymous.Ftp->GroupAcl);
+    EXPECT_EQ(local_users, users(anonymous.Http->UserAcl));
+
+    join_directory();
+    const qbobj_Share_t domain = read("s");
+    EXPECT_EQ("500:domain=Disabled", users(domain.Cifs->UserAcl));
+    EXPECT_EQ("600:domain group=ReadWrite", groups(domain.Http->GroupAcl));
 }
 
 TEST_F(ShareLists, AreReplacedWhenARecordIsReadAgain)
@@ -364,11 +326,11 @@ TEST_F(ShareLists, AreReplacedWhenARecordIsReadAgain)
         "('c','n','s')");
     qbobj_Share_t share = read("s");
     const std::string first = dump("Share", &share);
-    EXPECT_OK(qbobj_getShare(qbdb, db, &share, &err));
+    EXPECT_OK(call(qbobj_getShare, &share));
     EXPECT_EQ(first, dump("Share", &share));
 
     sql("DELETE FROM cifs_share_option;DELETE FROM user_quota");
-    EXPECT_OK(qbobj_getShare(qbdb, db, &share, &err));
+    EXPECT_OK(call(qbobj_getShare, &share));
     EXPECT_EQ(nullptr, share.Cifs);
     EXPECT_EQ(nullptr, share.UserQuota);
 }
@@ -377,40 +339,27 @@ TEST_F(ShareLists, AreReplacedWhenARecordIsReadAgain)
 TEST_F(ShareLists, TellWhichTableCouldNotBeRead)
 {
     sql("INSERT INTO dlna_share_option (share_id) SELECT id FROM share");
-    const struct {
-        std::string table;
-        std::string read;
-    } cases[] = {
-        {"group_quota", "FROM group_quota'."},
-        {"user_quota", "FROM user_quota'."},
-        {"$application_on_share", "FROM $application_on_share'."},
-        {"zvol_share_option", "FROM zvol_share_option'."},
-        {"http_share_option", "FROM http_share_option'."},
-        {"rsync_user_password_acl", "FROM rsync_user_password_acl'."},
-        {"rsync_share_option", "FROM rsync_share_option'."},
-        {"daap_share_option", "FROM daap_share_option'."},
-        {"dlna_share_option", "FROM dlna_share_option'."},
-        {"ftp_share_option", "FROM ftp_share_option'."},
-        {"nfs_share_option", "FROM nfs_share_option'."},
-        {"afp_share_option", "FROM afp_share_option'."},
-        {"cifs_dfs_option", "FROM cifs_dfs_option'."},
-        {"group_acl", "FROM group,group_acl'."},
-        {"user_acl", "FROM user,user_acl'."},
-        {"host_acl", "FROM host,host_acl'."},
-        {"snapshot_schedule", "FROM snapshot_schedule'."},
-        {"_zfs_stat", "share'."},
-    };
-    for (const auto &[table, what] : cases) {
-        // The reads before it still succeed: the tables go in the opposite order.
+    const auto fails_without = [this](const std::string &table, const std::string &read) {
         sql("DROP TABLE `" + table + "`");
         auto share = cleared(qbobj_clear_Share);
         share.ShareName = "s";
-        EXPECT_FAILS(qbobj_getShare(qbdb, db, &share, &err), QBOBJ_ERROR_DB_MISC,
-                     ("Failed DB Query for 'SELECT " + what + " no such table: " + table).c_str());
+        EXPECT_FAILS(call(qbobj_getShare, &share), db_failed,
+                     ("Failed DB Query for 'SELECT " + read + "'. no such table: " + table).c_str());
         EXPECT_STREQ("qbobj_api2_get_share", err.file);
+    };
+    // The reads before it still succeed: the tables go in the opposite order.
+    std::istringstream tables(
+        "group_quota user_quota $application_on_share zvol_share_option http_share_option "
+        "rsync_user_password_acl rsync_share_option daap_share_option dlna_share_option ftp_share_option "
+        "nfs_share_option afp_share_option cifs_dfs_option group_acl user_acl host_acl snapshot_schedule");
+    for (std::string table; tables >> table;) {
+        const std::size_t acl = table.find("_acl");
+        const bool joins = acl != table.npos && table[0] != 'r';
+        fails_without(table, "FROM " + (joins ? table.substr(0, acl) + "," : "") + table);
     }
+    fails_without("_zfs_stat", "share");
     auto collection = cleared(qbobj_clear_ShareCollection);
-    EXPECT_FAILS(qbobj_getShareCollection(qbdb, db, &collection, &err), QBOBJ_ERROR_DB_MISC,
+    EXPECT_FAILS(call(qbobj_getShareCollection, &collection), db_failed,
                  "Failed DB Query for 'SELECT FROM share'. no such table: _zfs_stat");
 }
 
@@ -420,29 +369,24 @@ TEST_F(ShareRead, IsFoundByTheFirstKeyThatLeadsToOne)
 {
     add_share("one");
     add_share("two");
-    const struct {
-        const char *resource_id;
-        const char *share_id;
-        const char *name;
-        const char *found;
-    } cases[] = {
-        {"data/one", "data/two", "two", "one"}, {"nothing", "data/two", "one", "two"},
-        {nullptr, nullptr, "TWO", "two"},       {"one", "two", "one", "one"},
-        {nullptr, "data/one", nullptr, "one"},
-    };
-    for (const auto &c : cases) {
+    const char *const cases[][4] = {{"data/one", "data/two", "two", "one"},
+                                    {"nothing", "data/two", "one", "two"},
+                                    {nullptr, nullptr, "TWO", "two"},
+                                    {"one", "two", "one", "one"},
+                                    {nullptr, "data/one", nullptr, "one"}};
+    for (const auto &[resource_id, share_id, name, found] : cases) {
         auto share = cleared(qbobj_clear_Share);
-        share.resource_id = c.resource_id;
-        share.ShareId = c.share_id;
-        share.ShareName = c.name;
-        EXPECT_OK(qbobj_getShare(qbdb, db, &share, &err));
-        EXPECT_EQ(fields(c.found, ("data/" + std::string(c.found)).c_str()),
+        share.resource_id = resource_id;
+        share.ShareId = share_id;
+        share.ShareName = name;
+        EXPECT_OK(call(qbobj_getShare, &share));
+        EXPECT_EQ(fields(found, ("data/" + std::string(found)).c_str()),
                   fields(share.ShareName, share.resource_id));
     }
     auto share = cleared(qbobj_clear_Share);
     share.ShareId = "data/none";
-    EXPECT_FAILS(qbobj_getShare(qbdb, db, &share, &err), QBOBJ_ERROR_DB_MISC, "Invalid ShareId=data/none.");
-    EXPECT_FAILS(qbobj_getShare(qbdb, db, nullptr, &err), QBOBJ_ERROR_API_ARGS, "share cannot be NULL.");
+    EXPECT_FAILS(call(qbobj_getShare, &share), db_failed, "Invalid ShareId=data/none.");
+    EXPECT_FAILS(call(qbobj_getShare, nullptr), bad_args, "share cannot be NULL.");
 }
 
 TEST_F(ShareRead, CollectionsAreOrderedByNameAndChooseByType)
@@ -452,19 +396,18 @@ TEST_F(ShareRead, CollectionsAreOrderedByNameAndChooseByType)
     add_share("Block", "zvol");
     add_share("copy", "replicate");
     auto collection = cleared(qbobj_clear_ShareCollection);
-    EXPECT_OK(qbobj_getShareCollection(qbdb, db, &collection, &err));
+    EXPECT_OK(call(qbobj_getShareCollection, &collection));
     EXPECT_EQ("Alpha beta gamma", names(collection.Share));
     EXPECT_STREQ("data/Alpha", collection.Share->resource_id);
     EXPECT_NE(nullptr, collection.Share->Stat->User);
 
     collection = cleared(qbobj_clear_ShareCollection);
-    EXPECT_OK(qbobj_getShareAndZvolCollection(qbdb, db, &collection, &err));
+    EXPECT_OK(call(qbobj_getShareAndZvolCollection, &collection));
     EXPECT_EQ("Alpha beta Block gamma", names(collection.Share));
 
-    for (const int rc : {qbobj_getShareCollection(qbdb, db, nullptr, &err),
-                         qbobj_getShareAndZvolCollection(qbdb, db, nullptr, &err),
-                         qbobj_getSimpleShareCollection(qbdb, db, nullptr, &err)})
-        EXPECT_FAILS(rc, QBOBJ_ERROR_API_ARGS, "collection cannot be NULL.");
+    for (const auto list : {qbobj_getShareCollection, qbobj_getShareAndZvolCollection})
+        EXPECT_FAILS(call(list, nullptr), bad_args, "collection cannot be NULL.");
+    EXPECT_FAILS(call(qbobj_getSimpleShareCollection, nullptr), bad_args, "collection cannot be NULL.");
 }
 
 TEST_F(ShareRead, QueriesCombineTheirCriteria)
@@ -472,26 +415,19 @@ TEST_F(ShareRead, QueriesCombineTheirCriteria)
     for (const char *name : {"alpha", "alpine", "beta"})
         add_share(name);
     add_share("block", "zvol");
-    const std::string volume = value("SELECT id FROM _volume WHERE lv_name='data'");
-    const struct {
-        const char *volume;
-        const char *like;
-        const char *share_id;
-        const char *found;
-    } cases[] = {
-        {nullptr, nullptr, nullptr, "alpha alpine beta block"},
-        {volume.c_str(), "al%", nullptr, "alpha alpine"},
-        {"other", "al%", nullptr, ""},
-        {nullptr, "%", "data/beta", "beta"},
-        {nullptr, "b%", "data/alpha", ""},
-        {nullptr, "x' OR 1=1 --", nullptr, ""},
-    };
-    for (const auto &c : cases) {
+    const std::string data = value("SELECT id FROM _volume WHERE lv_name='data'");
+    const char *const cases[][4] = {{nullptr, nullptr, nullptr, "alpha alpine beta block"},
+                                    {data.c_str(), "al%", nullptr, "alpha alpine"},
+                                    {"other", "al%", nullptr, ""},
+                                    {nullptr, "%", "data/beta", "beta"},
+                                    {nullptr, "b%", "data/alpha", ""},
+                                    {nullptr, "x' OR 1=1 --", nullptr, ""}};
+    for (const auto &[volume, like, share_id, found] : cases) {
         qbobj_Share_t *shares = nullptr;
-        EXPECT_OK(qbobj_queryShare(qbdb, db, c.volume, c.like, c.share_id, &shares, &err));
-        EXPECT_EQ(c.found, names(shares));
+        EXPECT_OK(call(qbobj_queryShare, volume, like, share_id, &shares));
+        EXPECT_EQ(found, names(shares));
     }
-    EXPECT_DEATH(qbobj_queryShare(qbdb, db, nullptr, nullptr, nullptr, nullptr, &err),
+    EXPECT_DEATH(call(qbobj_queryShare, nullptr, nullptr, nullptr, nullptr),
                  ": qbobj_queryShare: Assertion `shares' failed");
 }
 
@@ -500,12 +436,12 @@ TEST_F(ShareRead, AQueryRefusesCriteriaThatDoNotFit)
     add_share("s");
     qbobj_Share_t *shares = nullptr;
     const std::string fits(511 - std::strlen("S.name LIKE ''"), '%');
-    EXPECT_OK(qbobj_queryShare(qbdb, db, nullptr, fits.c_str(), nullptr, &shares, &err));
+    EXPECT_OK(call(qbobj_queryShare, nullptr, fits.c_str(), nullptr, &shares));
     EXPECT_EQ("s", names(shares));
-    EXPECT_FAILS(qbobj_queryShare(qbdb, db, nullptr, (fits + "%").c_str(), nullptr, &shares, &err),
-                 QBOBJ_ERROR_API_ARGS, "The value of column 'S.name' is too long for the query.");
-    EXPECT_FAILS(qbobj_queryShare(qbdb, db, nullptr, fits.c_str(), "data/s", &shares, &err),
-                 QBOBJ_ERROR_API_ARGS, "The value of column 'S.zfs_name' is too long for the query.");
+    EXPECT_FAILS(call(qbobj_queryShare, nullptr, (fits + "%").c_str(), nullptr, &shares), bad_args,
+                 "The value of column 'S.name' is too long for the query.");
+    EXPECT_FAILS(call(qbobj_queryShare, nullptr, fits.c_str(), "data/s", &shares), bad_args,
+                 "The value of column 'S.zfs_name' is too long for the query.");
 }
 
 TEST_F(ShareRead, TheLightListNamesTheProtocolsThatOfferAShare)
@@ -521,7 +457,7 @@ TEST_F(ShareRead, TheLightListNamesTheProtocolsThatOfferAShare)
         "(SELECT id FROM share WHERE name='Some');"
         "INSERT INTO `$application_on_share` VALUES ('data/none','app','x')");
     auto collection = cleared(qbobj_clear_SimpleShareCollection);
-    EXPECT_OK(qbobj_getSimpleShareCollection(qbdb, db, &collection, &err));
+    EXPECT_OK(call(qbobj_getSimpleShareCollection, &collection));
     EXPECT_EQ("data/all|all|cifs,afp,ftp,nfs| data/none|none||app data/Some|Some|afp,nfs|",
               joined(collection.SimpleShare, [](const qbobj_SimpleShare_t &share) {
                   EXPECT_STREQ(share.ShareId, share.resource_id);
@@ -534,25 +470,25 @@ TEST_F(ShareRead, TheScheduleAloneCanBeRead)
 {
     add_share("s");
     qbobj_Schedule_t *schedule = nullptr;
-    EXPECT_OK(qbobj_getShareSnapshotSchedule(qbdb, db, "s", &schedule, &err));
+    EXPECT_OK(call(qbobj_getShareSnapshotSchedule, "s", &schedule));
     EXPECT_EQ(nullptr, schedule);
     sql("INSERT INTO snapshot_schedule (share_id,hour) SELECT id,'3' FROM share");
-    EXPECT_OK(qbobj_getShareSnapshotSchedule(qbdb, db, "s", &schedule, &err));
+    EXPECT_OK(call(qbobj_getShareSnapshotSchedule, "s", &schedule));
     ASSERT_NE(nullptr, schedule);
     EXPECT_STREQ("3", schedule->Hour);
-    EXPECT_FAILS(qbobj_getShareSnapshotSchedule(qbdb, db, "none", &schedule, &err), QBOBJ_ERROR_DB_NOTEXISTS,
+    EXPECT_FAILS(call(qbobj_getShareSnapshotSchedule, "none", &schedule), QBOBJ_ERROR_DB_NOTEXISTS,
                  "Share name (none) may be invalid.");
-    EXPECT_FAILS(qbobj_getShareSnapshotSchedule(qbdb, db, "s", nullptr, &err), QBOBJ_ERROR_API_ARGS,
+    EXPECT_FAILS(call(qbobj_getShareSnapshotSchedule, "s", nullptr), bad_args,
                  "snapshot_schedule cannot be NULL.");
 }
 
 TEST_F(ShareRead, TheRowIdIsFoundByName)
 {
     const int id = add_share("s");
-    EXPECT_EQ(id, qbobj_getShareId(qbdb, db, "s", &err));
-    EXPECT_EQ(-1, qbobj_getShareId(qbdb, db, "none", &err));
-    EXPECT_EQ(-2, qbobj_getShareId(qbdb, db, "a/b", &err));
-    EXPECT_EQ(-2, qbobj_getShareId(qbdb, db, nullptr, &err));
+    EXPECT_EQ(id, call(qbobj_getShareId, "s"));
+    EXPECT_EQ(-1, call(qbobj_getShareId, "none"));
+    EXPECT_EQ(-2, call(qbobj_getShareId, "a/b"));
+    EXPECT_EQ(-2, call(qbobj_getShareId, nullptr));
     EXPECT_EQ(QBOBJ_ERROR_OK, err.ec);
     EXPECT_NE(std::string::npos, log().find("Share name 'a/b' is invalid."));
 }

@@ -8,6 +8,8 @@
 namespace qbobj_test
 {
 
+constexpr auto name_taken = QBOBJ_ERROR_UI__SHARENAME_ALREADY_EXISTS;
+
 class Shares : public Database
 {
   protected:
@@ -37,7 +39,7 @@ class Shares : public Database
     {
         auto share = cleared(qbobj_clear_Share);
         share.ShareName = name;
-        EXPECT_OK(qbobj_getShare(qbdb, db, &share, &err));
+        EXPECT_OK(call(qbobj_getShare, &share));
         return share;
     }
 };

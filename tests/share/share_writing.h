@@ -4,6 +4,8 @@
 #include "share_rows.h"
 #include "json/record_json.h"
 
+#include <sstream>
+
 namespace qbobj_test
 {
 
@@ -16,6 +18,19 @@ struct Given {
     Given(const char *text) : json(Json::parse(text)) {}
     Json json;
 };
+
+// Columns that both a creation and a change write.
+inline constexpr const char *attributes =
+    "SELECT mb_quota,mb_reservation,mb_refquota,mb_refreservation,compression,"
+    "bit_rot_protection,dedup,logbias,sync FROM zfs_attr";
+inline constexpr const char *cifs =
+    "SELECT cifs_access,cifs_guest_access,cifs_hide_share,cifs_group_create_mask,cifs_everyone_create_mask,"
+    "cifs_enable_masks,cifs_group_directory_mask,cifs_everyone_directory_mask,cifs_enable_forced_minimum,"
+    "cifs_recycle,cifs_recycle_mb_limit,cifs_recycle_age_limit,oplocks,available,cifs_enabledfs "
+    "FROM cifs_share_option";
+inline constexpr const char *schedule =
+    "SELECT enabled,minute,hour,day_of_month,day_of_week,month,last_taken,purge_manual_snapshot,"
+    "last_daily_taken,last_weekly_taken FROM snapshot_schedule";
 
 // Every protocol, each with one entry in each of its lists, and a marker; `changed` stands in for parts of it.
 inline Json everything(const Given &changed = "{}")
@@ -35,46 +50,32 @@ inline Json everything(const Given &changed = "{}")
     return share;
 }
 
-// A word of a record that is checked: "Stat->UserAccess", its field with "x" as JSON.
-struct CheckedWord {
-    std::string created; // its name when a share is created; empty: it has a message of its own
-    std::string modified;
-    const char *given;
-};
-
-const CheckedWord checked_words[] = {
-    {"Stat->UserAccess", "Stat->UserAccess", R"({"Stat":{"UserAccess":"x"}})"},
-    {"Stat->GroupAccess", "Stat->GroupAccess", R"({"Stat":{"GroupAccess":"x"}})"},
-    {"Stat->EveryoneAccess", "Stat->EveryoneAccess", R"({"Stat":{"EveryoneAccess":"x"}})"},
-    {"", "Cifs->DefaultAccess", R"({"Cifs":{"DefaultAccess":"x"}})"},
-    {"Cifs->FileCreateGroupRights", "Cifs->FileCreateGroupRights",
-     R"({"Cifs":{"FileCreateGroupRights":"x"}})"},
-    {"Cifs->FileCreateEveryoneRights", "Cifs->FileCreateEveryoneRights",
-     R"({"Cifs":{"FileCreateEveryoneRights":"x"}})"},
-    {"Cifs->FolderCreateGroupRights", "Cifs->FolderCreateGroupRights",
-     R"({"Cifs":{"FolderCreateGroupRights":"x"}})"},
-    {"Cifs->FolderCreateEveryoneRights", "Cifs->FolderCreateEveryoneRights",
-     R"({"Cifs":{"FolderCreateEveryoneRights":"x"}})"},
-    {"Afp->DfefaultAccess", "Afp->DefaultAccess", R"({"Afp":{"DefaultAccess":"x"}})"},
-    {"Afp->FileCreateGroupRights", "Afp->FileCreateEveryoneRights",
-     R"({"Afp":{"NewFileFolderPermAutoset":1,"FileCreateEveryoneRights":"x"}})"},
-    {"Nfs->DfefaultAccess", "Nfs->DefaultAccess", R"({"Nfs":{"DefaultAccess":"x"}})"},
-    {"Ftp->DfefaultAccess", "Ftp->DefaultAccess", R"({"Ftp":{"DefaultAccess":"x"}})"},
-    {"Ftp->FolderCreateGroupRights", "Ftp->FolderCreateEveryoneRights",
-     R"({"Ftp":{"FolderCreateEveryoneRights":"x"}})"},
-    {"Http->DfefaultAccess", "Http->DefaultAccess", R"({"Http":{"DefaultAccess":"x"}})"},
-    {"Dlna->DefaultAccess", "Dlna->DefaultAccess", R"({"Dlna":{"DefaultAccess":"x"}})"},
-    {"Dlna->MediaType", "Dlna->MediaType", R"({"Dlna":{"MediaType":"x"}})"},
-    {"Rsync->DefaultAccess", "Rsync->DefaultAccess", R"({"Rsync":{"DefaultAccess":"x"}})"},
-    {"Rsync->PasswordProtection", "Rsync->PasswordProtection", R"({"Rsync":{"PasswordProtection":"x"}})"},
-};
-
 // A record that a write must refuse, and how.
 struct Refusal {
-    const char *given;
-    const char *message;
-    qbobj_error_t code = QBOBJ_ERROR_API_ARGS;
+    std::string given, message;
+    qbobj_error_t code = bad_args;
 };
+
+// The refusals of every word that is checked, "x" in its place; a few are called otherwise on creation.
+inline std::vector<Refusal> refused_words(bool on_creation)
+{
+    std::istringstream words(
+        "Stat UserAccess = Stat GroupAccess = Stat EveryoneAccess = Cifs FileCreateGroupRights = "
+        "Cifs FileCreateEveryoneRights = Cifs FolderCreateGroupRights = Cifs FolderCreateEveryoneRights = "
+        "Afp DefaultAccess DfefaultAccess Afp FileCreateEveryoneRights FileCreateGroupRights "
+        "Nfs DefaultAccess DfefaultAccess Ftp DefaultAccess DfefaultAccess "
+        "Ftp FolderCreateEveryoneRights FolderCreateGroupRights Http DefaultAccess DfefaultAccess "
+        "Dlna DefaultAccess = Dlna MediaType = Rsync DefaultAccess = Rsync PasswordProtection =");
+    std::vector<Refusal> refusals;
+    for (std::string record, word, created; words >> record >> word >> created;) {
+        Json given = {{record, {{word, "x"}}}};
+        if (record == "Afp") // whose rights are only looked at when they are set
+            given[record]["NewFileFolderPermAutoset"] = 1;
+        const std::string name = on_creation && created != "=" ? created : word;
+        refusals.push_back({given.dump(), "Invalid " + record + "->" + name + " (x)."});
+    }
+    return refusals;
+}
 
 class ShareWriting : public Shares
 {
@@ -86,7 +87,7 @@ class ShareWriting : public Shares
         json.update(given.json);
         return add_chain(json);
     }
-    int add_chain(const Json &json) { return qbobj_addShare(qbdb, db, record_of(json), &err); }
+    int add_chain(const Json &json) { return call(qbobj_addShare, record_of(json)); }
 
     // Changes the share "data/Docs", or what the record names.
     int modify(const Given &given, int modify_one = 0)
@@ -94,9 +95,9 @@ class ShareWriting : public Shares
         Json json = given.json;
         if (!json.is_array() && !json.contains("resource_id"))
             json["resource_id"] = "data/Docs";
-        return qbobj_modifyShare(qbdb, db, record_of(json), modify_one, &err);
+        return call(qbobj_modifyShare, record_of(json), modify_one);
     }
-    int remove(const Json &json) { return qbobj_deleteShare(qbdb, db, record_of(json), &err); }
+    int remove(const Json &json) { return call(qbobj_deleteShare, record_of(json)); }
 
     qbobj_Share_t *record_of(const Json &json)
     {

@@ -17,6 +17,9 @@ void PrintTo(const qbobj_error_rec_t &err, std::ostream *out);
 namespace qbobj_test
 {
 
+constexpr auto bad_args = QBOBJ_ERROR_API_ARGS;
+constexpr auto db_failed = QBOBJ_ERROR_DB_MISC;
+
 // A fresh appliance: the volumes "data" and "backup" (10 GB free each), root below a temporary folder, an
 // open handle.
 class Appliance
@@ -43,6 +46,13 @@ class Appliance
     std::string journal() const;
     // Switches the appliance to a directory domain.
     void join_directory() const { sql("UPDATE service_cifs SET security='ads'"); }
+
+    // Calls an operation with what it takes between the connection and the error record.
+    template <class Operation, class... Value>
+    int call(Operation operation, Value... values)
+    {
+        return operation(qbdb, db, values..., &err);
+    }
 
     std::filesystem::path file() const { return folder_.path() / "appliance.db"; }
     std::filesystem::path root() const { return folder_.path() / "root"; }

@@ -2,8 +2,8 @@
 #include "database.h"
 #include "validate/validate.h"
 
-namespace qbobj
-{
+using namespace qbobj;
+
 namespace
 {
 
@@ -26,12 +26,8 @@ class ValidateDb : public qbobj_test::Database
 
 TEST_F(ValidateDb, AccountNames)
 {
-    const struct {
-        bool group;
-        const char *name;
-        int local; // id, or untouched when the name is not found
-        int directory;
-    } cases[] = {
+    // The ids of a user or group, untouched when the name is not found.
+    const std::tuple<bool, const char *, int, int> cases[] = {
         {false, "bob", 100, -21},
         {false, "BOB", 100, untouched},
         {false, "Ada", untouched, -20},
@@ -44,20 +40,18 @@ TEST_F(ValidateDb, AccountNames)
         {true, "Crew", untouched, -7},
         {true, "crew", untouched, untouched},
         {true, "admin", 95, 95},
-        {true, nullptr, untouched, untouched},
-    };
+        {true, nullptr, untouched, untouched}};
     for (const bool directory : {false, true}) {
         if (directory)
             join_directory();
         Call anew({qbdb, &err}, db); // a call asks for the mode once
-        for (const auto &expected : cases) {
-            SCOPED_TRACE(testing::Message() << (expected.name ? expected.name : "(null)") << directory);
-            const auto validate = expected.group ? qbobj_validate_db_groupname : qbobj_validate_db_username;
-            const int id = directory ? expected.directory : expected.local;
+        for (const auto &[group, name, local, domain] : cases) {
+            SCOPED_TRACE(testing::Message() << (name ? name : "(null)") << directory);
+            const auto validate = group ? qbobj_validate_db_groupname : qbobj_validate_db_username;
+            const int id = directory ? domain : local;
             for (const bool as_default : {false, true}) {
                 int found = untouched;
-                EXPECT_EQ(id == untouched ? 1 : 0,
-                          validate(anew, as_default ? nullptr : expected.name, expected.name, &found));
+                EXPECT_EQ(id == untouched ? 1 : 0, validate(anew, as_default ? nullptr : name, name, &found));
                 EXPECT_EQ(id, found);
             }
         }
@@ -92,37 +86,32 @@ TEST_F(ValidateDb, NamesOfOtherRows)
     const Validator path = [](Call &one, const char *name, const char *, int *id) {
         return qbobj_validate_db_path_in_share(one, name, id);
     };
-    const struct {
-        Validator validate;
-        const char *name;
-        int id; // 0: not found
-    } cases[] = {
-        {qbobj_validate_db_sharename, "Photos", 5},
-        {qbobj_validate_db_sharename, "films", 0},
-        {qbobj_validate_db_sharename, nullptr, 0},
-        {qbobj_validate_db_zfsname, "data/music", 6},
-        {qbobj_validate_db_zfsname, "music", 0},
-        {path, "/data/photos", 5},
-        {path, "/data/photos/2024/a.jpg", 5},
-        {path, "/DATA/Music/x", 6},
-        {path, "/data/photos2", 0},
-        {path, "/data", 0},
-        {path, nullptr, 0},
-        {job, "nightly", 3},
-        {job, "weekly", 0},
-        {job, nullptr, 0},
-        {qbobj_validate_db_lunname, "lun", 11},
-        {qbobj_validate_db_lunname, "target", 0},
-        {qbobj_validate_db_lungroupname, "target", 12},
-        {qbobj_validate_db_lungroupname, "iqn", 0},
-        {qbobj_validate_db_initiatorname, "iqn", 13},
-        {qbobj_validate_db_initiatorname, "lun", 0},
-    };
-    for (const auto &expected : cases) {
-        SCOPED_TRACE(expected.name ? expected.name : "(null)");
+    // The id of a row, 0 when it is not found.
+    const std::tuple<Validator, const char *, int> cases[] = {{qbobj_validate_db_sharename, "Photos", 5},
+                                                              {qbobj_validate_db_sharename, "films", 0},
+                                                              {qbobj_validate_db_sharename, nullptr, 0},
+                                                              {qbobj_validate_db_zfsname, "data/music", 6},
+                                                              {qbobj_validate_db_zfsname, "music", 0},
+                                                              {path, "/data/photos", 5},
+                                                              {path, "/data/photos/2024/a.jpg", 5},
+                                                              {path, "/DATA/Music/x", 6},
+                                                              {path, "/data/photos2", 0},
+                                                              {path, "/data", 0},
+                                                              {path, nullptr, 0},
+                                                              {job, "nightly", 3},
+                                                              {job, "weekly", 0},
+                                                              {job, nullptr, 0},
+                                                              {qbobj_validate_db_lunname, "lun", 11},
+                                                              {qbobj_validate_db_lunname, "target", 0},
+                                                              {qbobj_validate_db_lungroupname, "target", 12},
+                                                              {qbobj_validate_db_lungroupname, "iqn", 0},
+                                                              {qbobj_validate_db_initiatorname, "iqn", 13},
+                                                              {qbobj_validate_db_initiatorname, "lun", 0}};
+    for (const auto &[validate, name, expected] : cases) {
+        SCOPED_TRACE(name ? name : "(null)");
         int id = 0;
-        EXPECT_EQ(expected.id == 0 ? 1 : 0, expected.validate(call, expected.name, nullptr, &id));
-        EXPECT_EQ(expected.id, id);
+        EXPECT_EQ(expected == 0 ? 1 : 0, validate(call, name, nullptr, &id));
+        EXPECT_EQ(expected, id);
     }
     // A default is only used without a name.
     int id = 0;
@@ -189,4 +178,3 @@ TEST_F(ValidateDb, ListsOfNames)
 }
 
 } // namespace
-} // namespace qbobj

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-namespace qbobj
-{
+using namespace qbobj;
+
 namespace
 {
 
@@ -18,10 +18,7 @@ std::string run(std::size_t length)
 
 TEST(Email, EveryRuleHasItsCode)
 {
-    const struct {
-        int code;
-        std::vector<std::string> addresses;
-    } cases[] = {
+    const std::pair<int, std::vector<std::string>> cases[] = {
         {0,
          {"a@b", "first.last+tag@mail.example.com", "!#$%&'*+-/=?^_`{|}~@b", run(64) + "@" + run(254),
           run(63) + "@" + run(255), "a@" + run(255)}},
@@ -49,8 +46,7 @@ TEST(Email, EveryRuleHasItsCode)
         // domain name, whose first character is free
         {0, {"a@b.", "a@b..c", "a@_b"}},
         {25, {"a@b c", "a@b_c", "a@b@c", "a@b\xC3", "a@-b_"}},
-        {26, {"a@-b", "a@.b", "a@b-", "a@-", "a@", "\"a\"@"}},
-    };
+        {26, {"a@-b", "a@.b", "a@b-", "a@-", "a@", "\"a\"@"}}};
     const char *const before = "before";
     const char *email = before;
     for (const auto &[code, addresses] : cases)
@@ -66,4 +62,3 @@ TEST(Email, EveryRuleHasItsCode)
 }
 
 } // namespace
-} // namespace qbobj

@@ -3,10 +3,11 @@
 #include "validate/validate.h"
 
 #include <cctype>
+#include <sstream>
 #include <string>
 
-namespace qbobj
-{
+using namespace qbobj;
+
 namespace
 {
 
@@ -18,17 +19,16 @@ int sharename(const char *str)
     return qbobj_validate_sharename(str, nullptr);
 }
 
-int username(const char *str)
+// The code alone of a validator that also yields the name.
+Validator code_of(int (*validate)(const char *, const char **))
 {
-    const char *accepted = nullptr;
-    return qbobj_validate_username(str, &accepted);
+    return [validate](const char *str) {
+        const char *accepted = nullptr;
+        return validate(str, &accepted);
+    };
 }
-
-int groupname(const char *str)
-{
-    const char *accepted = nullptr;
-    return qbobj_validate_groupname(str, &accepted);
-}
+const Validator username = code_of(qbobj_validate_username);
+const Validator groupname = code_of(qbobj_validate_groupname);
 
 int simplename(const char *str)
 {
@@ -51,10 +51,8 @@ std::string bytes_from(int first)
 struct Alphabet {
     const char *what;
     Validator validate;
-    std::string first;
-    std::string later;
-    int bad_first;
-    int bad_later;
+    std::string first, later;
+    int bad_first, bad_later;
     std::size_t longest;
 };
 
@@ -87,11 +85,14 @@ TEST(Names, EveryByteIsAcceptedOrRefusedInItsPlace)
     }
 }
 
-TEST(Names, LengthsAreCountedInBytesUpToTheLimit)
+TEST(Names, LengthsAreCountedInBytesAndReportedAfterAWrongByteExceptInIdentifiers)
 {
     for (const Alphabet &a : alphabets) {
-        EXPECT_EQ(0, a.validate(std::string(a.longest, 'q').c_str())) << a.what;
-        EXPECT_EQ(3, a.validate(std::string(a.longest + 1, 'q').c_str())) << a.what;
+        const std::string longest(a.longest, 'q');
+        EXPECT_EQ(0, a.validate(longest.c_str())) << a.what;
+        EXPECT_EQ(3, a.validate((longest + "q").c_str())) << a.what;
+        const int code = a.what == std::string("identifier") ? 3 : a.bad_later;
+        EXPECT_EQ(code, a.validate((longest + "q?").c_str())) << a.what;
     }
     std::string umlauts;
     for (int i = 0; i < 15; ++i)
@@ -100,30 +101,18 @@ TEST(Names, LengthsAreCountedInBytesUpToTheLimit)
     EXPECT_EQ(3, sharename((umlauts + "\xC3\xA4").c_str()));
 }
 
-TEST(Names, AWrongByteIsReportedBeforeTheLengthExceptInIdentifiers)
-{
-    for (const Alphabet &a : alphabets) {
-        const int code = a.what == std::string("identifier") ? 3 : a.bad_later;
-        EXPECT_EQ(code, a.validate((std::string(a.longest + 1, 'q') + "?").c_str())) << a.what;
-    }
-}
-
 TEST(Names, NoName)
 {
-    const struct {
-        int null, empty;
-        std::vector<Validator> validators;
-    } cases[] = {
+    const std::tuple<int, int, std::vector<Validator>> cases[] = {
         {-1, -1, {sharename, qbobj_validate_snapshotname, qbobj_validate_protected_sharename}},
         {1, 1, {username, groupname, simplename}},
         {-1, 1, {qbobj_validate_workgroup, qbobj_validate_community}},
         {-11, -11, {qbobj_validate_hostname, qbobj_validate_myhostname}},
         {1, 0, {qbobj_validate_netif_name}},
-        {2, 1, {qbobj_validate_protocol_name}},
-    };
-    for (const auto &c : cases)
-        for (const Validator &validate : c.validators)
-            expect_codes(validate, {{c.null, {nullptr}}, {c.empty, {""}}});
+        {2, 1, {qbobj_validate_protocol_name}}};
+    for (const auto &[null, empty, validators] : cases)
+        for (const Validator &validate : validators)
+            expect_codes(validate, {{null, {nullptr}}, {empty, {""}}});
 }
 
 // The word, with a capital, and in capitals.
@@ -137,18 +126,12 @@ std::vector<std::string> spellings(const std::string &word)
 
 TEST(ReservedNames, AreRefusedInEverySpelling)
 {
-    for (const std::string word : {"home",         "theme",    "password_recovery",
-                                   "my_password",  "html",     "aquota.user",
-                                   "css",          "extjs",    "legacy",
-                                   "raphael",      "recovery", "xml",
-                                   "utest",        "cgi-bin",  "np",
-                                   "panelview",    "fsbroker", "recover",
-                                   "mypasswd",     "stimg",    "fonts",
-                                   "aquota.group", "shares",   "homes",
-                                   "printers",     "everyone", "anyone",
-                                   "pool",         "zpool",    "zfs",
-                                   "usb",          "global",   "diag",
-                                   "purge",        "core"}) {
+    std::istringstream words("home theme password_recovery my_password html aquota.user css extjs legacy "
+                             "raphael recovery xml utest "
+                             "cgi-bin np panelview fsbroker recover mypasswd stimg fonts aquota.group shares "
+                             "homes printers everyone "
+                             "anyone pool zpool zfs usb global diag purge core");
+    for (std::string word; words >> word;) {
         for (const std::string &spelling : spellings(word)) {
             EXPECT_EQ(5, sharename(spelling.c_str())) << spelling;
             EXPECT_EQ(5, username(spelling.c_str())) << spelling;
@@ -170,10 +153,7 @@ TEST(ReservedNames, FamiliesAreRefusedByTheirBeginning)
         EXPECT_EQ(0, sharename(("x" + prefix).c_str())) << prefix;
     }
     expect_codes(sharename, {{0, {"c-data", "job-1", "usb-1"}}, {4, {"c_", "USB_port_3", "Usb_"}}});
-}
-
-TEST(ReservedNames, ComeAfterBytesAndLength)
-{
+    // Bytes and length come before.
     expect_codes(
         sharename,
         {{2, {"c_?"}}, {4, {"job_567890123456789012345678901"}}, {3, {"job_5678901234567890123456789012"}}});
@@ -183,24 +163,18 @@ TEST(Names, TheAcceptedNameIsTheCallersOwnText)
 {
     const char *const before = "before";
     enum Left { name, nothing, as_it_was }; // in the result
-    const struct {
-        int (*validate)(const char *, const char **);
-        const char *given;
-        int code;
-        Left left;
-    } cases[] = {
+    const std::tuple<decltype(&qbobj_validate_sharename), const char *, int, Left> cases[] = {
         {qbobj_validate_sharename, "$backup", 0, name}, {qbobj_validate_sharename, "", -1, nothing},
         {qbobj_validate_sharename, "_x", 1, nothing},   {qbobj_validate_sharename, "x?", 2, nothing},
         {qbobj_validate_sharename, "home", 5, nothing}, {qbobj_validate_sharename, "c_x", 4, nothing},
         {qbobj_validate_username, "&user", 0, name},    {qbobj_validate_username, "x?", 2, as_it_was},
         {qbobj_validate_username, "", 1, nothing},      {qbobj_validate_username, "home", 5, as_it_was},
         {qbobj_validate_groupname, "&user", 0, name},   {qbobj_validate_groupname, "x?", 2, as_it_was},
-        {qbobj_validate_groupname, "", 1, nothing},
-    };
-    for (const auto &c : cases) {
+        {qbobj_validate_groupname, "", 1, nothing}};
+    for (const auto &[validate, given, code, left] : cases) {
         const char *result = before;
-        EXPECT_EQ(c.code, c.validate(c.given, &result)) << c.given;
-        EXPECT_EQ(c.left == name ? c.given : c.left == nothing ? nullptr : before, result) << c.given;
+        EXPECT_EQ(code, validate(given, &result)) << given;
+        EXPECT_EQ(left == name ? given : left == nothing ? nullptr : before, result) << given;
     }
 }
 
@@ -228,22 +202,16 @@ TEST(Names, ThatAreProtectedOrOfHosts)
 
 TEST(ShareTypes, YieldTheStoredSpelling)
 {
-    struct {
-        const char *given;
-        int code;
-        const char *stored;
-    } const cases[] = {
+    const std::tuple<const char *, int, const char *> cases[] = {
         {nullptr, 0, "share"},  {"", 0, "share"},      {"Share", 0, "share"},
         {"ZVOL", 0, "zvol"},    {"zvol", 0, "zvol"},   {"rePlicate", 0, "replicate"},
-        {"volume", 1, nullptr}, {"zvol2", 1, nullptr}, {"zvo", 1, nullptr},
-    };
-    for (const auto &c : cases) {
+        {"volume", 1, nullptr}, {"zvol2", 1, nullptr}, {"zvo", 1, nullptr}};
+    for (const auto &[given, code, expected] : cases) {
         const char *stored = "before";
-        EXPECT_EQ(c.code, qbobj_validate_sharetype(c.given, &stored));
-        EXPECT_STREQ(c.stored, stored);
+        EXPECT_EQ(code, qbobj_validate_sharetype(given, &stored));
+        EXPECT_STREQ(expected, stored);
     }
     EXPECT_DEATH(qbobj_validate_sharetype("share", nullptr), "sharetype");
 }
 
 } // namespace
-} // namespace qbobj

@@ -8,8 +8,8 @@
 #include <set>
 #include <string>
 
-namespace qbobj
-{
+using namespace qbobj;
+
 namespace
 {
 
@@ -44,4 +44,3 @@ TEST(Password, TheHashVerifiesAndItsSaltIsNeverTheSame)
 }
 
 } // namespace
-} // namespace qbobj

@@ -7,8 +7,8 @@
 #include <functional>
 #include <vector>
 
-namespace qbobj
-{
+using namespace qbobj;
+
 namespace
 {
 
@@ -58,19 +58,16 @@ auto with_default(Validate validate, const char *fallback)
 
 TEST(AccessWords, AreStoredInLowerCase)
 {
-    expect_words(with_default(qbobj_validate_access, "ReadWrite"), {{"readonly", {"ReadOnly"}},
-                                                                    {"writeable", {"ReadWrite", nullptr}},
-                                                                    {"disabled", {"Disabled"}},
-                                                                    {nullptr, no_access}});
-    expect_words(with_default(qbobj_validate_access2, "ReadOnly"), {{"readonly", {"ReadOnly", nullptr}},
-                                                                    {"disabled", {"Disabled"}},
-                                                                    {nullptr, {"ReadWrite"}},
-                                                                    {nullptr, no_access}});
+    const auto access = with_default(qbobj_validate_access, "ReadWrite");
+    expect_words(access, {{"readonly", {"ReadOnly"}}, {"writeable", {"ReadWrite", nullptr}}});
+    expect_words(access, {{"disabled", {"Disabled"}}, {nullptr, no_access}});
+    const auto media = with_default(qbobj_validate_access2, "ReadOnly");
+    expect_words(media, {{"readonly", {"ReadOnly", nullptr}}, {"disabled", {"Disabled"}}});
+    expect_words(media, {{nullptr, {"ReadWrite"}}, {nullptr, no_access}});
     expect_words(with_default(qbobj_validate_access2, "ReadWrite"), {{nullptr, {nullptr}}});
-    expect_words(with_default(qbobj_validate_enable_disable, "Disabled"),
-                 {{"enabled", {"Enabled"}},
-                  {"disabled", {"Disabled", nullptr}},
-                  {nullptr, {"enabled", "ReadOnly", "", "1"}}});
+    const auto enabling = with_default(qbobj_validate_enable_disable, "Disabled");
+    expect_words(enabling, {{"enabled", {"Enabled"}}, {"disabled", {"Disabled", nullptr}}});
+    expect_words(enabling, {{nullptr, {"enabled", "ReadOnly", "", "1"}}});
 }
 
 TEST(AccessWords, MeanTheSameToEveryoneWhoStoresThem)
@@ -185,22 +182,17 @@ TEST(MediaTypes, AreABitSet)
 
 TEST(LogWords, SeveritiesAreKnownByTheirBeginningAndCategoriesAreWholeWords)
 {
-    expect_words(qbobj_validate_log_severity, {{"info", {nullptr, "Informational"}},
-                                               {"warning", {"WARN", "warning", "warnings"}},
-                                               {"err", {"error"}},
-                                               {"emerge", {"emerg", "emergency"}},
-                                               {"crit", {"critical"}},
-                                               {"alert", {"ALERT"}},
-                                               {"debug", {"debug2"}},
-                                               {"notice", {"Notice"}},
-                                               {nullptr, {"notices", "noti", "deb", "war", "", "xinfo"}}});
-    expect_words(qbobj_validate_log_category, {{"misc", {nullptr, "misc"}},
-                                               {"system", {"System"}},
-                                               {"volume", {"VOLUME"}},
-                                               {nullptr, {"shares", "", "app"}}});
+    const auto severity = qbobj_validate_log_severity;
+    expect_words(severity,
+                 {{"info", {nullptr, "Informational"}}, {"warning", {"WARN", "warning", "warnings"}}});
+    expect_words(severity, {{"err", {"error"}}, {"emerge", {"emerg", "emergency"}}, {"crit", {"critical"}}});
+    expect_words(severity, {{"alert", {"ALERT"}}, {"debug", {"debug2"}}, {"notice", {"Notice"}}});
+    expect_words(severity, {{nullptr, {"notices", "noti", "deb", "war", "", "xinfo"}}});
+    const auto category_of = qbobj_validate_log_category;
+    expect_words(category_of, {{"misc", {nullptr, "misc"}}, {"system", {"System"}}, {"volume", {"VOLUME"}}});
+    expect_words(category_of, {{nullptr, {"shares", "", "app"}}});
     for (const char *category : {"disk", "share", "account", "backup", "apps", "snapshot"})
         expect_words(qbobj_validate_log_category, {{category, {category}}});
 }
 
 } // namespace
-} // namespace qbobj
