@@ -15,7 +15,7 @@ namespace qbdb
 {
 
 // What the text at a place of a statement belongs to.
-class Place
+class SqlPlace
 {
   public:
     bool outside() const { return closing_ == 0; }
@@ -186,7 +186,7 @@ std::size_t read_literal(std::string_view text, Literal &literal)
 void append_taking_literals(std::string &out, std::string_view text, std::size_t conversion,
                             std::vector<Literal> &literals)
 {
-    Place place;
+    SqlPlace place;
     for (std::size_t i = 0; i < text.size(); i++) {
         place.advance(text[i], i + 1 < text.size() ? text[i + 1] : '\0');
         out += text[i];
@@ -235,7 +235,7 @@ int bind_argument(sqlite3_stmt *statement, int index, const Conversion &conversi
 
 bool StatementFormat::compile(std::string_view format)
 {
-    Place place;
+    SqlPlace place;
     for (std::size_t i = 0; i < format.size(); i++) {
         if (format[i] != '%') {
             place.advance(format[i], i + 1 < format.size() ? format[i + 1] : '\0');
@@ -252,7 +252,7 @@ bool StatementFormat::compile(std::string_view format)
 }
 
 // Reads the conversion at format[i] and leaves i on its last character.
-bool StatementFormat::add_conversion(std::string_view format, std::size_t &i, const Place &place)
+bool StatementFormat::add_conversion(std::string_view format, std::size_t &i, const SqlPlace &place)
 {
     const std::size_t begin = i++;
     const auto skip = [&](std::string_view set) {

@@ -53,7 +53,7 @@ struct Literal {
     std::string text;
 };
 
-class Place;
+class SqlPlace;
 
 class StatementFormat
 {
@@ -75,7 +75,7 @@ class StatementFormat
     int bind(sqlite3_stmt *statement, Arguments &arguments, const std::vector<Literal> &literals) const;
 
   private:
-    bool add_conversion(std::string_view format, std::size_t &i, const Place &place);
+    bool add_conversion(std::string_view format, std::size_t &i, const SqlPlace &place);
 
     std::string text_;
     std::vector<Conversion> conversions_;
