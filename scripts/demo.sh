@@ -257,6 +257,29 @@ quietly deleteVolume VolumeId=data
 echo "after:"; on_volumes
 table VolumeName,RaidType getVolumeCollection
 
+step "Network interfaces: two are added, one gets another address; a wrong address is refused"
+quietly addNetworkInterface '[{"Name": "eth0", "Mac": "00:1b:21:0a:0b:0c", "Protocol": "static", "IP": "192.168.1.10",
+        "DNS1": "192.168.1.1", "Gateway": "192.168.1.1", "Subnet": "255.255.255.0"},
+    {"Name": "eth1", "Mac": "00:1b:21:0a:0b:0d", "Protocol": "dhcp"}]'
+quietly modifyNetworkInterface '{"Name": "eth0", "IP": "192.168.1.20", "DNS2": "192.168.1.2"}'
+table Name,Mac,Protocol,IP,DNS1,DNS2,Gateway,Subnet getNetworkInterfaceCollection
+call modifyNetworkInterface '{"Name": "eth1", "IP": "192.168.1.300"}' || true
+
+step "The log: events, from warnings up by pages, and the newest kept"
+# Event: SEVERITY CATEGORY TAG TIME
+event() { quietly addLog Severity="$1" Category="$2" MessageTag="LOGMSG_$3" TimeStamp="$4"; }
+event info system STARTED 1700000000; event warn volume FILLING 1700000060; event err disk BROKEN 1700000120
+event notice backup DONE 1700000180; event crit volume DEGRADED 1700000240; event info share ADDED 1700000300
+events() { call getLog "{\"query\": $1}" | jq -r '"\(.Entries) of \(.TotalEntries) entries, of which on this page:",
+    (.Log[] | "  \(.LogId) \(.Severity) \(.Category) \(.MessageTag)")'; }
+events '{"severity": "warning", "order": 1, "limit": 2}'
+events '{"severity": "warning", "order": 1, "limit": 2, "offset": 2}'
+call addLog Severity=loud || true
+quietly truncateLog n_keep=2
+quietly deleteLog '{"severity": "crit"}'
+echo "trimmed to the newest three, and those about critical events deleted:"
+events '{}'
+
 step "An iSCSI target: a LUN group with CHAP, a LUN and an initiator"
 quietly addLunGroup '{"Name": "vault", "Target": "iqn.2001-04.com.example:vault", "ChapAuth": 1, "ChapSecret": "turnip lantern"}'
 quietly addLun '{"Name": "disk0", "LunGroup": "vault", "LunN": 0}'

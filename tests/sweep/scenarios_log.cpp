@@ -15,12 +15,10 @@ void furnish_log(Appliance &appliance)
 
 std::vector<Scenario> log_scenarios()
 {
-    const Json query =
-        Json::parse(R"({"limit": 2, "offset": 1, "order": 1, "timestamp_min": 10, "severity": "info"})");
     return {
         {"addLog", Json::parse(R"({"Severity": "warn", "Category": "disk", "MessageTag": "LOGMSG_HOT"})")},
-        {"getLog", {{"query", query}}},
-        {"deleteLog", query},
+        {"getLog", Json::parse(R"({"query": {"limit": 2, "offset": 1, "order": 1, "severity": "info"}})")},
+        {"deleteLog", {{"timestamp_min", 10}}},
         {"truncateLog", {{"n_keep", 1}}},
     };
 }
