@@ -11,8 +11,7 @@ namespace
 constexpr int lowest_gid = 100;
 constexpr int highest_gid = 32767;
 
-constexpr IdQuestions group_ids{"SELECT COUNT(*) FROM `$group` WHERE id=%d",
-                                "SELECT COUNT(*) FROM `$group` WHERE id BETWEEN %d AND %d",
+constexpr IdQuestions group_ids{"SELECT COUNT(*) FROM `$group` WHERE id BETWEEN %d AND %d",
                                 "Failed DB Query for group. %s"};
 
 // Gives the group the lowest free id. None is free below `mark`, which moves on behind it.

@@ -68,8 +68,7 @@ int check_name_is_free(Call &call, const char *name)
 
 constexpr Failure no_next_uid("Could not get next available uid. %s");
 
-constexpr IdQuestions user_ids{"SELECT COUNT(*) FROM `$user` WHERE id=%d",
-                               "SELECT COUNT(*) FROM `$user` WHERE id BETWEEN %d AND %d", no_next_uid};
+constexpr IdQuestions user_ids{"SELECT COUNT(*) FROM `$user` WHERE id BETWEEN %d AND %d", no_next_uid};
 
 // The first free id at or above the mark in account_default, which moves on behind it; -1 when there is none.
 int get_next_available_uid(Call &call, int &uid)
@@ -211,8 +210,8 @@ int add_listed_user(Call &call, int &group_id, qbobj_User_t &user)
     if (const int rc = find_primary_group(call, user.GroupName, group_id))
         return rc;
     if (const int rc = call.number("Failed DB Query for user. %s", user.UserId,
-                                   R"(SELECT IFNULL(MAX(U.id)+1,100) FROM `$user` U
-        WHERE U.is_privileged=0 AND U.rid IS NULL AND U.id<32767)"))
+                                   R"(SELECT IFNULL((SELECT U.id+1 FROM `$user` U NOT INDEXED
+        WHERE U.is_privileged=0 AND U.rid IS NULL AND U.id<32767 ORDER BY U.id DESC LIMIT 1),100))"))
         return rc;
     // Here last_changed is divided by 60/24/24 and so is no day number: callers depend on both divisors.
     if (const int rc = call.exec(

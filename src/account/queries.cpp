@@ -76,24 +76,35 @@ int exec_each(Call &call, std::span<const AccountStatement> statements, int id)
 
 /* ---- Free ids ------------------------------------------------------------------------------------------ */
 
-// Halves the range: a part without a gap holds as many accounts as ids.
+// A range without a gap holds as many accounts as ids. Ranges are doubled until one has a gap, and that one is halved, so
+// that the cost is that of the accounts in a row and not of all.
 int find_first_gap(Call &call, const IdQuestions &questions, int mark, int last, int &gap)
 {
-    gap = mark;
-    int taken = 0;
-    if (const int rc = call.number(questions.failure, taken, questions.one, mark))
+    bool full = true;
+    const auto count = [&](int first, int end) {
+        int taken = 0;
+        const int rc = call.number(questions.failure, taken, questions.range, first, end);
+        full = taken == end - first + 1;
         return rc;
-    if (taken == 0 || mark > last)
-        return 0;
-    ++gap;
-    for (int high = last + 1; gap < high;) {
-        const int middle = gap + (high - gap) / 2;
-        if (const int rc = call.number(questions.failure, taken, questions.range, gap, middle))
+    };
+    gap = mark;
+    int end = mark;
+    for (int width = 1; gap <= last; width *= 2) {
+        end = gap + std::min(width, last - gap + 1) - 1;
+        if (const int rc = count(gap, end))
             return rc;
-        if (taken == middle - gap + 1)
+        if (!full)
+            break;
+        gap = end + 1;
+    }
+    while (gap < end) {
+        const int middle = gap + (end - gap) / 2;
+        if (const int rc = count(gap, middle))
+            return rc;
+        if (full)
             gap = middle + 1;
         else
-            high = middle;
+            end = middle;
     }
     return 0;
 }

@@ -61,9 +61,8 @@ int exec_each(Call &call, std::span<const AccountStatement> statements, int id);
 
 /* ---- Free ids ------------------------------------------------------------------------------------------ */
 
-// How many accounts of one kind have an id, or one of a range.
+// How many accounts of one kind have an id of a range.
 struct IdQuestions {
-    Statement<int> one;
     Statement<int, int> range;
     Failure failure;
 };

@@ -66,7 +66,8 @@ int check_language(Call &call, const char *language)
     bool supported = false;
     if (const int rc = call.exists("Failed 'SELECT service_misc'. %s", supported,
                                    R"(SELECT 1 FROM service_misc WHERE key='LANGUAGES_SUPPORTED' AND
-        (val='%q/utf-8' OR val LIKE '%q/utf-8,%%' OR val LIKE '%%,%q/utf-8' OR val LIKE '%%,%q/utf-8,%%'))",
+        (val=%Q||'/utf-8' OR val LIKE %Q||'/utf-8,%%' OR val LIKE '%%,'||%Q||'/utf-8'
+        OR val LIKE '%%,'||%Q||'/utf-8,%%'))",
                                    language, language, language, language))
         return rc;
     if (!supported)

@@ -203,14 +203,16 @@ int may_write_cifs(const AccessQuestion &question, ShareIds &granted)
     return 0;
 }
 
-int may_read(const AccessQuestion &question, const char *protocol, ShareIds &granted)
+bool can_be_asked_about(const char *protocol)
 {
     const std::string_view name = protocol;
-    if (name == "cifs")
-        return may_read_cifs(question, granted);
-    if (name == "http")
-        return may_read_http(question, granted);
-    return -1;
+    return name == protocol_id_cifs || name == protocol_id_http;
+}
+
+int may_read(const AccessQuestion &question, const char *protocol, ShareIds &granted)
+{
+    return std::string_view(protocol) == protocol_id_cifs ? may_read_cifs(question, granted)
+                                                          : may_read_http(question, granted);
 }
 
 } // namespace qbobj

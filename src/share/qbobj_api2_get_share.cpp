@@ -289,6 +289,10 @@ int x_qbobj_getAccessibleShareCollection(Call &call, qbobj_ShareCollection_t *co
     std::vector<ShareEntry<qbobj_Share_t>> shares;
     if (const int rc = append_rows(call, listed_shares, collection->Share, shares))
         return rc;
+    if (!shares.empty() && !can_be_asked_about(ProtocolName)) {
+        shares.front().share->_link = nullptr;
+        return raise(call, QBOBJ_ERROR_OOM, "Failed in access check.");
+    }
     return for_each_batch(call, shares, [&](const ShareBatch &batch) {
         return keep_readable(batch, reader, ProtocolName, user_id);
     });

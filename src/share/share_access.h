@@ -23,7 +23,8 @@ struct AccessQuestion {
 // Each adds the shares that the user may read or write; non-zero when there is no answer.
 int may_read_cifs(const AccessQuestion &question, ShareIds &granted);
 int may_write_cifs(const AccessQuestion &question, ShareIds &granted);
-// By the protocol's word; only "cifs" and "http" can be asked about.
+// By the protocol's word, of those that can be asked about.
+bool can_be_asked_about(const char *protocol);
 int may_read(const AccessQuestion &question, const char *protocol, ShareIds &granted);
 
 } // namespace qbobj

@@ -349,9 +349,9 @@ TEST_F(ShareLists, TellWhichTableCouldNotBeRead)
     };
     // The reads before it still succeed: the tables go in the opposite order.
     std::istringstream tables(
-        "group_quota user_quota $application_on_share zvol_share_option http_share_option "
-        "rsync_user_password_acl rsync_share_option daap_share_option dlna_share_option ftp_share_option "
-        "nfs_share_option afp_share_option cifs_dfs_option group_acl user_acl host_acl snapshot_schedule");
+        "group_quota user_quota $application_on_share zvol_share_option rsync_user_password_acl "
+        "cifs_dfs_option group_acl user_acl host_acl http_share_option rsync_share_option daap_share_option "
+        "dlna_share_option ftp_share_option nfs_share_option afp_share_option snapshot_schedule");
     for (std::string table; tables >> table;) {
         const std::size_t acl = table.find("_acl");
         const bool joins = acl != table.npos && table[0] != 'r';

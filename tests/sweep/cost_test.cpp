@@ -61,7 +61,8 @@ void crowd(Appliance &appliance, int count)
         {"`$iscsi_lun` (name,lun_group,lun_n)", "printf('lun%05d',i),printf('luns%05d',i),0"},
         {"`$iscsi_initiator` (name)", "printf('iqn.host%05d',i)"},
         {"`$iscsi_lun_group_access`", "printf('luns%05d',i),printf('iqn.host%05d',i)"},
-        {"_dictionary (id,lang_id,str)", "printf('TEXT_%05d',i),(SELECT MIN(id) FROM _lang_supported),'text'"},
+        {"_dictionary (id,lang_id,str)",
+         "printf('TEXT_%05d',i),(SELECT MIN(id) FROM _lang_supported),'text'"},
     };
     for (const auto &[table, values] : tables)
         appliance.sql(std::string("INSERT INTO ") + table + " " + numbers + values + " FROM n");
@@ -127,6 +128,31 @@ struct Crowded {
 
 // Operations whose work is the objects' number.
 const std::map<std::string, const char *> grows{
+    {"getUserCollection", "lists and counts the users"},
+    {"getGroupCollection", "lists and counts the groups"},
+    {"getShareCollection", "lists the shares"},
+    {"getSimpleShareCollection", "lists the shares"},
+    {"getShareAndZvolCollection", "lists the shares"},
+    {"getAccessibleShareCollection", "lists the shares"},
+    {"deleteShareOnVolume", "deletes the shares of a volume"},
+    {"deleteVolume", "deletes the shares of a volume"},
+    {"modifyShareUsedByExclusive", "takes an application's markers off the shares"},
+    {"getTIVOSettings", "lists the shares that media players see"},
+    {"getBackupJobCollection", "lists the jobs"},
+    {"getBackupTargetCollection", "lists the shares and homes"},
+    {"modifyBackupJob", "compares the jobs with a copy of their table"},
+    {"getLog", "counts the entries"},
+    {"deleteLog", "deletes entries by what they say"},
+    {"truncateLog", "walks to the first entry that goes"},
+    {"getLunGroupCollection", "lists the groups"},
+    {"getInitiatorCollection", "lists the initiators"},
+    {"getDictionary", "lists the texts"},
+};
+
+// Operations that prepare a statement each time.
+const std::map<std::string, const char *> prepares{
+    {"getGroup", "its only statement is refused"},
+    {"getDiskDiff", "reads a copy of the disks, which is a table made for it"},
 };
 
 TEST(Cost, DoesNotGrowWithTheDatabaseNorPrepareAnew)
@@ -140,7 +166,7 @@ TEST(Cost, DoesNotGrowWithTheDatabaseNorPrepareAnew)
         few.measure(scenario);
         many.measure(scenario);
         EXPECT_LE(many.meter.steps, 1.2 * few.meter.steps + 20) << "from " << few.meter.steps;
-        EXPECT_EQ(0, many.meter.preparations);
+        EXPECT_EQ(prepares.contains(scenario.operation), many.meter.preparations != 0);
     }
 }
 
