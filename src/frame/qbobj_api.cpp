@@ -196,9 +196,9 @@ constexpr char share_flags[] = R"(SELECT CASE WHEN CIFS.share_id NOT NULL THEN 1
     CASE WHEN CIFS.cifs_hide_share THEN 2 ELSE 0 END,IFNULL(DLNA.media_type,0),S.comment FROM share S
     LEFT JOIN cifs_share_option CIFS ON CIFS.share_id=S.id LEFT JOIN dlna_share_option DLNA ON DLNA.share_id=S.id)";
 constexpr auto share_at = joined(share_flags, " WHERE S.path=%Q");
-constexpr auto share_above = joined(
-    share_flags, " WHERE S.id=(", folders_above,
-    " SELECT MIN(A.id) FROM share A WHERE A.path COLLATE NOCASE IN (SELECT path FROM above WHERE n>0))");
+constexpr auto share_above =
+    joined(share_flags, " WHERE S.id=(", folders_above,
+           "MIN(A.id) FROM share A WHERE A.path COLLATE NOCASE IN (SELECT path FROM above WHERE n>0))");
 
 constexpr auto shared_folder =
     select<const char *>(share_at, "Failed DB Query for cifs share. sq3rc=%s", &Attribute::cifs_flags,
@@ -208,9 +208,9 @@ constexpr auto folder_in_share =
                          &Attribute::dlna_flags, &Attribute::comment);
 constexpr auto home = select<const char *>("SELECT 1 FROM `$user` U WHERE U.home=%Q",
                                            "Failed DB Query for user. sq3rc=%s", &Attribute::is_homeshare);
-constexpr auto home_above = joined(
-    "SELECT 1 FROM (", folders_above,
-    " SELECT A.id FROM `$user` A WHERE A.home COLLATE NOCASE IN (SELECT path FROM above WHERE n>0) LIMIT 1)");
+constexpr auto home_above =
+    joined("SELECT 1 FROM (", folders_above,
+           "A.id FROM `$user` A WHERE A.home COLLATE NOCASE IN (SELECT path FROM above WHERE n>0) LIMIT 1)");
 constexpr auto folder_in_home =
     select<const char *>(home_above, "Failed DB Query for user. sq3rc=%s", &Attribute::is_homeshare);
 

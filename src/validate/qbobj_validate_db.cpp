@@ -148,14 +148,14 @@ namespace
 
 // The share itself by its letters, one above it by letters of any case.
 constexpr auto share_of_path = joined(
-    folders_above, " SELECT S.id FROM share S WHERE S.path=(SELECT path FROM above WHERE n=0) "
+    folders_above, "S.id FROM share S WHERE S.path=%Q "
                    "OR S.path COLLATE NOCASE IN (SELECT path FROM above WHERE n>0) ORDER BY S.id LIMIT 1");
 
 } // namespace
 
 int qbobj_validate_db_path_in_share(Call &call, const char *path, int *share_id)
 {
-    return found(call.ask_number<const char *>(share_of_path, path), share_id);
+    return found(call.ask_number<const char *, const char *>(share_of_path, path, path), share_id);
 }
 
 int qbobj_validate_db_volumename(Call &call, const char *str, const char *defstr, char **volume_id)

@@ -14,7 +14,7 @@ import tempfile
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 LITERALS = re.compile(r'(?:R"(\w*)\((?P<raw>.*?)\)\1"|"(?P<plain>(?:[^"\\\n]|\\.)*)")', re.S)
-STATEMENT = re.compile(r'\s*(SELECT|INSERT|UPDATE|DELETE|REPLACE)\b')
+STATEMENT = re.compile(r'\s*(WITH|SELECT|INSERT|UPDATE|DELETE|REPLACE)\b')
 VALUES = {'%%': '%', '%Q': "'1'", '%q': 'x'}
 
 
@@ -60,7 +60,7 @@ def source_statements(root):
                     position = match.end()
                     match = LITERALS.search(text, position)
                 sql = ''.join(pieces)
-                if STATEMENT.match(sql) and not re.search(r'%[sw]|^SELECT(?!.*\bFROM\b)|(?:FROM|\()\s*$', sql, re.S):
+                if STATEMENT.match(sql) and not re.search(r'%[sw]|^SELECT(?!.*\bFROM\b)|(?:FROM|SELECT|\()\s*$', sql, re.S):
                     sql = re.sub(r'%(?:%|Q|q|l*[du])', lambda c: VALUES.get(c[0], '1'), sql)
                     yield f'{name}:{text.count(chr(10), 0, start) + 1}', sql
 
@@ -84,7 +84,7 @@ def listed(name):
 def table_of(sql, alias):
     alias = alias.removeprefix('temp.').removeprefix('main.')
     named = re.search(r'[\s,(][`\'"]?([$\w]+)[`\'"]?\s+(?:AS\s+)?' + re.escape(alias) + r'\b(?!\s*\.)', sql)
-    return named[1] if named and named[1].upper() not in ('FROM', 'JOIN', 'UPDATE', 'INTO', 'SELECT') else alias
+    return named[1] if named and named[1].upper() not in ('FROM', 'JOIN', 'UPDATE', 'INTO', 'SELECT', 'RECURSIVE') else alias
 
 
 def plan_of(db, sql):
