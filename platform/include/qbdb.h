@@ -227,6 +227,16 @@ char *strncat_safe(char *dst, const char *src, size_t size);
  *  The next begin uses the announcement up; without one a transaction is taken to write. */
 QBDB_OPTIONAL void qbdb_announce(qbdb_handle_t *qbdb, const char *operation, int reads_only);
 
+/** Receives one row: its cells as text, a NULL as a null pointer, valid until it returns. It runs no statement on the
+ *  connection. Non-zero when it wants no further row. */
+typedef int (*qbdb_row_visitor_t)(void *context, int columns, const char *const *cells);
+
+/** Runs one SELECT and hands its rows to `visit` as they come, without gathering them in a table as
+ *  qbdb_sql_get_table_mprintf() does. A failure may come after some rows. */
+QBDB_OPTIONAL int qbdb_sql_visit_mprintf(qbdb_handle_t *qbdb, sqlite3 *db, qbdb_row_visitor_t visit,
+                                         void *context, char **errmsg, const char *file, int line,
+                                         const char *format, ...);
+
 /** Non-zero when a commit that fails is to be the result of the operation that it belongs to. */
 QBDB_OPTIONAL int qbdb_commit_decides(const qbdb_handle_t *qbdb);
 

@@ -8,6 +8,7 @@
 #include "table_copies.h"
 #include "transaction.h"
 
+#include <array>
 #include <chrono>
 #include <cstdint>
 #include <memory>
@@ -43,12 +44,16 @@ struct StatementCache {
     LruMap<KeptStatement> spliced{64};
 };
 
+using Digits = std::array<char, 24>; // a 64-bit number as text
+
 // Buffers that calls use again.
 struct Scratch {
     std::string text;
     std::vector<Literal> literals;
     std::string cells;
     std::vector<std::size_t> ends;
+    std::vector<const char *> texts;
+    std::vector<Digits> digits;
 };
 
 // Waits for a busy database in short sleeps of random length, so that nobody waits longer and longer while

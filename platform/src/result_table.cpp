@@ -12,6 +12,14 @@ namespace qbdb
 namespace
 {
 
+// The text that SQLite makes of a number costs an allocation a cell.
+std::string_view text_of(sqlite3_int64 number, Digits &digits)
+{
+    char *const end = std::to_chars(digits.begin(), digits.end() - 1, number).ptr;
+    *end = '\0';
+    return {digits.data(), static_cast<std::size_t>(end - digits.data())};
+}
+
 constexpr std::size_t kept_scratch = std::size_t{1} << 20; // a larger buffer is not kept for the next call
 
 } // namespace
@@ -65,13 +73,10 @@ void ResultTable::add_row(sqlite3_stmt *statement)
     }
 }
 
-// The text that SQLite makes of a number costs an allocation a cell.
 void ResultTable::add_number(sqlite3_int64 number)
 {
-    std::array<char, 24> digits;
-    char *const end = std::to_chars(digits.begin(), digits.end() - 1, number).ptr;
-    *end = '\0';
-    add({digits.data(), static_cast<std::size_t>(end - digits.data())});
+    Digits digits;
+    add(text_of(number, digits));
 }
 
 // sqlite3_free_table() finds the number of separately allocated cells, plus 1, in the word before the table,
@@ -97,6 +102,21 @@ char **ResultTable::release() const
         begin = end;
     }
     return table;
+}
+
+std::span<const char *const> RowTexts::read(sqlite3_stmt *statement)
+{
+    const auto columns = static_cast<std::size_t>(sqlite3_data_count(statement));
+    scratch_.texts.resize(columns);
+    scratch_.digits.resize(columns);
+    for (std::size_t i = 0; i < columns; i++) {
+        const int column = static_cast<int>(i);
+        sqlite3_value *const cell = sqlite3_column_value(statement, column);
+        scratch_.texts[i] = sqlite3_value_type(cell) == SQLITE_INTEGER
+                                ? text_of(sqlite3_value_int64(cell), scratch_.digits[i]).data()
+                                : cell_text(statement, column).data();
+    }
+    return scratch_.texts;
 }
 
 } // namespace qbdb

@@ -3,6 +3,8 @@
 
 #include "connection.h"
 
+#include <span>
+
 namespace qbdb
 {
 
@@ -25,6 +27,18 @@ class ResultTable
     void add(std::string_view text);
     void add_number(sqlite3_int64 number);
 
+    Scratch &scratch_;
+};
+
+// The texts of one row after the other.
+class RowTexts
+{
+  public:
+    explicit RowTexts(Scratch &scratch) : scratch_(scratch) {}
+    // Valid until the statement's next step.
+    std::span<const char *const> read(sqlite3_stmt *statement);
+
+  private:
     Scratch &scratch_;
 };
 

@@ -30,6 +30,20 @@ int read_table(const Call &call, char ***table, int *nrow, int *ncol, const char
     return SQLITE_OK;
 }
 
+int visit_rows(const Call &call, qbdb_row_visitor_t visit, void *context, const char *format,
+               va_list arguments)
+{
+    Execution execution(call);
+    int rc = execution.start(format, arguments);
+    RowTexts texts(execution.scratch());
+    for (; rc == SQLITE_ROW; rc = execution.step()) {
+        const std::span<const char *const> cells = texts.read(execution.statement());
+        if (visit(context, static_cast<int>(cells.size()), cells.data()) != 0)
+            return SQLITE_OK;
+    }
+    return rc == SQLITE_DONE ? SQLITE_OK : rc;
+}
+
 // Reads the first cell of the first row, if there is one.
 template <class Take>
 int read_cell(const Call &call, int *found, const char *format, va_list arguments, Take take)
@@ -78,6 +92,17 @@ int qbdb_sql_get_table_mprintf(qbdb_handle_t *qbdb, sqlite3 *db, char ***table, 
         *nrow = rows;
     if (ncol)
         *ncol = columns;
+    return rc;
+}
+
+int qbdb_sql_visit_mprintf(qbdb_handle_t *qbdb, sqlite3 *db, qbdb_row_visitor_t visit, void *context,
+                           char **errmsg, const char *file, int line, const char *format, ...)
+{
+    const Call call{qbdb, db, errmsg, file, line};
+    va_list arguments;
+    va_start(arguments, format);
+    const int rc = guarded(call, [&] { return visit_rows(call, visit, context, format, arguments); });
+    va_end(arguments);
     return rc;
 }
 

@@ -9,6 +9,24 @@
 namespace qbobj
 {
 
+// Hands rows on, and no exception through the platform.
+template <class Take>
+struct RowVisitor {
+    Take &take;
+    bool out_of_memory = false;
+
+    static int visit(void *self, int, const char *const *cells) noexcept
+    {
+        auto &visitor = *static_cast<RowVisitor *>(self);
+        try {
+            return visitor.take(cells) ? 0 : 1;
+        } catch (const std::bad_alloc &) {
+            visitor.out_of_memory = true;
+            return 1;
+        }
+    }
+};
+
 class Call
 {
   public:
@@ -58,13 +76,14 @@ class Call
     int find(const Select<Columns, Args...> &select, Record &record, bool &found,
              std::type_identity_t<Args>... args)
     {
-        const Table rows = table(select.sql, args...);
-        if (!rows)
-            return select.failure.raise(env_, rows.error());
-        found = !rows.empty();
-        if (found)
-            fill(*this, record, select.columns, *rows.begin());
-        return 0;
+        found = false;
+        const auto fill_first = [&](Row row) {
+            fill(*this, record, select.columns, row);
+            found = true;
+            return false;
+        };
+        const Status status = visit(select.sql, fill_first, args...);
+        return status ? 0 : select.failure.raise(env_, status.error());
     }
 
     // As find(), for whom a missing row is nothing special.
@@ -90,12 +109,12 @@ class Call
     int read_new(const Select<Columns, Args...> &select, Record *&record, std::type_identity_t<Args>... args)
     {
         record = nullptr;
-        const Table rows = table(select.sql, args...);
-        if (!rows)
-            return select.failure.raise(env_, rows.error());
-        if (!rows.empty())
-            fill(*this, *(record = create<Record>(pool())), select.columns, *rows.begin());
-        return 0;
+        const auto fill_first = [&](Row row) {
+            fill(*this, *(record = create<Record>(pool())), select.columns, row);
+            return false;
+        };
+        const Status status = visit(select.sql, fill_first, args...);
+        return status ? 0 : select.failure.raise(env_, status.error());
     }
 
     // Appends one record a row to the list.
@@ -103,11 +122,26 @@ class Call
     int append(const Select<Columns, Args...> &select, Record *&list, std::type_identity_t<Args>... args)
     {
         Tail<Record> tail(list);
-        return each<Record>(
-            select, [&](const Record &row) { return tail.append(pool(), row), 0; }, args...);
+        return scan<Record>(
+            select, [&](const Record &row) { tail.append(pool(), row); }, args...);
     }
 
-    // Visits every row as a record of its own; the first visit that returns non-zero ends it with that result.
+    // Hands every row as a record of its own to take(record), which runs no statement: the rows are not gathered first.
+    template <class Record, class Columns, class Take, class... Args>
+    int scan(const Select<Columns, Args...> &select, Take take, std::type_identity_t<Args>... args)
+    {
+        const auto fill_each = [&](Row row) {
+            Record record{};
+            fill(*this, record, select.columns, row);
+            take(record);
+            return true;
+        };
+        const Status status = visit(select.sql, fill_each, args...);
+        return status ? 0 : select.failure.raise(env_, status.error());
+    }
+
+    // Visits every row as a record of its own; the first visit that returns non-zero ends it with that result. A visit may
+    // run statements.
     template <class Record, class Columns, class Visit, class... Args>
     int each(const Select<Columns, Args...> &select, Visit visit, std::type_identity_t<Args>... args)
     {
@@ -199,6 +233,26 @@ class Call
     }
 
   private:
+    // Hands the rows to take(row) until it returns false.
+    template <class Take, class... Args>
+    Status visit(const Statement<Args...> &sql, Take take, Args... args)
+    {
+        if (qbdb_sql_visit_mprintf == nullptr) {
+            const Table rows = table(sql, args...);
+            for (const Row row : rows)
+                if (!take(row))
+                    break;
+            return {rows.rc, rows.message};
+        }
+        RowVisitor<Take> visitor{take};
+        char *message = nullptr;
+        const int rc = qbdb_sql_visit_mprintf(qbdb(), db_, visitor.visit, &visitor, &message,
+                                              sql.site.unit.data(), sql.site.line, sql.text, args...);
+        if (visitor.out_of_memory)
+            throw std::bad_alloc();
+        return checked(Status{rc, message});
+    }
+
     // Without memory no operation goes on, whatever it makes of other failures.
     template <class Result>
     static Result checked(Result result)

@@ -102,7 +102,7 @@ struct Text : Status {
 };
 
 // One row of a result: its cells as text, null for NULL.
-using Row = char *const *;
+using Row = const char *const *;
 
 // A result table; it owns its cells.
 class Table : public Status

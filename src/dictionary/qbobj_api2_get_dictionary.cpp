@@ -104,9 +104,8 @@ int add_items(Call &call, xmlNode &language, const char *code)
         xmlNode &item = append(language, new_element("item"));
         add_attribute(item, "key", text.key);
         append(item, new_cdata(text.text));
-        return 0;
     };
-    return call.each<Text>(texts, add, code);
+    return call.scan<Text>(texts, add, code);
 }
 
 } // namespace

@@ -1,6 +1,4 @@
 // The bracket round everything that touches the database.
-// A platform library may leave its optional operations out.
-#define QBDB_OPTIONAL_WEAK
 #include "frame/transaction.h"
 
 namespace qbobj

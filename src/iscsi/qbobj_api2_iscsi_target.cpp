@@ -121,9 +121,8 @@ int x_qbobj_getLunGroupAccessList(Call &call, const char *LunGroup, char **Initi
         if (Initiators != nullptr)
             Initiators[*Entries] = entry.initiator;
         ++*Entries;
-        return 0;
     };
-    return call.each<AccessEntry>(access_list, take, LunGroup);
+    return call.scan<AccessEntry>(access_list, take, LunGroup);
 }
 
 int x_qbobj_addLunGroupAccessList(Call &call, const char *LunGroup, const char *Initiator)

@@ -36,8 +36,7 @@ constexpr auto http_defaults = select_of_shares(
 template <class Defaults, class Visit>
 int for_each_default(const AccessQuestion &question, const Defaults &defaults, Visit visit)
 {
-    const auto visit_one = [&](const Default &option) { return visit(option), 0; };
-    return question.call.each<Default>(defaults, visit_one, question.first_share, question.last_share);
+    return question.call.scan<Default>(defaults, visit, question.first_share, question.last_share);
 }
 
 /* ---- Shares by their lists ----------------------------------------------------------------------------- */
@@ -90,8 +89,8 @@ int find(const AccessQuestion &question, const ShareIds &asked, const Select &se
 {
     if (std::ranges::includes(found, asked))
         return 0;
-    const auto add = [&](const Listed &row) { return found.insert(row.share_id), 0; };
-    return question.call.each<Listed>(select, add, question.first_share, question.last_share, args...);
+    const auto add = [&](const Listed &row) { found.insert(row.share_id); };
+    return question.call.scan<Listed>(select, add, question.first_share, question.last_share, args...);
 }
 
 void add_common(ShareIds &to, const ShareIds &a, const ShareIds &b)

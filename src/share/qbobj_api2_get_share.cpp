@@ -191,9 +191,8 @@ int append_rows(Call &call, const Select<Columns, Args...> &select, qbobj_Share_
     const auto append = [&](ShareRow &row) {
         row.resource_id = row.snapshot_usage;
         shares.push_back({row.id, &tail.append(call.pool(), row)});
-        return 0;
     };
-    return call.each<ShareRow>(select, append, args...);
+    return call.scan<ShareRow>(select, append, args...);
 }
 
 // Appends one complete record a row.
@@ -335,11 +334,10 @@ int x_qbobj_getSimpleShareCollection(Call &call, qbobj_SimpleShareCollection_t *
         return raise_missing(call, "collection");
     Tail<qbobj_SimpleShare_t> tail(collection->SimpleShare);
     std::vector<ShareEntry<qbobj_SimpleShare_t>> shares;
-    if (const int rc = call.each<SimpleRow>(simple_shares, [&](const SimpleRow &row) {
+    if (const int rc = call.scan<SimpleRow>(simple_shares, [&](const SimpleRow &row) {
             qbobj_SimpleShare_t &share = tail.append(call.pool(), row);
             share.CommonProtocolsCSV = or_empty(row.CommonProtocolsCSV);
             shares.push_back({row.id, &share});
-            return 0;
         }))
         return rc;
     return for_each_batch(call, shares, [](const Batch<qbobj_SimpleShare_t> &batch) {

@@ -65,9 +65,8 @@ class Batch
                 ++entry;
             if (entry != entries_.end() && entry->id == row.share_id)
                 take(*entry->share, row);
-            return 0;
         };
-        return call_.each<Row>(select, visit, entries_.front().id, entries_.back().id, args...);
+        return call_.scan<Row>(select, visit, entries_.front().id, entries_.back().id, args...);
     }
 
     // A share's part is made from its first row; without a row there is none.

@@ -105,6 +105,37 @@ TEST_F(Statements, ShapeTablesAsSqliteDoes)
     EXPECT_LT(sqlite3_memory_used() - before, 100000);
 }
 
+TEST_F(Statements, ShowTheirRowsOneByOne)
+{
+    struct Seen {
+        std::string text;
+        int wanted;
+    };
+    const auto note = [](void *context, int columns, const char *const *cells) {
+        auto &seen = *static_cast<Seen *>(context);
+        for (int i = 0; i < columns; i++)
+            seen.text += std::string(cells[i] == nullptr ? "NULL" : cells[i]) + (i + 1 < columns ? "|" : " ");
+        return --seen.wanted == 0 ? 1 : 0;
+    };
+    const auto visit = [&](Seen &seen, const char *format, int argument) {
+        return qbdb_sql_visit_mprintf(session->qbdb, session->db, note, &seen, nullptr, unit, 1, format,
+                                      argument);
+    };
+    const char *const rows =
+        "SELECT value,'a',NULL,1.5,-9223372036854775807 FROM json_each('[1,2,3]') WHERE value>%d";
+    for (const auto &[wanted, text] : {std::pair{-1, "2|a|NULL|1.5|-9223372036854775807 "
+                                                     "3|a|NULL|1.5|-9223372036854775807 "},
+                                       {1, "2|a|NULL|1.5|-9223372036854775807 "}}) {
+        Seen seen{"", wanted};
+        EXPECT_EQ(0, visit(seen, rows, 1));
+        EXPECT_EQ(text, seen.text);
+    }
+    Seen nothing{"", -1};
+    EXPECT_EQ(0, visit(nothing, rows, 3));
+    EXPECT_EQ(SQLITE_ERROR, visit(nothing, "SELECT %d FROM missing", 1));
+    EXPECT_EQ("", nothing.text);
+}
+
 TEST_F(Statements, ReadSingleValues)
 {
     session->exec("INSERT INTO t VALUES(42,'text',NULL)");
