@@ -21,8 +21,9 @@ int check_names(const Call &call, std::string_view table, std::string_view copy)
 
 int drop_copy(const Call &call, const std::string &copy)
 {
-    if (qbdb_sysinfo *state = call.state())
-        state->copies.forget(copy);
+    qbdb_sysinfo *const state = call.state();
+    if (state && state->copies.forget(copy)) // it was never made
+        return SQLITE_OK;
     if (!has_temp_table(call.db, copy.c_str()))
         return SQLITE_OK;
     return execute(call, "DROP TABLE temp.\"%w\"", copy.c_str());
@@ -61,19 +62,24 @@ int copy_now(const Call &call, const char *table, const std::string &copy)
 }
 
 // Inside a transaction of ours the changes are counted, which spares the copy.
-int copy_later(const Call &call, const char *table, const std::string &copy)
+bool counts_changes(const Call &call)
 {
-    qbdb_sysinfo *const state = call.state();
-    if (!state || !state->transaction.open || !state->copies.available() || sqlite3_get_autocommit(call.db))
-        return copy_now(call, table, copy);
+    const qbdb_sysinfo *const state = call.state();
+    return state && state->transaction.open && state->copies.available() && !sqlite3_get_autocommit(call.db);
+}
+
+// `room` says that there is no temporary table at all, and so none that the copy would replace.
+int copy_later(const Call &call, const char *table, const std::string &copy, bool room)
+{
     if (const int rc = check_names(call, table, copy); rc != SQLITE_OK)
         return rc;
     if (sqlite3_table_column_metadata(call.db, "main", table, nullptr, nullptr, nullptr, nullptr, nullptr,
                                       nullptr) != SQLITE_OK)
         return call.fail(SQLITE_ERROR, ("no such table: " + std::string(table)).c_str(), site);
-    if (const int rc = drop_copy(call, copy); rc != SQLITE_OK)
-        return rc;
-    state->copies.watch(table, copy);
+    if (!room || call.state()->copies.changes(copy))
+        if (const int rc = drop_copy(call, copy); rc != SQLITE_OK)
+            return rc;
+    call.state()->copies.watch(table, copy);
     return SQLITE_OK;
 }
 
@@ -144,8 +150,16 @@ int qbdb_sql_duplicate_tables(qbdb_handle_t *qbdb, sqlite3 *db, const char *tag,
 {
     const Call call{qbdb, db, errmsg, file, line};
     return guarded(call, [&] {
+        if (!counts_changes(call))
+            return for_each_table(tag, tables, [&](const char *table, const std::string &copy) {
+                return copy_now(call, table, copy);
+            });
+        std::vector<std::string> temporary;
+        if (const int rc = read_texts(call, temporary, "SELECT name FROM temp.sqlite_schema LIMIT 1");
+            rc != SQLITE_OK)
+            return rc;
         return for_each_table(tag, tables, [&](const char *table, const std::string &copy) {
-            return copy_later(call, table, copy);
+            return copy_later(call, table, copy, temporary.empty());
         });
     });
 }

@@ -38,12 +38,6 @@ bool as_integer(double value, sqlite3_int64 &integer)
     return true;
 }
 
-void append_cell(std::string &out, char type, sqlite3_int64 value)
-{
-    out += type;
-    append_raw(out, value);
-}
-
 } // namespace
 
 void RowImage::clear()
@@ -52,39 +46,49 @@ void RowImage::clear()
     content.clear();
 }
 
+// Cells whose key is their content.
+void RowImage::append(char type, sqlite3_int64 value, const void *bytes, std::size_t size)
+{
+    for (std::string *out : {&key, content.empty() ? nullptr : &content}) {
+        if (!out)
+            continue;
+        *out += type;
+        if (type != SQLITE_NULL)
+            append_raw(*out, value);
+        out->append(size > 0 ? static_cast<const char *>(bytes) : "", size);
+    }
+}
+
 void RowImage::add_null()
 {
-    key += static_cast<char>(SQLITE_NULL);
-    content += static_cast<char>(SQLITE_NULL);
+    append(SQLITE_NULL, 0);
 }
 
 void RowImage::add_integer(sqlite3_int64 value)
 {
-    append_cell(key, SQLITE_INTEGER, value);
-    append_cell(content, SQLITE_INTEGER, value);
+    append(SQLITE_INTEGER, value);
 }
 
 void RowImage::add_real(double value)
 {
-    sqlite3_int64 integer = 0;
-    if (as_integer(value, integer)) {
-        append_cell(key, SQLITE_INTEGER, integer);
-    } else {
-        key += static_cast<char>(SQLITE_FLOAT);
-        append_raw(key, value);
-    }
+    if (content.empty())
+        content = key; // from here on they may differ
     content += static_cast<char>(SQLITE_FLOAT);
     append_raw(content, value);
+    sqlite3_int64 integer = 0;
+    const bool is_integer = as_integer(value, integer);
+    key += static_cast<char>(is_integer ? SQLITE_INTEGER : SQLITE_FLOAT);
+    if (is_integer)
+        append_raw(key, integer);
+    else
+        append_raw(key, value);
 }
 
 void RowImage::add_bytes(char type, const void *bytes, int size)
 {
     if (!bytes && (type == SQLITE_TEXT || size > 0))
         throw std::bad_alloc();
-    for (std::string *out : {&key, &content}) {
-        append_cell(*out, type, size);
-        out->append(size > 0 ? static_cast<const char *>(bytes) : "", static_cast<std::size_t>(size));
-    }
+    append(type, size, bytes, static_cast<std::size_t>(size));
 }
 
 void RowImage::add(sqlite3_value *value)
@@ -114,10 +118,10 @@ void RowImage::read(sqlite3_stmt *statement)
         add(sqlite3_column_value(statement, i));
 }
 
-int RowImage::bind(const std::string &content, sqlite3_stmt *statement)
+int RowImage::bind(const std::string &exact, sqlite3_stmt *statement)
 {
-    const char *p = content.data();
-    const char *const end = p + content.size();
+    const char *p = exact.data();
+    const char *const end = p + exact.size();
     int rc = SQLITE_OK;
     for (int index = 1; p < end && rc == SQLITE_OK; index++) {
         const int type = static_cast<unsigned char>(*p++);
@@ -139,7 +143,9 @@ int RowImage::bind(const std::string &content, sqlite3_stmt *statement)
 
 void RowBag::add(const RowImage &row, long count)
 {
-    const auto entry = entries_.try_emplace(row.key, Entry{0, row.content}).first;
+    const auto [entry, is_new] = entries_.try_emplace(row.key);
+    if (is_new)
+        entry->second.content = row.content;
     entry->second.count += count;
     if (entry->second.count == 0)
         entries_.erase(entry);

@@ -10,7 +10,7 @@ namespace qbdb
 {
 
 // The cells of a row as bytes. Two rows have one key when SQL's IS finds all their cells equal, texts being
-// compared byte by byte; a row's content can be bound again with its exact types.
+// compared byte by byte; a row's content can be bound again with its exact types. It is empty where it is the key.
 struct RowImage {
     std::string key;
     std::string content;
@@ -24,8 +24,11 @@ struct RowImage {
     // The statement's present row.
     void read(sqlite3_stmt *statement);
 
-    // Binds a content's cells to the parameters from 1 on.
-    static int bind(const std::string &content, sqlite3_stmt *statement);
+    // Binds the cells to the parameters from 1 on.
+    static int bind(const std::string &exact, sqlite3_stmt *statement);
+
+  private:
+    void append(char type, sqlite3_int64 value, const void *bytes = nullptr, std::size_t size = 0);
 };
 
 class RowBag
@@ -33,7 +36,7 @@ class RowBag
   public:
     struct Entry {
         long count = 0;
-        std::string content;
+        std::string content; // empty where it is the key
     };
 
     // Adds `count` rows (a negative number takes some away).

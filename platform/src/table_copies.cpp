@@ -13,9 +13,11 @@ namespace qbdb
 namespace
 {
 
+// Tables of one kind differ in their lengths or at their ends, which are compared first.
 bool same_name(std::string_view a, std::string_view b)
 {
-    return a.size() == b.size() &&
+    constexpr int letter_case = 0x20;
+    return a.size() == b.size() && (a.empty() || ((a.back() ^ b.back()) & ~letter_case) == 0) &&
            sqlite3_strnicmp(a.data(), b.data(), static_cast<int>(std::min<std::size_t>(a.size(), 1000))) == 0;
 }
 
@@ -38,7 +40,6 @@ void TableCopies::attach(sqlite3 *db)
 
 void TableCopies::watch(std::string_view table, std::string_view copy)
 {
-    forget(copy);
     watches_.push_back(std::make_unique<Watch>(Watch{std::string(table), std::string(copy), {}}));
 }
 
@@ -50,29 +51,38 @@ const RowBag *TableCopies::changes(std::string_view copy) const
     return nullptr;
 }
 
-void TableCopies::forget(std::string_view copy)
+bool TableCopies::forget(std::string_view copy)
 {
-    std::erase_if(watches_, [&](const auto &watch) { return same_name(watch->copy, copy); });
-    journal_.clear();
+    clear_journal();
+    return std::erase_if(watches_, [&](const auto &watch) { return same_name(watch->copy, copy); }) > 0;
 }
 
 void TableCopies::forget_all()
 {
     watches_.clear();
-    journal_.clear();
+    clear_journal();
     broken_ = false;
+}
+
+// Keeps the memory of a few changes for the next ones.
+void TableCopies::clear_journal() noexcept
+{
+    constexpr std::size_t few = 64;
+    journaled_ = 0;
+    if (journal_.size() > few)
+        journal_.clear();
 }
 
 void TableCopies::statement_ends(bool succeeded) noexcept
 {
     try {
         if (!succeeded)
-            for (const Change &change : journal_)
-                change.watch->changes.add(change.row, -change.count);
+            for (std::size_t i = 0; i < journaled_; i++)
+                journal_[i].watch->changes.add(journal_[i].row, -journal_[i].count);
     } catch (const std::bad_alloc &) {
         broken_ = true;
     }
-    journal_.clear();
+    clear_journal();
 }
 
 void TableCopies::changed(void *self, sqlite3 *, int operation, const char *schema, const char *table,
@@ -93,8 +103,11 @@ void TableCopies::changed(void *self, sqlite3 *, int operation, const char *sche
 
 void TableCopies::record(const char *table, int (*cell)(sqlite3 *, int, sqlite3_value **), long count)
 {
-    const auto concerns = [&](const auto &watch) { return same_name(watch->table, table); };
-    if (std::none_of(watches_.begin(), watches_.end(), concerns))
+    const auto concerns = [name = std::string_view(table)](const auto &watch) {
+        return same_name(watch->table, name);
+    };
+    const auto first = std::find_if(watches_.begin(), watches_.end(), concerns);
+    if (first == watches_.end())
         return;
     row_.clear();
     const int columns = sqlite3_preupdate_count(db_);
@@ -104,11 +117,16 @@ void TableCopies::record(const char *table, int (*cell)(sqlite3 *, int, sqlite3_
             throw std::bad_alloc();
         row_.add(value);
     }
-    for (const auto &watch : watches_) {
-        if (!concerns(watch))
-            continue;
-        journal_.push_back({watch.get(), row_, count});
-        watch->changes.add(row_, count);
+    for (auto watch = first; watch != watches_.end();
+         watch = std::find_if(watch + 1, watches_.end(), concerns)) {
+        if (journaled_ == journal_.size())
+            journal_.emplace_back();
+        Change &change = journal_[journaled_];
+        change.row = row_;
+        change.watch = watch->get();
+        change.count = count;
+        journaled_++;
+        change.watch->changes.add(row_, count);
     }
 }
 
@@ -143,7 +161,7 @@ int TableCopies::materialise(std::size_t index)
         rc = fill_copy(watch);
     if (rc == SQLITE_OK) {
         watches_.erase(watches_.begin() + static_cast<std::ptrdiff_t>(index));
-        journal_.clear();
+        clear_journal();
     } else {
         run_plain(db_, "DROP TABLE IF EXISTS temp.\"%w\"", watch.copy.c_str());
     }
@@ -186,7 +204,8 @@ int TableCopies::fill_copy(const Watch &watch)
             return rc;
     }
     for (const auto &[key, change] : changes.entries()) {
-        if (const int bound = RowImage::bind(change.content, insert.get()); bound != SQLITE_OK)
+        if (const int bound = RowImage::bind(change.content.empty() ? key : change.content, insert.get());
+            bound != SQLITE_OK)
             return bound;
         for (long i = change.count; i < 0 && rc == SQLITE_DONE; i++)
             if (const int failure = run_insert(); failure != SQLITE_OK)

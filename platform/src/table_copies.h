@@ -22,15 +22,16 @@ class TableCopies
     // False when a change could not be counted for want of memory.
     bool reliable() const { return !broken_; }
 
-    // From now on `copy` stands for the table's present content.
+    // From now on `copy`, which is not watched yet, stands for the table's present content.
     void watch(std::string_view table, std::string_view copy);
     // What changed in the watched table since; null for a copy that is not watched.
     const RowBag *changes(std::string_view copy) const;
-    void forget(std::string_view copy);
+    // False when the copy was not watched.
+    bool forget(std::string_view copy);
     void forget_all();
 
     // A statement that fails takes its changes back, and so does the count.
-    void statement_begins() { journal_.clear(); }
+    void statement_begins() { clear_journal(); }
     void statement_ends(bool succeeded) noexcept;
 
     // Makes the watched copy real that a statement misses by this error text. SQLITE_NOTFOUND when it misses
@@ -60,7 +61,10 @@ class TableCopies
     bool available_ = false;
     bool broken_ = false; // a change was missed; the counts are worth nothing
     std::vector<std::unique_ptr<Watch>> watches_;
-    std::vector<Change> journal_; // the changes of the present statement
+    void clear_journal() noexcept;
+
+    std::vector<Change> journal_; // the first `journaled_` are the changes of the present statement
+    std::size_t journaled_ = 0;
     RowImage row_;
 };
 

@@ -301,7 +301,9 @@ constexpr Service services[] = {
 
 bool is_protocol(const qbobj_Protocol_t &protocol, const char *id)
 {
-    const auto is_id = [&](const char *key) { return key != nullptr && std::strcmp(key, id) == 0; };
+    const auto is_id = [&](const char *key) {
+        return key != nullptr && *key == *id && std::strcmp(key, id) == 0;
+    };
     return is_id(protocol.resource_id) || is_id(protocol.ProtocolId) || is_id(protocol.ProtocolName);
 }
 
