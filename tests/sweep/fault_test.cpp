@@ -71,6 +71,7 @@ constexpr Survived survived[] = {
     {"modifyGroup", "SELECT id FROM `$group` WHERE gname=", "as for shares"},
     {"setProtocolCollection", "SELECT val FROM service_misc",
      "a switch that cannot be read counts as off when the changes are marked"},
+    {"setProtocolCollection", "temp.sqlite_schema", "without copies nothing is stored, as callers know it"},
     {"getShareAccess", "", "what cannot be resolved is denied"},
     {"getPathAccess", "", "what cannot be resolved is denied"},
     {"getDiskDiff", "", "what cannot be compared or looked up is logged, and left out"},
