@@ -85,8 +85,8 @@ typedef struct _qbdb_handle {
 
 /** Begins a transaction: BEGIN IMMEDIATE, or a deferred one, which holds no lock that a writer needs, when the
  *  handle is read only or qbdb_announce() said that the operation only reads. A busy database is waited for.
- *  A file that another program has brought to another schema since it was opened is not written. Returns 0 or SQLite's result code with a minus sign (-5: busy): look-ups of identifiers hand
- *  this value to their caller. */
+ *  A file that another program has brought to another schema since it was opened is not written. Returns 0 or
+ *  SQLite's result code with a minus sign (-5: busy): look-ups of identifiers hand this value to their caller. */
 int qbdb_sql_begin(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char *file, int line);
 
 /** Commits. When the commit fails the transaction is rolled back, so that nothing of it stays. */
