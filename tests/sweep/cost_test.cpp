@@ -54,8 +54,8 @@ void crowd(Appliance &appliance, int count)
          "printf('share%05d',i),printf('weekly%05d',i),printf('share%05d',i+1)"},
         {"`$home_folder_snapshot` (user_name,home_dir,name,type,created_on)",
          "printf('user%05d',i),printf('/data/home/user%05d',i),'daily',1,i"},
-        {"backup (name,enabled,src_type,src_share_proto,dst_type,dst_share_proto)",
-         "printf('job%05d',i),1,'share',printf('share%05d',i),'share',printf('share%05d',i+1)"},
+        {"backup (id,name,enabled,src_type,src_share_proto,dst_type,dst_share_proto)",
+         "i,printf('job%05d',i),1,'share',printf('share%05d',i),'share',printf('share%05d',i+1)"},
         {"`$log` (tstamp,severity,category,msg_tag)", "i,'info','misc','LOGMSG_UNKNOWN'"},
         {"`$iscsi_lun_group` (name,target)", "printf('luns%05d',i),printf('iqn.%05d',i)"},
         {"`$iscsi_lun` (name,lun_group,lun_n)", "printf('lun%05d',i),printf('luns%05d',i),0"},
@@ -167,6 +167,73 @@ TEST(Cost, DoesNotGrowWithTheDatabaseNorPrepareAnew)
         many.measure(scenario);
         EXPECT_LE(many.meter.steps, 1.2 * few.meter.steps + 20) << "from " << few.meter.steps;
         EXPECT_EQ(prepares.contains(scenario.operation), many.meter.preparations != 0);
+    }
+}
+
+/* ---- Chains --------------------------------------------------------------------------------------------- */
+
+// An operation that takes a chain, and an element of it with its number in the place of each '#'.
+struct ChainOf {
+    const char *operation;
+    const char *element;
+};
+constexpr ChainOf chains[] = {
+    {"addShare", R"({"ShareName": "new#", "VolumeId": "data", "Cifs": {}, "Nfs": {}})"},
+    {"modifyShare",
+     R"({"resource_id": "data/share0#", "Comment": "new#", "Cifs": {"DefaultAccess": "ReadOnly"}})"},
+    {"deleteShare", R"({"resource_id": "data/share0#"})"},
+    {"addUser", R"({"UserName": "new#", "SysHash": "*"})"},
+    {"addUserList", R"({"UserName": "new#"})"},
+    {"getUser", R"({"UserId": #})"},
+    {"getSystemUser", R"({"resource_id": #})"},
+    {"modifyUser", R"({"UserId": #, "FullName": "new#"})"},
+    {"deleteUser", R"({"UserId": #})"},
+    {"deleteUserByName", R"({"UserName": "user0#"})"},
+    {"addGroup", R"({"GroupName": "new#"})"},
+    {"getSystemGroup", R"({"resource_id": #})"},
+    {"modifyGroup", R"({"GroupId": #, "GroupName": "new#"})"},
+    {"deleteGroup", R"({"GroupId": #})"},
+    {"addBackupJob", R"({"JobName": "new#", "Source": {"Type": "share", "ShareNameOrProtocol": "docs"},
+        "Destination": {"Type": "remote", "ShareNameOrProtocol": "rsync", "Path": "vault:/#"}, "Option": {},
+        "Schedule": {"Enabled": 0}})"},
+    {"deleteBackupJob", R"({"JobId": #})"},
+    {"addNetworkInterface", R"({"Name": "eth#", "Mac": "00:1b:21:0a:0b:0c"})"},
+    {"addLunGroup", R"({"Name": "new#"})"},
+    {"modifyLunGroup", R"({"Name": "luns0#", "Target": "new#"})"},
+    {"addInitiator", R"({"Name": "new#"})"},
+    {"modifyInitiator", R"({"Name": "iqn.host0#", "ChapAuth": 1})"},
+    {"addLun", R"({"Name": "new#"})"},
+};
+
+qbobj_json::Json chain_of(const std::string &operation, const char *element, int length)
+{
+    std::string text = "[";
+    for (int number = 1000; number < 1000 + length; number++) {
+        text += number > 1000 ? "," : "";
+        for (const char *c = element; *c != '\0'; c++)
+            text += *c == '#' ? std::to_string(number) : std::string(1, *c);
+    }
+    const qbobj_json::Json chain = qbobj_json::Json::parse(text + "]");
+    return operation == "modifyShare" ? qbobj_json::Json{{"share", chain}, {"modifyOneShare", 0}} : chain;
+}
+
+// An element costs the same in a long chain as in a short one.
+TEST(Cost, OfAChainIsThatOfItsElements)
+{
+    constexpr int shorter = 400;
+    constexpr int longer = 4000;
+    Crowded office(longer);
+    for (const auto &[operation, element] : chains) {
+        SCOPED_TRACE(operation);
+        const auto steps_of = [&](int length) {
+            office.meter.restart();
+            const qbobj_json::Outcome outcome =
+                call(office.appliance, operation, chain_of(operation, element, length));
+            EXPECT_EQ(0, outcome.result) << ::testing::PrintToString(outcome.error);
+            return office.meter.steps;
+        };
+        steps_of(1); // what is asked once a call
+        EXPECT_LE(steps_of(longer), 1.2 * longer / shorter * steps_of(shorter));
     }
 }
 
