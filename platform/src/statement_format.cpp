@@ -275,7 +275,8 @@ bool StatementFormat::add_conversion(std::string_view format, std::size_t &i, co
                           static_cast<Conversion::Length>(ls),
                           type,
                           std::string(format.substr(begin, flags_end - begin)),
-                          flags_end == begin + 1};
+                          flags_end == begin + 1,
+                          place.outside()};
     if (number && !is_real(type))
         conversion.pattern += "ll";
     conversion.pattern += type;
@@ -285,7 +286,7 @@ bool StatementFormat::add_conversion(std::string_view format, std::size_t &i, co
     const bool touches = (begin > 0 && is_word(format[begin - 1])) ||
                          (!behind.empty() && is_word(behind[0])) ||
                          (behind.size() == 2 && behind[0] == '%' && behind[1] != '%');
-    if (place.outside() && conversion.plain && (type == 'Q' || (number && !touches))) {
+    if (conversion.sql && conversion.plain && (type == 'Q' || (number && !touches))) {
         conversion.use = Conversion::Use::parameter;
         text_ += '?';
     } else {
@@ -309,7 +310,7 @@ void StatementFormat::build(Arguments &arguments, std::string &out, std::vector<
         }
         out.append(text_, copied, conversion.at - copied);
         copied = conversion.at;
-        if (conversion.plain && conversion.type == 's' && !value_splices_)
+        if (conversion.sql && conversion.plain && conversion.type == 's')
             append_taking_literals(out, or_nothing(arguments.next<const char *>()), i, literals);
         else if (is_text(conversion.type))
             append_text(out, conversion, arguments.next<const char *>());

@@ -43,6 +43,7 @@ struct Conversion {
     char type; // the conversion's letter
     std::string pattern;
     bool plain; // no flags, width or precision
+    bool sql;   // stands outside quotes and comments
 };
 
 // A value that stood in a spliced text.

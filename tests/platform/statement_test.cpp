@@ -42,6 +42,25 @@ TEST_F(Statements, SpliceInsideQuotesAndBareTexts)
                                 "SELECT 1 x UNION SELECT 2 UNION SELECT 3", 2));
 }
 
+// Values behind an equals sign in a spliced text are bound, whatever they hold.
+TEST_F(Statements, BindTheValuesOfSplicedTexts)
+{
+    const std::tuple<const char *, const char *> cases[] = {
+        {"x='it''s =5', y=-7", "3|it's =5|-7|4"}, {"x='', y=9223372036854775807", "3||9223372036854775807|4"},
+        {"x=NULL, y=1.5", "3|NULL|1.5|4"},        {"x=x'41', y=(2=2)", "3|A|1|4"},
+        {"x='a'||'=9', y=12e1", "3|a=9|120.0|4"}, {"y=0x10, x=\"a=1\"", "3|10|16|4"},
+    };
+    session->exec("CREATE TABLE spliced (a, x, y, z, \"a=1\" DEFAULT 10)");
+    for (const auto &[set, expected] : cases) {
+        session->exec("DELETE FROM spliced");
+        session->exec("INSERT INTO spliced (a) VALUES(2)");
+        ASSERT_EQ(0, session->exec("UPDATE spliced SET a=%d,%s,z=%d WHERE a=%d", 3, set, 4, 2)) << set;
+        EXPECT_EQ(expected, session->one("SELECT a||'|'||IFNULL(x,'NULL')||'|'||y||'|'||z FROM spliced"))
+            << set;
+    }
+    EXPECT_EQ("10", session->one("SELECT `%s` FROM spliced", "a=1")) << "no value inside quotes";
+}
+
 TEST_F(Statements, RefuseUnsupportedConversions)
 {
     for (const char *format :
