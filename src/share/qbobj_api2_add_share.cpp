@@ -12,14 +12,6 @@ namespace
 {
 
 using Share = qbobj_Share_t;
-using Cifs = qbobj_CifsShareOption_t;
-using Afp = qbobj_AfpShareOption_t;
-using Nfs = qbobj_NfsShareOption_t;
-using Ftp = qbobj_FtpShareOption_t;
-using Http = qbobj_HttpShareOption_t;
-using Dlna = qbobj_DlnaShareOption_t;
-using Daap = qbobj_DaapShareOption_t;
-using Rsync = qbobj_RsyncShareOption_t;
 
 /* ---- The options of the protocols ---------------------------------------------------------------------- */
 

@@ -11,14 +11,6 @@ namespace qbobj
 namespace
 {
 
-using Cifs = qbobj_CifsShareOption_t;
-using Afp = qbobj_AfpShareOption_t;
-using Nfs = qbobj_NfsShareOption_t;
-using Ftp = qbobj_FtpShareOption_t;
-using Http = qbobj_HttpShareOption_t;
-using Dlna = qbobj_DlnaShareOption_t;
-using Daap = qbobj_DaapShareOption_t;
-using Rsync = qbobj_RsyncShareOption_t;
 using Zvol = qbobj_ZvolShareOption_t;
 
 /* ---- Access lists -------------------------------------------------------------------------------------- */
