@@ -1,8 +1,9 @@
 // Memory that runs out: the n-th allocation of every kind fails, for every n, over the whole life of a handle.
-#include "failing_memory.h"
+#include "memory/failing_memory.h"
 #include "platform.h"
 
 using namespace platform_test;
+using namespace qbobj_test;
 
 namespace
 {

@@ -1,13 +1,11 @@
 // A walk over schema rows in both directions.
 #include "json/record_json.h"
 
+#include "common/pool.h"
 #include "json/nearest.h"
-
-#include <apr_strings.h>
 
 #include <climits>
 #include <cstring>
-#include <new>
 
 namespace qbobj_json
 {
@@ -220,9 +218,7 @@ void *from_json(const qbobj_spec_t *spec, const Json &json, apr_pool_t *pool, co
 
 void *empty_record(const qbobj_spec_t *spec, apr_pool_t *pool)
 {
-    void *record = apr_pcalloc(pool, static_cast<apr_size_t>(spec->offs_or_size));
-    if (record == nullptr)
-        throw std::bad_alloc();
+    void *record = qb::allocate(pool, static_cast<std::size_t>(spec->offs_or_size));
     for (const qbobj_spec_t *row = spec + 1; row->type != QBOBJ_KIND_END; ++row)
         if (has_void_flag(*row))
             field_at<int>(record, void_flag_offset(*row)) = 1;
@@ -278,10 +274,7 @@ const char *to_text(const Json &json, apr_pool_t *pool, const std::string &where
     const auto &text = json.get_ref<const std::string &>();
     if (text.find('\0') != std::string::npos)
         throw BadInput(where + " must not hold a NUL character");
-    const char *copy = apr_pstrmemdup(pool, text.data(), text.size());
-    if (copy == nullptr)
-        throw std::bad_alloc();
-    return copy;
+    return qb::copy_text(pool, std::string_view(text));
 }
 
 } // namespace qbobj_json

@@ -1,7 +1,7 @@
 // Memory that runs out on demand: SQLite's, the pools', and the language's own.
 #pragma once
 
-namespace platform_test
+namespace qbobj_test
 {
 
 enum class Memory { none, sqlite, pool, heap };
@@ -19,4 +19,4 @@ extern thread_local MemoryPlan memory_plan;
 // False when SQLite was in use before its allocator could be replaced.
 bool watches_sqlite();
 
-} // namespace platform_test
+} // namespace qbobj_test

@@ -1,5 +1,5 @@
 // The allocators of the whole program, asked after the plan.
-#include "failing_memory.h"
+#include "memory/failing_memory.h"
 
 #include <apr_pools.h>
 #include <sqlite3.h>
@@ -8,7 +8,7 @@
 #include <dlfcn.h>
 #include <new>
 
-namespace platform_test
+namespace qbobj_test
 {
 
 thread_local MemoryPlan memory_plan;
@@ -44,9 +44,9 @@ bool watches_sqlite()
     return watching;
 }
 
-} // namespace platform_test
+} // namespace qbobj_test
 
-using namespace platform_test;
+using namespace qbobj_test;
 
 __attribute__((visibility("default"))) void *apr_palloc(apr_pool_t *pool, apr_size_t size)
 {

@@ -1,0 +1,97 @@
+// Memory runs out in every operation: the call fails as it should, the handle goes on, nothing stays.
+#include "memory/failing_memory.h"
+#include "scenarios.h"
+
+#include <string_view>
+#include <utility>
+
+using namespace qbobj_test;
+
+namespace
+{
+
+// A furnished office that no call changes: its commits are refused, so that a call may be repeated. A plan holds from the
+// begin of the call's transaction to its end, so that the tool's own part of a call is spared.
+class Office : public Appliance
+{
+  public:
+    Office()
+    {
+        furnish(*this);
+        sqlite3_commit_hook(
+            db, [](void *) { return 1; }, nullptr);
+        sqlite3_trace_v2(db, SQLITE_TRACE_STMT, follow, this);
+        sqlite3_rollback_hook(
+            db, [](void *self) { static_cast<Office *>(self)->spare(); }, this);
+    }
+
+    // Lets memory be there again.
+    void spare() { failed |= std::exchange(memory_plan, {}).failed; }
+
+    MemoryPlan plan;
+    bool failed = false; // an allocation did
+
+  private:
+    static int follow(unsigned, void *self, void *, void *sql)
+    {
+        const std::string_view text = static_cast<const char *>(sql);
+        auto &office = *static_cast<Office *>(self);
+        if (text.starts_with("BEGIN"))
+            memory_plan = office.plan;
+        else if (text.starts_with("COMMIT") || text.starts_with("ROLLBACK"))
+            office.spare();
+        return 0;
+    }
+};
+
+class NoMemory : public ::testing::TestWithParam<Scenario>
+{
+  protected:
+    // The result of a call with the plan; `failed` tells whether an allocation failed.
+    int run(const MemoryPlan &plan, bool &failed)
+    {
+        office_.plan = plan;
+        office_.failed = false;
+        const int result = call(office_, GetParam().operation, GetParam().input).result;
+        office_.spare();
+        failed = office_.failed;
+        return result;
+    }
+
+    Office office_;
+};
+
+TEST_P(NoMemory, IsAFailureLikeAnyOther)
+{
+    ASSERT_TRUE(watches_sqlite());
+    const qbobj_json::Operation &operation = *qbobj_json::find_operation(GetParam().operation);
+    const std::string before = office_.content();
+    bool failed = false;
+    const int usual = run({}, failed);
+    for (const Memory kind : {Memory::sqlite, Memory::pool, Memory::heap})
+        for (const bool lasting : {false, true}) {
+            failed = true;
+            for (int n = 1; failed && !HasFailure(); n += 1 + n / 4) {
+                SCOPED_TRACE("kind " + std::to_string(static_cast<int>(kind)) + ", allocation " +
+                             std::to_string(n));
+                const int result = run({kind, n, lasting, false}, failed);
+                EXPECT_TRUE(failed || result == usual) << result;
+                // Where memory never comes back a ROLLBACK may lack it, too; the next begin ends the transaction.
+                EXPECT_TRUE(lasting || sqlite3_get_autocommit(office_.db) != 0)
+                    << "a transaction was left open";
+                qbdb_clear_pool(office_.qbdb);
+            }
+            EXPECT_EQ(operation.failed(usual), operation.failed(run({}, failed))) << "the handle is spoilt";
+            EXPECT_NE(0, sqlite3_get_autocommit(office_.db)) << "a transaction was left open";
+            EXPECT_EQ(before, office_.content());
+        }
+}
+
+std::string name_of(const ::testing::TestParamInfo<Scenario> &info)
+{
+    return info.param.operation;
+}
+
+INSTANTIATE_TEST_SUITE_P(All, NoMemory, ::testing::ValuesIn(scenarios()), name_of);
+
+} // namespace
