@@ -18,7 +18,7 @@ struct Default {
     const char *stored_access;
     int guests; // CIFS only
 
-    std::string_view access() const { return stored_access; }
+    std::string_view access() const { return or_empty(stored_access); }
     bool lets_read() const { return access() == "readonly" || access() == "writeable"; }
 };
 
