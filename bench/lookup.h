@@ -243,13 +243,13 @@ void finish(Rows &&rows)
     }
 }
 
-// One transaction, as the library begins it.
+// One transaction, as the library begins it: one that reads only holds no lock.
 template <class Lookup>
 class Transactions
 {
   public:
-    explicit Transactions(const Connection &connection)
-        : begin_(connection, "BEGIN IMMEDIATE"), commit_(connection, "COMMIT")
+    explicit Transactions(const Connection &connection, const char *begin = "BEGIN IMMEDIATE")
+        : begin_(connection, begin), commit_(connection, "COMMIT")
     {
     }
     template <class Work>
