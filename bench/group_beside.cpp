@@ -24,7 +24,7 @@ class Groups
     }
 
     const Connection &connection_;
-    Transactions<Kept> transactions_{connection_};
+    Transactions transactions_{connection_};
 };
 
 class AddGroup : public Groups
@@ -180,7 +180,7 @@ class GetUserInGroupName
 
   private:
     const Connection &connection_;
-    Transactions<Kept> transactions_{connection_, "BEGIN"};
+    Transactions transactions_{connection_, "BEGIN"};
     Kept members_{connection_, R"(WITH asked(id) AS (SELECT id FROM `$group` WHERE gname=%Q)
         SELECT U.id,U.uname FROM asked CROSS JOIN `$user` U ON U.group_id=asked.id
         LEFT JOIN `$group_has_user` GU ON GU.user_id=U.id

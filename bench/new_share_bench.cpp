@@ -3,6 +3,7 @@
 #include "share_writer.h"
 
 #include <array>
+#include <cstring>
 
 namespace qbobj_bench
 {
@@ -123,7 +124,7 @@ class NewShares
     }
 
     const Connection &connection_;
-    Transactions<Kept> transactions_{connection_};
+    Transactions transactions_{connection_};
     Kept place_{connection_,
                 R"(SELECT lv_name,blk_free,(SELECT id FROM `$user` WHERE uname='guest' AND rid IS NULL),
         (SELECT id FROM `$group` WHERE gname='guest' AND rid IS NULL) FROM _volume WHERE id=%Q)"};

@@ -58,7 +58,7 @@ class ModifyShare : public Shares
         return static_cast<Record *>(qbobj_json::empty_record(qbobj_json::find_spec(type), pool()));
     }
 
-    Transactions<Kept> transactions_{connection_};
+    Transactions transactions_{connection_};
     Kept stored_{connection_, "SELECT id,name,path,IFNULL(visible_snapdir,'')<>'' FROM share "
                               "WHERE zfs_name=%Q"};
     Kept comment_{connection_, "UPDATE share SET comment=%Q WHERE id=%d"};
@@ -142,7 +142,7 @@ class DeleteShare : public Shares
         return {connection_, "DELETE FROM " + std::string(table) + " WHERE zfs_name=%Q"};
     }
 
-    Transactions<Kept> transactions_{connection_};
+    Transactions transactions_{connection_};
     // A share in whose folder no other one lies.
     Kept alone_{connection_, R"(SELECT D.id,D.name,D.path,D.visible_snapdir IS NOT NULL FROM share D
         WHERE D.zfs_name=%Q AND NOT EXISTS (SELECT 1 FROM share S WHERE S.path COLLATE NOCASE>=D.path||'/'
@@ -207,7 +207,7 @@ class CopyShare : public Shares
                                  " FROM " + table + " WHERE share_id=%d"};
     }
 
-    Transactions<Kept> transactions_{connection_};
+    Transactions transactions_{connection_};
     Kept id_{connection_, "SELECT id FROM share WHERE zfs_name=%Q"};
     Kept share_{connection_, R"(INSERT INTO share(zfs_name,type,volume_id,usb_storage_id,name,path,comment,
         user_access,group_access,everyone_access,non_owner_delete,user_id,group_id)
@@ -296,7 +296,7 @@ class GetPathAccess : public Shares
     static std::string text(const PathAccess &asked) { return asked.access; }
 
   private:
-    Transactions<Kept> transactions_{connection_, "BEGIN"};
+    Transactions transactions_{connection_, "BEGIN"};
     Kept share_{connection_,
                 "SELECT MIN(id) FROM share WHERE path=%Q OR path COLLATE NOCASE IN (%Q,%Q,%Q,%Q)"};
     Kept may_write_{connection_, R"(WITH listed(write) AS (
@@ -350,7 +350,7 @@ class GetFolderAttribute : public Shares
     }
 
   private:
-    Transactions<Kept> transactions_{connection_, "BEGIN"};
+    Transactions transactions_{connection_, "BEGIN"};
     Kept flags_{
         connection_,
         R"(SELECT S.path<>%Q,(CIFS.share_id NOT NULL)|(CASE WHEN CIFS.cifs_hide_share THEN 2 ELSE 0 END),
