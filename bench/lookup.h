@@ -179,6 +179,7 @@ struct ShareRows {
     std::string proto = {};
     std::string condition = "1";
     std::string order = {};
+    bool by_name = false; // their table knows the shares by a name, and holds rows of few
 
     std::string select(const std::string &keys, const std::string &more, const std::string &end) const
     {
@@ -247,11 +248,12 @@ class InOneScan
   private:
     static std::string text(const ShareRows &rows)
     {
-        std::string keys = rows.share_id + ",";
-        if (!rows.proto.empty())
-            keys += rows.proto + ",";
-        const std::string &last = rows.order.empty() ? rows.share_id : rows.order;
-        return rows.select(keys, "", " ORDER BY " + keys + last);
+        std::string keys = rows.share_id;
+        for (const std::string &key : {rows.proto, rows.order})
+            keys += key.empty() ? "" : "," + key;
+        // The plus keeps from looking the rows up for one share after the other, to have their order.
+        return rows.select(rows.share_id + "," + (rows.proto.empty() ? "" : rows.proto + ","), "",
+                           (rows.by_name ? " ORDER BY +" : " ORDER BY ") + keys);
     }
     void begin()
     {

@@ -82,13 +82,8 @@ std::string ShareReader<Lookup>::shares(const char *condition)
     return std::string(R"(SELECT S.id,S.name,S.comment,S.path,S.volume_id,ZS.used/1048576,
     ZS.usedbydataset/1048576,ZS.compressratio,
     ZA.mb_quota,ZA.mb_reservation,ZA.mb_refquota,ZA.mb_refreservation,ZA.compression,ZA.dedup,S.type,S.zfs_name,
-    (SELECT COUNT(*) FROM `$snapshot` SS WHERE SS.zfs_name=S.zfs_name AND SS.type=1),
-    (SELECT COUNT(*) FROM `$snapshot` SS WHERE SS.zfs_name=S.zfs_name AND SS.type=2),
-    (SELECT MIN(SS.created_on) FROM `$snapshot` SS WHERE SS.zfs_name=S.zfs_name),
-    (SELECT MAX(SS.created_on) FROM `$snapshot` SS WHERE SS.zfs_name=S.zfs_name),
     S.migrate_to_volume_id,ZA.logbias,ZA.origin,S.visible_snapdir,IFNULL(ZA.sync,'standard'),
     STRFTIME('%%s',S.update_ts),
-    (SELECT IFNULL(MAX(PS.blocking)+1,0) FROM `process_on_share` PS WHERE PS.share_id=S.id),
     (SELECT S.volume_id||'/'||SC.parent_zfs_name||'@'||SC.parent_snapshot_name),
     ZA.bit_rot_protection
     FROM share S LEFT JOIN _zfs_stat ZS ON ZS.share_id=S.id LEFT JOIN zfs_attr ZA ON ZA.share_id=S.id
@@ -181,10 +176,9 @@ int ShareReader<Lookup>::read_row(Row &row, qbobj_Share_t &share)
     row >> share_id >> share.ShareName >> OrEmpty{share.Comment} >> share.Path >> OrEmpty{share.VolumeId} >>
         share.UsedMB >> share.UsedByDatasetMB >> share.CompressRatio >> share.QuotaMB >> share.ReserveMB >>
         share.RefQuotaMB >> share.RefReserveMB >> share.Compression >> share.Dedup >> share.ShareType >>
-        share.ShareId >> share.NrContinuousSnapshots >> share.NrManualSnapshots >>
-        share.FirstSnapshotCreatedOn >> share.LastSnapshotCreatedOn >> share.MigrateToVolumeId >>
-        share.LogBias >> share.Origin >> OrEmpty{share.VisibleSnapFolder} >> share.Sync >> share.UpdateTS >>
-        share.Busy >> share.CloneOf >> share.BitRotProtection;
+        share.ShareId >> share.MigrateToVolumeId >> share.LogBias >> share.Origin >>
+        OrEmpty{share.VisibleSnapFolder} >> share.Sync >> share.UpdateTS >> share.CloneOf >>
+        share.BitRotProtection;
     share.VisibleSnapshot = *share.VisibleSnapFolder != '\0' ? 1 : 0;
     share.ZfsName = apr_pstrdup(pool(), share.ShareId);
     share.resource_id = share.ShareId;
@@ -204,6 +198,7 @@ void ShareReader<Lookup>::complete(int share_id, qbobj_Share_t &share)
     read_rsync(share_id, share);
     read_media(share_id, share);
     read_zvol(share_id, share);
+    read_snapshots(share_id, share);
     read_use(share_id, share);
     read_quotas(user_quotas_, share_id, share.UserQuota);
     read_quotas(group_quotas_, share_id, share.GroupQuota);
@@ -270,8 +265,29 @@ void ShareReader<Lookup>::read_schedule(int share_id, qbobj_Share_t &share)
 }
 
 template <class Lookup>
+void ShareReader<Lookup>::read_snapshots(int share_id, qbobj_Share_t &share)
+{
+    constexpr int continuous = 1;
+    for (auto row = snapshots_(share_id); row.next();) {
+        int type = 0;
+        int created_on = 0;
+        row >> type >> created_on;
+        if (share.NrContinuousSnapshots + share.NrManualSnapshots == 0)
+            share.FirstSnapshotCreatedOn = share.LastSnapshotCreatedOn = created_on;
+        ++(type == continuous ? share.NrContinuousSnapshots : share.NrManualSnapshots);
+        share.FirstSnapshotCreatedOn = std::min(share.FirstSnapshotCreatedOn, created_on);
+        share.LastSnapshotCreatedOn = std::max(share.LastSnapshotCreatedOn, created_on);
+    }
+}
+
+template <class Lookup>
 void ShareReader<Lookup>::read_use(int share_id, qbobj_Share_t &share)
 {
+    for (auto row = processes_(share_id); row.next();) {
+        int blocking = 0;
+        row >> blocking;
+        share.Busy = std::max(share.Busy, blocking + 1);
+    }
     Tail<qbobj_UsedBy_t> markers(pool(), share.UsedBy);
     for (auto row = used_by_(share_id); row.next();) {
         qbobj_UsedBy_t &marker = markers.append();

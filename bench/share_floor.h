@@ -39,6 +39,7 @@ class ShareReader
     void read_rsync(int share_id, qbobj_Share_t &share);
     void read_http(int share_id, qbobj_Share_t &share);
     void read_zvol(int share_id, qbobj_Share_t &share);
+    void read_snapshots(int share_id, qbobj_Share_t &share);
     void read_use(int share_id, qbobj_Share_t &share);
     void read_quotas(Lookup &quotas, int share_id, qbobj_Quota_t *&list);
 
@@ -123,12 +124,22 @@ class ShareReader
                   "zvol_share_option ZVOL INNER JOIN share S ON S.id=ZVOL.share_id "
                   "INNER JOIN _volume V ON V.id=S.volume_id",
                   "ZVOL.share_id"}};
+    Lookup snapshots_{connection_,
+                      {.columns = "SS.type,SS.created_on",
+                       .from = "`$snapshot` SS INNER JOIN share S ON S.zfs_name=SS.zfs_name",
+                       .share_id = "S.id",
+                       .by_name = true}};
+    Lookup processes_{connection_, {"PS.blocking", "process_on_share PS", "PS.share_id"}};
     Lookup used_by_{connection_,
-                    {"A.app_name,A.app_data",
-                     "`$application_on_share` A INNER JOIN share S ON S.zfs_name=A.zfs_name", "S.id"}};
+                    {.columns = "A.app_name,A.app_data",
+                     .from = "`$application_on_share` A INNER JOIN share S ON S.zfs_name=A.zfs_name",
+                     .share_id = "S.id",
+                     .by_name = true}};
     Lookup clones_{connection_,
-                   {"C.id,C.cloned_zfs_name,C.parent_snapshot_name,C.parent_zfs_name",
-                    "`$snapshot_clones` C INNER JOIN share S ON S.name=C.parent_zfs_name", "S.id"}};
+                   {.columns = "C.id,C.cloned_zfs_name,C.parent_snapshot_name,C.parent_zfs_name",
+                    .from = "`$snapshot_clones` C INNER JOIN share S ON S.name=C.parent_zfs_name",
+                    .share_id = "S.id",
+                    .by_name = true}};
     Lookup user_quotas_{connection_, quotas("user", "uname")};
     Lookup group_quotas_{connection_, quotas("group", "gname")};
 };
