@@ -203,7 +203,7 @@ class Writer
     }
 
   private:
-    Transactions<Kept> transactions_;
+    Transactions transactions_;
     Kept insert_;
     Kept update_;
 };

@@ -131,7 +131,7 @@ void trim_by_library(const Connection &connection)
 
 void trim_by_hand(const Connection &connection)
 {
-    Transactions<Kept>(connection).run([&] { finish(Kept(connection, trimming)(kept_entries - 1)); });
+    Transactions(connection).run([&] { finish(Kept(connection, trimming)(kept_entries - 1)); });
 }
 
 int number(const Connection &connection, const char *select)

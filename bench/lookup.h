@@ -1,5 +1,5 @@
-// The statements of a hand-written program, in both of its ways: on a statement that it keeps, or formatting
-// and preparing it anew each time. Both read a row's columns from left to right into the fields of a record:
+// The statements of a hand-written program, which it keeps: a look-up with parameters, or a scan of a table in
+// an order that it merges with others. Both read a row's columns from left to right into a record's fields:
 //
 //     for (auto row = hosts(share_id, "cifs"); row.next();)
 //         row >> host.HostId >> host.HostName;
@@ -10,11 +10,12 @@
 #include <apr_pools.h>
 #include <apr_strings.h>
 
-#include <cstdlib>
-#include <cstring>
+#include <limits>
 #include <memory>
-#include <new>
 #include <stdexcept>
+#include <string_view>
+#include <tuple>
+#include <utility>
 
 namespace qbobj_bench
 {
@@ -48,63 +49,49 @@ struct OrEmpty {
     const char *&field;
 };
 
-// Reads columns from left to right. `Rows` gives the cell of a column as text, int or uint64_t.
-template <class Rows>
-class Columns
+// The row at which a statement stands.
+class Row
 {
   public:
-    explicit Columns(apr_pool_t *pool) : pool_(pool) {}
+    Row(apr_pool_t *pool, sqlite3_stmt *statement) : pool_(pool), statement_(statement) {}
 
-    Rows &operator>>(const char *&field)
+    Row &operator>>(const char *&field)
     {
-        field = apr_pstrdup(pool_, rows().text(column_++));
-        return rows();
+        field = apr_pstrdup(pool_, text(column_++));
+        return *this;
     }
-    Rows &operator>>(OrEmpty text)
+    Row &operator>>(OrEmpty cell)
     {
-        const char *cell = rows().text(column_++);
-        text.field = cell == nullptr ? empty_str : apr_pstrdup(pool_, cell);
-        return rows();
+        const char *const given = text(column_++);
+        cell.field = given == nullptr ? empty_str : apr_pstrdup(pool_, given);
+        return *this;
     }
-    Rows &operator>>(int &field)
+    // Until the next row.
+    Row &operator>>(std::string_view &field)
     {
-        field = rows().integer(column_++);
-        return rows();
+        field = text(column_++);
+        return *this;
     }
-    Rows &operator>>(uint64_t &field)
+    Row &operator>>(int &field)
     {
-        field = rows().size(column_++);
-        return rows();
+        field = sqlite3_column_int(statement_, column_++);
+        return *this;
     }
-    Rows &skip(int columns)
+    Row &operator>>(uint64_t &field)
+    {
+        field = static_cast<uint64_t>(sqlite3_column_int64(statement_, column_++));
+        return *this;
+    }
+    Row &skip(int columns)
     {
         column_ += columns;
-        return rows();
+        return *this;
     }
 
   protected:
-    void first_column() { column_ = 0; }
-
-  private:
-    Rows &rows() { return static_cast<Rows &>(*this); }
-
-    apr_pool_t *pool_;
-    int column_ = 0;
-};
-
-/* ---- Kept statements ----------------------------------------------------------------------------------- */
-
-class KeptRows : public Columns<KeptRows>
-{
-  public:
-    KeptRows(apr_pool_t *pool, sqlite3_stmt *statement) : Columns(pool), statement_(statement) {}
-    ~KeptRows() { sqlite3_reset(statement_); }
-    KeptRows(const KeptRows &) = delete;
-    KeptRows &operator=(const KeptRows &) = delete;
-
-    bool next()
+    bool step()
     {
-        first_column();
+        column_ = 0;
         const int rc = sqlite3_step(statement_);
         if (rc != SQLITE_ROW && rc != SQLITE_DONE)
             throw std::runtime_error(sqlite3_errmsg(sqlite3_db_handle(statement_)));
@@ -114,14 +101,23 @@ class KeptRows : public Columns<KeptRows>
     {
         return reinterpret_cast<const char *>(sqlite3_column_text(statement_, column));
     }
-    int integer(int column) const { return sqlite3_column_int(statement_, column); }
-    uint64_t size(int column) const
-    {
-        return static_cast<uint64_t>(sqlite3_column_int64(statement_, column));
-    }
 
-  private:
+    apr_pool_t *pool_;
     sqlite3_stmt *statement_;
+    int column_ = 0;
+};
+
+/* ---- Look-ups ------------------------------------------------------------------------------------------ */
+
+class KeptRows : public Row
+{
+  public:
+    using Row::Row;
+    ~KeptRows() { sqlite3_reset(statement_); }
+    KeptRows(const KeptRows &) = delete;
+    KeptRows &operator=(const KeptRows &) = delete;
+
+    bool next() { return step(); }
 };
 
 class Kept
@@ -173,66 +169,125 @@ class Kept
     std::unique_ptr<sqlite3_stmt, Finalize> statement_;
 };
 
-/* ---- Statements prepared anew -------------------------------------------------------------------------- */
+/* ---- Rows by share ------------------------------------------------------------------------------------- */
 
-class FreshRows : public Columns<FreshRows>
-{
-  public:
-    FreshRows(apr_pool_t *pool, sqlite3 *db, const char *text) : Columns(pool)
-    {
-        if (sqlite3_get_table(db, text, &cells_, &rows_, &columns_, nullptr) != SQLITE_OK)
-            throw std::runtime_error(sqlite3_errmsg(db));
-    }
-    ~FreshRows() { sqlite3_free_table(cells_); }
-    FreshRows(const FreshRows &) = delete;
-    FreshRows &operator=(const FreshRows &) = delete;
+// A SELECT of what belongs to shares: by the column of their ids, and in lists by that of the protocol too.
+struct ShareRows {
+    std::string columns;
+    std::string from;
+    std::string share_id;
+    std::string proto = {};
+    std::string condition = "1";
+    std::string order = {};
+    bool by_name = false; // their table knows the shares by a name, and holds rows of few
 
-    bool next()
+    std::string select(const std::string &keys, const std::string &more, const std::string &end) const
     {
-        first_column();
-        return row_++ < rows_;
+        return "SELECT " + keys + columns + " FROM " + from + " WHERE " + condition + more + end;
     }
-    // Row 0 holds the names.
-    const char *text(int column) const { return cells_[row_ * columns_ + column]; }
-    int integer(int column) const
-    {
-        const char *cell = text(column);
-        return cell == nullptr ? 0 : std::atoi(cell);
-    }
-    uint64_t size(int column) const
-    {
-        const char *cell = text(column);
-        return cell == nullptr ? 0 : std::strtoull(cell, nullptr, 0);
-    }
-
-  private:
-    char **cells_ = nullptr;
-    int rows_ = 0;
-    int columns_ = 0;
-    int row_ = 0;
 };
 
-class Fresh
+// Looks a share's rows up.
+class EachShare
 {
   public:
-    Fresh(const Connection &connection, std::string format)
-        : connection_(connection), format_(std::move(format))
+    EachShare(const Connection &connection, const ShareRows &rows)
+        : kept_(connection, rows.select("",
+                                        " AND " + rows.share_id + "=%d" +
+                                            (rows.proto.empty() ? "" : " AND " + rows.proto + "=%Q"),
+                                        rows.order.empty() ? "" : " ORDER BY " + rows.order))
     {
     }
-
-    template <class... Values>
-    FreshRows operator()(Values... values) const
+    template <class... Key>
+    KeptRows operator()(Key... key) const
     {
-        const std::unique_ptr<char, decltype(&sqlite3_free)> text(sqlite3_mprintf(format_.c_str(), values...),
-                                                                  sqlite3_free);
-        if (text == nullptr)
-            throw std::bad_alloc();
-        return {connection_.qbdb->pool, connection_.db, text.get()};
+        return kept_(key...);
     }
 
   private:
-    const Connection &connection_;
-    std::string format_;
+    Kept kept_;
+};
+
+// Finds the rows in one scan of all shares', which are asked for in the order of their ids, and of the protocols
+// of each. A share before the one asked for last begins the scan anew.
+class InOneScan
+{
+  public:
+    class Rows
+    {
+      public:
+        Rows(InOneScan &scan, int share_id, std::string_view proto)
+            : scan_(scan), share_id_(share_id), proto_(proto)
+        {
+        }
+        bool next() { return scan_.next(share_id_, proto_); }
+        template <class Field>
+        Row &operator>>(Field &&field)
+        {
+            return *scan_.rows_ >> std::forward<Field>(field);
+        }
+
+      private:
+        InOneScan &scan_;
+        int share_id_;
+        std::string_view proto_;
+    };
+
+    InOneScan(const Connection &connection, const ShareRows &rows)
+        : by_proto_(!rows.proto.empty()), scan_(connection, text(rows))
+    {
+    }
+    Rows operator()(int share_id, std::string_view proto = "")
+    {
+        if (rows_ == nullptr || share_id < asked_)
+            begin();
+        asked_ = share_id;
+        return {*this, share_id, proto};
+    }
+
+  private:
+    static std::string text(const ShareRows &rows)
+    {
+        std::string keys = rows.share_id;
+        for (const std::string &key : {rows.proto, rows.order})
+            keys += key.empty() ? "" : "," + key;
+        // The plus keeps from looking the rows up for one share after the other, to have their order.
+        return rows.select(rows.share_id + "," + (rows.proto.empty() ? "" : rows.proto + ","), "",
+                           (rows.by_name ? " ORDER BY +" : " ORDER BY ") + keys);
+    }
+    void begin()
+    {
+        rows_.reset();
+        rows_ = std::unique_ptr<KeptRows>(new KeptRows(scan_()));
+        advance();
+    }
+    void advance()
+    {
+        is_read_ = false;
+        share_id_ = std::numeric_limits<int>::max();
+        if (!rows_->next())
+            return;
+        *rows_ >> share_id_;
+        if (by_proto_)
+            *rows_ >> proto_;
+    }
+    bool next(int share_id, std::string_view proto)
+    {
+        if (is_read_)
+            advance();
+        while (std::tie(share_id_, proto_) < std::tie(share_id, proto))
+            advance();
+        is_read_ = share_id_ == share_id && proto_ == proto;
+        return is_read_;
+    }
+
+    bool by_proto_;
+    Kept scan_;
+    std::unique_ptr<KeptRows> rows_;
+    int asked_ = 0;
+    int share_id_ = 0; // of the row at which the scan stands; the highest number behind the last
+    std::string_view proto_;
+    bool is_read_ = false;
 };
 
 // Runs a statement that returns no rows, or whose rows do not matter.
@@ -243,13 +298,12 @@ void finish(Rows &&rows)
     }
 }
 
-// One transaction, as the library begins it.
-template <class Lookup>
+// One transaction, as the library begins it: one that reads only holds no lock.
 class Transactions
 {
   public:
-    explicit Transactions(const Connection &connection)
-        : begin_(connection, "BEGIN IMMEDIATE"), commit_(connection, "COMMIT")
+    explicit Transactions(const Connection &connection, const char *begin = "BEGIN IMMEDIATE")
+        : begin_(connection, begin), commit_(connection, "COMMIT")
     {
     }
     template <class Work>
@@ -261,8 +315,8 @@ class Transactions
     }
 
   private:
-    Lookup begin_;
-    Lookup commit_;
+    Kept begin_;
+    Kept commit_;
 };
 
 } // namespace qbobj_bench

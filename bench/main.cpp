@@ -18,6 +18,8 @@ int main(int argc, char **argv)
         add_start_figures(figures);
         add_new_user_figures(figures);
         add_modification_figures(figures);
+        add_group_beside_figures(figures);
+        add_share_beside_figures(figures);
         add_backup_figures(figures);
         add_dictionary_figures(figures);
         add_log_figures(figures);

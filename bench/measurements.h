@@ -17,6 +17,8 @@ namespace qbobj_bench
 void add_share_figures(Figures &figures);
 void add_new_share_figures(Figures &figures);
 void add_modification_figures(Figures &figures);
+void add_share_beside_figures(Figures &figures);
+void add_group_beside_figures(Figures &figures);
 void add_user_figures(Figures &figures);
 void add_new_user_figures(Figures &figures);
 void add_disk_figures(Figures &figures);

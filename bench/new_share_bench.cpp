@@ -1,6 +1,9 @@
 // Shares created with the options of all protocols.
-#include "measurements.h"
+#include "beside.h"
 #include "share_writer.h"
+
+#include <array>
+#include <cstring>
 
 namespace qbobj_bench
 {
@@ -9,6 +12,7 @@ namespace
 
 constexpr int shares_there = 1000;
 constexpr int new_shares = 200; // in a run, each with its own call
+constexpr int chained = 10000;  // in one call
 
 const char *text_in(apr_pool_t *pool, const std::string &text)
 {
@@ -85,6 +89,127 @@ void add_shares(benchmark::State &state, const Connection &connection, Add add)
             add(*share);
 }
 
+/* ---- Many in one call ---------------------------------------------------------------------------------- */
+
+// What a program does that knows its shares to be new: no list to clear, nothing to look up that it has stored.
+class NewShares
+{
+  public:
+    explicit NewShares(const Connection &connection) : connection_(connection) {}
+    static constexpr const char *name = "addShare";
+    static constexpr bool in_chain = true;
+
+    qbobj_Share_t *record(int number) const { return new_share(connection_.qbdb->pool, number); }
+    int by_library(qbobj_Share_t &shares, qbobj_error_rec_t *err) const
+    {
+        return qbobj_addShare(connection_.qbdb, connection_.db, &shares, err);
+    }
+    void by_hand(qbobj_Share_t &shares) const;
+    static std::string text(const qbobj_Share_t &share) { return json("Share", share); }
+
+  private:
+    // What the shares of a chain have in common.
+    struct Place {
+        const char *volume;
+        uint64_t free_kb;
+        int owner;
+        int group;
+    };
+    Place place_of(const char *volume_id) const;
+    void add(qbobj_Share_t &share, const Place &place) const;
+    void add_lists(const qbobj_CifsShareOption_t &option, int id) const;
+    Kept option(const char *columns, const char *values) const
+    {
+        return {connection_, std::string("INSERT INTO ") + columns + " VALUES(%d," + values + ")"};
+    }
+
+    const Connection &connection_;
+    Transactions transactions_{connection_};
+    Kept place_{connection_,
+                R"(SELECT lv_name,blk_free,(SELECT id FROM `$user` WHERE uname='guest' AND rid IS NULL),
+        (SELECT id FROM `$group` WHERE gname='guest' AND rid IS NULL) FROM _volume WHERE id=%Q)"};
+    Kept share_{connection_, R"(INSERT INTO share (zfs_name,type,name,comment,volume_id,path,user_access,
+        group_access,everyone_access,non_owner_delete,user_id,group_id)
+        VALUES(%Q,'share',%Q,%Q,%Q,%Q,7,7,7,1,%d,%d))"};
+    Kept attributes_{connection_, R"(INSERT INTO zfs_attr (share_id,mb_quota,mb_reservation,mb_refquota,
+        mb_refreservation,compression,bit_rot_protection,dedup,logbias,sync)
+        VALUES(%d,%llu,%llu,%llu,%llu,%d,%d,%d,%Q,%Q))"};
+    std::array<Kept, 9> options_{
+        option("cifs_share_option (share_id,cifs_access,cifs_guest_access,cifs_hide_share,"
+               "cifs_group_create_mask,cifs_everyone_create_mask,cifs_enable_masks,cifs_group_directory_mask,"
+               "cifs_everyone_directory_mask,cifs_enable_forced_minimum,cifs_recycle,cifs_recycle_mb_limit,"
+               "cifs_recycle_age_limit,oplocks,available,cifs_enabledfs)",
+               "'writeable',0,0,6,6,0,7,7,0,0,0,0,0,1,0"),
+        option("afp_share_option (share_id,available,afp_access,afp_guest_access,afp_fperm,afp_dperm)",
+               "1,'writeable',0,NULL,NULL"),
+        option("nfs_share_option (share_id,available,nfs_access,nfs_sync)", "1,'writeable',1"),
+        option("ftp_share_option (share_id,available,ftp_access,ftp_mask,ftp_create_mask,ftp_directory_mask)",
+               "1,'writeable',0,0,0"),
+        option("rsync_share_option (share_id,available,rsync_access,passwordprotection)",
+               "1,'writeable','disabled'"),
+        option("dlna_share_option (share_id,available,access,media_type)", "1,'readonly',7"),
+        option("daap_share_option (share_id,available)", "1"),
+        option("http_share_option (share_id,available,http_access,http_webdav)", "1,'writeable',0"),
+        option("snapshot_schedule (share_id,enabled,minute,hour,day_of_month,day_of_week,month,last_taken,"
+               "purge_manual_snapshot,last_daily_taken,last_weekly_taken)",
+               "1,'0','*','*','*','*',0,0,0,0")};
+    Kept user_{connection_,
+               "INSERT INTO user_acl (share_id,user_id,proto,read,write) VALUES(%d,%d,'cifs',1,0)"};
+    Kept group_{connection_, "INSERT INTO group_acl (share_id,group_id,proto,read,write) "
+                             "VALUES(%d,%d,'cifs',1,0)"};
+    Kept host_{connection_, "INSERT INTO host_acl (share_id,host_id,proto,read,write,root) "
+                            "SELECT %d,id,'cifs',1,1,0 FROM host WHERE name=%Q"};
+};
+
+void NewShares::by_hand(qbobj_Share_t &shares) const
+{
+    transactions_.run([&] {
+        const char *volume_id = "";
+        Place place{};
+        for (qbobj_Share_t *share = &shares; share != nullptr; share = share->_link) {
+            if (std::strcmp(volume_id, share->VolumeId) != 0)
+                place = place_of(volume_id = share->VolumeId);
+            add(*share, place);
+        }
+    });
+}
+
+NewShares::Place NewShares::place_of(const char *volume_id) const
+{
+    Place place{};
+    if (auto row = place_(volume_id); row.next())
+        row >> place.volume >> place.free_kb >> place.owner >> place.group;
+    return place;
+}
+
+void NewShares::add(qbobj_Share_t &share, const Place &place) const
+{
+    if (share.RefQuotaMB > place.free_kb / 1024)
+        throw std::runtime_error("cannot add a share");
+    const char *const path =
+        apr_pstrcat(connection_.qbdb->pool, "/", place.volume, "/", share.ShareName, nullptr);
+    finish(share_(path + 1, share.ShareName, share.Comment, share.VolumeId, path, place.owner, place.group));
+    const int id = static_cast<int>(sqlite3_last_insert_rowid(connection_.db));
+    finish(attributes_(id, share.QuotaMB, share.ReserveMB, share.RefQuotaMB, share.RefReserveMB,
+                       share.Compression, share.BitRotProtection, share.Dedup, share.LogBias, share.Sync));
+    for (const Kept &option : options_)
+        finish(option(id));
+    add_lists(*share.Cifs, id);
+    share.resource_id = share.ShareId =
+        apr_pstrcat(connection_.qbdb->pool, share.VolumeId, "/", share.ShareName, nullptr);
+}
+
+// Of hosts that are known.
+void NewShares::add_lists(const qbobj_CifsShareOption_t &option, int id) const
+{
+    for (const qbobj_UserAcl_t *entry = option.UserAcl; entry != nullptr; entry = entry->_link)
+        finish(user_(id, entry->User->resource_id));
+    for (const qbobj_GroupAcl_t *entry = option.GroupAcl; entry != nullptr; entry = entry->_link)
+        finish(group_(id, entry->Group->resource_id));
+    for (const qbobj_HostAcl_t *entry = option.HostAcl; entry != nullptr; entry = entry->_link)
+        finish(host_(id, entry->Host->HostName));
+}
+
 } // namespace
 
 void add_new_share_figures(Figures &figures)
@@ -102,6 +227,7 @@ void add_new_share_figures(Figures &figures)
         add_shares(state, copy.connection, [&writer](qbobj_Share_t &share) { writer.add(share); });
     });
     figures.ratio_at_most("addShare-to-kept-statements", "addShare/library", "addShare/kept", 1.5);
+    measure_beside<NewShares>(figures, appliance, chained, 1.5);
 }
 
 } // namespace qbobj_bench

@@ -26,7 +26,7 @@ class ProtocolFloor
     Kept enable(const char *table) const;
 
     const Connection &connection_;
-    Transactions<Kept> transactions_{connection_};
+    Transactions transactions_{connection_};
 
     Kept cifs_{connection_, "SELECT S.enabled,S.user_home_directory,S.user_home_directory_recycle,"
                             "S.user_home_directory_recycle_max_days,S.user_home_directory_recycle_max_size "

@@ -9,6 +9,7 @@ namespace
 
 constexpr int few = 1000;
 constexpr int many = 10000;
+constexpr int most = 100000;
 constexpr int named_reads = 200;
 constexpr int id_reads = 2000;
 
@@ -47,21 +48,39 @@ struct Subject {
     Appliance appliance;
     Connection library = appliance.connect();
     Connection kept = appliance.connect();
-    Connection fresh = appliance.connect();
-    ShareReader<Kept> kept_reader{kept};
-    ShareReader<Fresh> fresh_reader{fresh};
+    Connection scanned = appliance.connect();
+    ShareReader<EachShare> kept_reader{kept};
+    ShareReader<InOneScan> scanning_reader{scanned};
 };
+
+// Rows for a few shares in the tables that measured shares have none in.
+void add_rare_rows(const Connection &connection)
+{
+    for (const char *insert :
+         {"`$snapshot` (zfs_name,name,created_on,type) SELECT zfs_name,'s',1000+id,1+id%2",
+          "`$application_on_share` (zfs_name,app_name,app_data) SELECT zfs_name,'app','data'",
+          "`$snapshot_clones` (cloned_zfs_name,parent_snapshot_name,parent_zfs_name) SELECT "
+          "name,'s','share00300'",
+          "process_on_share (share_id,pid,blocking) SELECT id,7,id%3",
+          "cifs_dfs_option (share_id,folder,address,remote_share) SELECT id,'folder','10.0.0.9','remote'",
+          "rsync_user_password_acl (share_id,user,password) SELECT id,'user','secret'",
+          "group_quota (group_id,share_id,mb_soft,mb_hard) SELECT 100,id,1,2",
+          "user_acl (share_id,user_id,proto,read,write) SELECT id,105,'afp',1,1",
+          "host_acl (share_id,host_id,proto,read,write) SELECT id,5,'nfs',1,1"})
+        connection.run((std::string("INSERT INTO ") + insert + " FROM share WHERE id IN (3,4,500)").c_str());
+}
 
 void compare(Subject &subject)
 {
+    add_rare_rows(subject.library);
     qbobj_ShareCollection_t library{};
     qbobj_ShareCollection_t kept{};
-    qbobj_ShareCollection_t fresh{};
+    qbobj_ShareCollection_t scanned{};
     read_all(subject.library, library);
     subject.kept_reader.read_all(kept);
-    subject.fresh_reader.read_all(fresh);
+    subject.scanning_reader.read_all(scanned);
     require_same_records("ShareCollection", kept, library);
-    require_same_records("ShareCollection", fresh, library);
+    require_same_records("ShareCollection", scanned, library);
 
     qbobj_Share_t share{};
     qbobj_Share_t kept_share{};
@@ -81,16 +100,43 @@ size_t bytes_of_all(const Connection &connection)
     });
 }
 
-void measure_all(Figures &figures, Subject &subject, const std::string &suffix)
+void measure_library(Figures &figures, Subject &subject, int shares, int repetitions)
 {
-    figures.measure("getShareCollection/library" + suffix, timed(subject.library, [&subject] {
-                        qbobj_ShareCollection_t collection{};
-                        read_all(subject.library, collection);
-                    }));
+    figures.measure("getShareCollection/library/" + std::to_string(shares),
+                    timed(subject.library,
+                          [&subject] {
+                              qbobj_ShareCollection_t collection{};
+                              read_all(subject.library, collection);
+                          }),
+                    repetitions);
+}
+
+void measure_kept(Figures &figures, Subject &subject, const std::string &suffix)
+{
     figures.measure("getShareCollection/kept" + suffix, timed(subject.kept, [&subject] {
                         qbobj_ShareCollection_t collection{};
                         subject.kept_reader.read_all(collection);
                     }));
+}
+
+// The library, which reads the folders too, beside a program that does and one that does not.
+void measure_scans(Figures &figures, Subject &subject, int shares, int repetitions, double with_folders,
+                   double without)
+{
+    const std::string suffix = "/" + std::to_string(shares);
+    for (const bool folders : {true, false})
+        figures.measure("getShareCollection/scans" + std::string(folders ? "" : "-only") + suffix,
+                        timed(subject.scanned,
+                              [&subject, folders] {
+                                  qbobj_ShareCollection_t collection{};
+                                  subject.scanning_reader.read_all(collection, folders);
+                              }),
+                        repetitions);
+    const std::string figure = "getShareCollection-of-" + std::to_string(shares);
+    const std::string library = "getShareCollection/library" + suffix;
+    figures.ratio_at_most(figure + "-to-scans-and-folders", library, "getShareCollection/scans" + suffix,
+                          with_folders);
+    figures.ratio_at_most(figure + "-to-scans", library, "getShareCollection/scans-only" + suffix, without);
 }
 
 void measure_one(Figures &figures, Subject &subject)
@@ -125,20 +171,21 @@ void add_share_figures(Figures &figures)
 {
     const auto small = figures.keep<Subject>(few);
     const auto large = figures.keep<Subject>(many);
+    const auto largest = figures.keep<Subject>(most);
     compare(*small);
 
-    measure_all(figures, *small, "/1000");
-    measure_all(figures, *large, "/10000");
-    figures.measure("getShareCollection/fresh/1000", timed(small->fresh, [small] {
-                        qbobj_ShareCollection_t collection{};
-                        small->fresh_reader.read_all(collection);
-                    }));
+    constexpr int usual = 7;
+    constexpr int seldom = 3;
+    measure_library(figures, *small, few, usual);
+    measure_library(figures, *large, many, usual);
+    measure_library(figures, *largest, most, seldom);
+    measure_kept(figures, *large, "/10000");
+    measure_scans(figures, *large, many, usual, 1.6, 2.5);
+    measure_scans(figures, *largest, most, seldom, 1.7, 2.7);
     measure_one(figures, *large);
 
     figures.ratio_at_most("getShareCollection-to-kept-statements", "getShareCollection/library/10000",
                           "getShareCollection/kept/10000", 1.5);
-    figures.ratio_at_most("getShareCollection-to-preparing-anew", "getShareCollection/library/1000",
-                          "getShareCollection/fresh/1000", 1.0 / 5);
     figures.ratio_at_most("getShareCollection-time-of-10x-shares", "getShareCollection/library/10000",
                           "getShareCollection/library/1000", 11);
     figures.value_at_most("getShareCollection-pool-of-10x-shares",

@@ -4,8 +4,12 @@
 #include <acl/libacl.h>
 #include <sys/acl.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 
+#include <algorithm>
 #include <array>
+#include <cerrno>
+#include <vector>
 
 namespace qbobj_bench
 {
@@ -53,44 +57,60 @@ void append_acl(const char *path, acl_type_t acl_type, int type, Tail<qbobj_Posi
     }
 }
 
+void append_mode(int mode, Tail<qbobj_PosixAcl_t> &tail)
+{
+    constexpr std::pair<acl_tag_t, int> entries[]{{ACL_USER_OBJ, 6}, {ACL_GROUP_OBJ, 3}, {ACL_OTHER, 0}};
+    for (const auto &[tag, shift] : entries) {
+        qbobj_PosixAcl_t &record = tail.append();
+        record.Tag = tag;
+        record.Perm = mode >> shift & 7;
+        record.Id = -1;
+    }
+}
+
+// Whether the folder has a list beyond its mode.
+bool is_kept(const char *path, const char *attribute)
+{
+    return ::getxattr(path, attribute, nullptr, 0) >= 0 || errno != ENODATA;
+}
+
 } // namespace
 
 template <class Lookup>
 std::string ShareReader<Lookup>::shares(const char *condition)
 {
-    return std::string(R"(SELECT S.id,S.name,S.comment,S.path,S.non_owner_delete,
-    IFNULL((SELECT U.id FROM `$user` U WHERE U.id=S.user_id),S.user_id),
-    CASE WHEN S.user_access&2=2 THEN 'ReadWrite' WHEN S.user_access&4=4 THEN 'ReadOnly' ELSE 'Disabled' END,
-    (SELECT G.id FROM `$group` G WHERE G.id=S.group_id),
-    CASE WHEN S.group_access&2=2 THEN 'ReadWrite' WHEN S.group_access&4=4 THEN 'ReadOnly' ELSE 'Disabled' END,
-    CASE WHEN S.everyone_access&2=2 THEN 'ReadWrite' WHEN S.everyone_access&4=4 THEN 'ReadOnly' ELSE 'Disabled' END,
-    S.volume_id,ZS.available/1048576,ZS.used/1048576,ZS.usedbychildren/1048576,ZS.usedbydataset/1048576,
-    ZS.usedbyrefreservation/1048576,ZS.usedbysnapshots/1048576,ZS.compressratio,
+    return std::string(R"(SELECT S.id,S.name,S.comment,S.path,S.volume_id,ZS.used/1048576,
+    ZS.usedbydataset/1048576,ZS.compressratio,
     ZA.mb_quota,ZA.mb_reservation,ZA.mb_refquota,ZA.mb_refreservation,ZA.compression,ZA.dedup,S.type,S.zfs_name,
-    (SELECT COUNT(*) FROM `$snapshot` SS WHERE SS.zfs_name=S.zfs_name AND SS.type=1),
-    (SELECT COUNT(*) FROM `$snapshot` SS WHERE SS.zfs_name=S.zfs_name AND SS.type=2),
-    (SELECT MIN(SS.created_on) FROM `$snapshot` SS WHERE SS.zfs_name=S.zfs_name),
-    (SELECT MAX(SS.created_on) FROM `$snapshot` SS WHERE SS.zfs_name=S.zfs_name),
     S.migrate_to_volume_id,ZA.logbias,ZA.origin,S.visible_snapdir,IFNULL(ZA.sync,'standard'),
     STRFTIME('%%s',S.update_ts),
-    (SELECT IFNULL(MAX(PS.blocking)+1,0) FROM `process_on_share` PS WHERE PS.share_id=S.id),
-    ZS.referenced/1048576,
     (SELECT S.volume_id||'/'||SC.parent_zfs_name||'@'||SC.parent_snapshot_name),
     ZA.bit_rot_protection
-    FROM share S LEFT JOIN cifs_share_option CIFS ON S.id=CIFS.share_id
-    LEFT JOIN _zfs_stat ZS ON ZS.share_id=S.id LEFT JOIN zfs_attr ZA ON ZA.share_id=S.id
+    FROM share S LEFT JOIN _zfs_stat ZS ON ZS.share_id=S.id LEFT JOIN zfs_attr ZA ON ZA.share_id=S.id
     LEFT JOIN `$snapshot_clones` SC ON SC.cloned_zfs_name=S.name WHERE )") +
            condition + " ORDER BY S.name COLLATE NOCASE";
 }
 
 template <class Lookup>
-std::string ShareReader<Lookup>::quotas(const char *account, const char *name)
+ShareRows ShareReader<Lookup>::quotas(const std::string &account, const std::string &name)
 {
-    const std::string word = account;
-    return "SELECT Q." + word + "_id,S.zfs_name,Q.mb_hard,QS.mb_used,A." + name + " FROM " + word +
-           "_quota Q INNER JOIN share S ON S.id=Q.share_id LEFT JOIN _" + word +
-           "_quota_stat QS ON QS.share_id=Q.share_id AND QS." + word + "_id=Q." + word + "_id LEFT JOIN `$" +
-           word + "` A ON A.id=Q." + word + "_id WHERE Q.share_id=%d";
+    return {"Q." + account + "_id,S.zfs_name,Q.mb_hard,QS.mb_used,A." + name,
+            account + "_quota Q CROSS JOIN share S ON S.id=Q.share_id LEFT JOIN _" + account +
+                "_quota_stat QS ON QS.share_id=Q.share_id AND QS." + account + "_id=Q." + account +
+                "_id LEFT JOIN `$" + account + "` A ON A.id=Q." + account + "_id",
+            "Q.share_id"};
+}
+
+template <class Lookup>
+ShareRows ShareReader<Lookup>::accounts(const std::string &account, const std::string &name)
+{
+    return {"A.id,A." + name +
+                ",CASE WHEN L.write THEN 'ReadWrite' WHEN L.read THEN 'ReadOnly' ELSE 'Disabled' END",
+            account + "_acl L CROSS JOIN `$" + account + "` A ON A.id=L." + account + "_id",
+            "L.share_id",
+            "L.proto",
+            "A.rid IS NULL",
+            "A." + name + " COLLATE NOCASE"};
 }
 
 template <class Lookup>
@@ -99,17 +119,26 @@ void ShareReader<Lookup>::read_settings()
     if (auto row = ftp_mode_(); row.next())
         row >> ftp_anonymous_;
     finish(directory_mode_()); // a measured appliance is in no directory
+    owner_ = {};
+    group_ = {};
 }
 
 template <class Lookup>
-void ShareReader<Lookup>::read_all(qbobj_ShareCollection_t &collection)
+void ShareReader<Lookup>::read_all(qbobj_ShareCollection_t &collection, bool with_folders)
 {
     transactions_.run([&] {
         read_settings();
+        std::vector<std::pair<int, qbobj_Share_t *>> shares;
         Tail<qbobj_Share_t> tail(pool(), collection.Share);
         for (auto row = all_(); row.next();) {
             qbobj_Share_t &share = tail.append();
-            complete(read_row(row, share), share);
+            shares.emplace_back(read_row(row, share), &share);
+        }
+        std::ranges::sort(shares);
+        for (const auto &[share_id, share] : shares) {
+            if (with_folders)
+                read_folder(*share);
+            complete(share_id, *share);
         }
     });
 }
@@ -123,7 +152,9 @@ void ShareReader<Lookup>::read_named(const char *name, qbobj_Share_t &share)
             row >> share_id;
         read_settings();
         if (auto row = one_(share_id); row.next())
-            complete(read_row(row, share), share);
+            read_row(row, share);
+        read_folder(share);
+        complete(share_id, share);
     });
 }
 
@@ -139,20 +170,15 @@ int ShareReader<Lookup>::id_of(const char *name)
 }
 
 template <class Lookup>
-template <class Row>
 int ShareReader<Lookup>::read_row(Row &row, qbobj_Share_t &share)
 {
     int share_id = 0;
-    row >> share_id >> share.ShareName >> OrEmpty{share.Comment} >> share.Path;
-    row.skip(6) >> OrEmpty{share.VolumeId};
-    row.skip(1) >> share.UsedMB;
-    row.skip(1) >> share.UsedByDatasetMB;
-    row.skip(2) >> share.CompressRatio >> share.QuotaMB >> share.ReserveMB >> share.RefQuotaMB >>
-        share.RefReserveMB >> share.Compression >> share.Dedup >> share.ShareType >> share.ShareId >>
-        share.NrContinuousSnapshots >> share.NrManualSnapshots >> share.FirstSnapshotCreatedOn >>
-        share.LastSnapshotCreatedOn >> share.MigrateToVolumeId >> share.LogBias >> share.Origin >>
-        OrEmpty{share.VisibleSnapFolder} >> share.Sync >> share.UpdateTS >> share.Busy;
-    row.skip(1) >> share.CloneOf >> share.BitRotProtection;
+    row >> share_id >> share.ShareName >> OrEmpty{share.Comment} >> share.Path >> OrEmpty{share.VolumeId} >>
+        share.UsedMB >> share.UsedByDatasetMB >> share.CompressRatio >> share.QuotaMB >> share.ReserveMB >>
+        share.RefQuotaMB >> share.RefReserveMB >> share.Compression >> share.Dedup >> share.ShareType >>
+        share.ShareId >> share.MigrateToVolumeId >> share.LogBias >> share.Origin >>
+        OrEmpty{share.VisibleSnapFolder} >> share.Sync >> share.UpdateTS >> share.CloneOf >>
+        share.BitRotProtection;
     share.VisibleSnapshot = *share.VisibleSnapFolder != '\0' ? 1 : 0;
     share.ZfsName = apr_pstrdup(pool(), share.ShareId);
     share.resource_id = share.ShareId;
@@ -162,17 +188,17 @@ int ShareReader<Lookup>::read_row(Row &row, qbobj_Share_t &share)
 template <class Lookup>
 void ShareReader<Lookup>::complete(int share_id, qbobj_Share_t &share)
 {
-    share.Stat = create<qbobj_FileStat_t>(pool());
-    read_folder(share.Path, *share.Stat);
     read_schedule(share_id, share);
-    read_cifs(share_id, share);
+    // The protocols with access lists in the order of their words, which is that of a scan.
     read_afp(share_id, share);
-    read_nfs(share_id, share);
+    read_cifs(share_id, share);
     read_ftp(share_id, share);
-    read_media(share_id, share);
-    read_rsync(share_id, share);
     read_http(share_id, share);
+    read_nfs(share_id, share);
+    read_rsync(share_id, share);
+    read_media(share_id, share);
     read_zvol(share_id, share);
+    read_snapshots(share_id, share);
     read_use(share_id, share);
     read_quotas(user_quotas_, share_id, share.UserQuota);
     read_quotas(group_quotas_, share_id, share.GroupQuota);
@@ -181,40 +207,47 @@ void ShareReader<Lookup>::complete(int share_id, qbobj_Share_t &share)
 /* ---- The folder ---------------------------------------------------------------------------------------- */
 
 template <class Lookup>
-void ShareReader<Lookup>::read_folder(const char *path, qbobj_FileStat_t &stat)
+void ShareReader<Lookup>::read_folder(qbobj_Share_t &share)
 {
-    const char *real_path = apr_pstrcat(pool(), connection_.qbdb->root, path, nullptr);
+    qbobj_FileStat_t &stat = *(share.Stat = create<qbobj_FileStat_t>(pool()));
+    const char *const path = apr_pstrcat(pool(), connection_.qbdb->root, share.Path, nullptr);
     struct stat status {
     };
-    if (::stat(real_path, &status) == 0) {
-        stat._PosixMode = static_cast<int>(status.st_mode);
-        stat.NonOwnerDelete = (status.st_mode & S_ISVTX) == 0 ? 1 : 0;
-        stat.UserAccess = access_word(stat._PosixMode >> 6);
-        stat.GroupAccess = access_word(stat._PosixMode >> 3);
-        stat.EveryoneAccess = access_word(stat._PosixMode);
-        read_owners(stat, static_cast<int>(status.st_uid), static_cast<int>(status.st_gid));
-    }
+    if (::stat(path, &status) != 0)
+        return;
+    stat._PosixMode = static_cast<int>(status.st_mode);
+    stat.NonOwnerDelete = (status.st_mode & S_ISVTX) == 0 ? 1 : 0;
+    stat.UserAccess = access_word(stat._PosixMode >> 6);
+    stat.GroupAccess = access_word(stat._PosixMode >> 3);
+    stat.EveryoneAccess = access_word(stat._PosixMode);
+    read_owners(stat, static_cast<int>(status.st_uid), static_cast<int>(status.st_gid));
 
     Tail<qbobj_PosixAcl_t> tail(pool(), stat.Acls);
-    append_acl(real_path, ACL_TYPE_ACCESS, 0, tail);
-    append_acl(real_path, ACL_TYPE_DEFAULT, 1, tail);
+    if (is_kept(path, "system.posix_acl_access"))
+        append_acl(path, ACL_TYPE_ACCESS, 0, tail);
+    else
+        append_mode(stat._PosixMode, tail);
+    if (is_kept(path, "system.posix_acl_default"))
+        append_acl(path, ACL_TYPE_DEFAULT, 1, tail);
 }
 
 template <class Lookup>
 void ShareReader<Lookup>::read_owners(qbobj_FileStat_t &stat, int uid, int gid)
 {
-    stat.User = create<qbobj_SystemUser_t>(pool());
-    stat.User->resource_id = stat.User->UserId = uid;
-    if (auto row = user_name_(uid, 0, -uid); row.next())
-        row >> stat.User->UserName;
-    else
-        stat.User->UserName = apr_psprintf(pool(), "%d", uid);
-    stat.Group = create<qbobj_SystemGroup_t>(pool());
-    stat.Group->resource_id = stat.Group->GroupId = gid;
-    if (auto row = group_name_(gid, 0, -gid); row.next())
-        row >> stat.Group->GroupName;
-    else
-        stat.Group->GroupName = apr_psprintf(pool(), "%d", gid);
+    if (owner_.UserName == nullptr || owner_.UserId != uid) {
+        owner_.resource_id = owner_.UserId = uid;
+        owner_.UserName = apr_psprintf(pool(), "%d", uid);
+        if (auto row = user_name_(uid, 0, -uid); row.next())
+            row >> owner_.UserName;
+    }
+    if (group_.GroupName == nullptr || group_.GroupId != gid) {
+        group_.resource_id = group_.GroupId = gid;
+        group_.GroupName = apr_psprintf(pool(), "%d", gid);
+        if (auto row = group_name_(gid, 0, -gid); row.next())
+            row >> group_.GroupName;
+    }
+    *(stat.User = create<qbobj_SystemUser_t>(pool())) = owner_;
+    *(stat.Group = create<qbobj_SystemGroup_t>(pool())) = group_;
 }
 
 /* ---- Schedule, markers, quotas ------------------------------------------------------------------------- */
@@ -232,8 +265,29 @@ void ShareReader<Lookup>::read_schedule(int share_id, qbobj_Share_t &share)
 }
 
 template <class Lookup>
+void ShareReader<Lookup>::read_snapshots(int share_id, qbobj_Share_t &share)
+{
+    constexpr int continuous = 1;
+    for (auto row = snapshots_(share_id); row.next();) {
+        int type = 0;
+        int created_on = 0;
+        row >> type >> created_on;
+        if (share.NrContinuousSnapshots + share.NrManualSnapshots == 0)
+            share.FirstSnapshotCreatedOn = share.LastSnapshotCreatedOn = created_on;
+        ++(type == continuous ? share.NrContinuousSnapshots : share.NrManualSnapshots);
+        share.FirstSnapshotCreatedOn = std::min(share.FirstSnapshotCreatedOn, created_on);
+        share.LastSnapshotCreatedOn = std::max(share.LastSnapshotCreatedOn, created_on);
+    }
+}
+
+template <class Lookup>
 void ShareReader<Lookup>::read_use(int share_id, qbobj_Share_t &share)
 {
+    for (auto row = processes_(share_id); row.next();) {
+        int blocking = 0;
+        row >> blocking;
+        share.Busy = std::max(share.Busy, blocking + 1);
+    }
     Tail<qbobj_UsedBy_t> markers(pool(), share.UsedBy);
     for (auto row = used_by_(share_id); row.next();) {
         qbobj_UsedBy_t &marker = markers.append();
@@ -248,7 +302,7 @@ void ShareReader<Lookup>::read_use(int share_id, qbobj_Share_t &share)
 }
 
 template <class Lookup>
-void ShareReader<Lookup>::read_quotas(const Lookup &quotas, int share_id, qbobj_Quota_t *&list)
+void ShareReader<Lookup>::read_quotas(Lookup &quotas, int share_id, qbobj_Quota_t *&list)
 {
     Tail<qbobj_Quota_t> tail(pool(), list);
     for (auto row = quotas(share_id); row.next();) {
@@ -435,7 +489,7 @@ void ShareReader<Lookup>::read_zvol(int share_id, qbobj_Share_t &share)
     row >> share.Zvol->SizeKB >> share.Zvol->IsSparse >> share.Zvol->ZfsName;
 }
 
-template class ShareReader<Kept>;
-template class ShareReader<Fresh>;
+template class ShareReader<EachShare>;
+template class ShareReader<InOneScan>;
 
 } // namespace qbobj_bench

@@ -2,6 +2,8 @@
 // known.
 #include "share_writer.h"
 
+#include <cstring>
+
 namespace qbobj_bench
 {
 namespace

@@ -38,7 +38,7 @@ class ShareWriter
     void write_accounts(const ProtocolLists &lists, const Option &option, int share_id);
 
     const Connection &connection_;
-    Transactions<Kept> transactions_{connection_};
+    Transactions transactions_{connection_};
     Kept directory_mode_{connection_, "SELECT CASE WHEN S.security='ads' THEN 1 ELSE 0 END "
                                       "FROM service_cifs S LIMIT 1"};
     Kept id_of_name_{connection_, "SELECT id FROM share WHERE name=%Q"};

@@ -21,7 +21,7 @@ class UserReader
     static std::string listable(const char *selected, const char *order = "");
 
     const Connection &connection_;
-    Transactions<Kept> transactions_{connection_};
+    Transactions transactions_{connection_};
     Kept directory_mode_{connection_, "SELECT CASE WHEN S.security='ads' THEN 1 ELSE 0 END "
                                       "FROM service_cifs S LIMIT 1"};
     Kept count_{connection_, listable("COUNT(*)")};
@@ -59,7 +59,7 @@ class UserWriter
     void read_back(qbobj_User_t &user);
 
     const Connection &connection_;
-    Transactions<Kept> transactions_{connection_};
+    Transactions transactions_{connection_};
     Kept directory_mode_{connection_, "SELECT CASE WHEN S.security='ads' THEN 1 ELSE 0 END "
                                       "FROM service_cifs S LIMIT 1"};
     Kept group_{connection_, "SELECT id FROM `$group` WHERE gname=%Q AND rid IS NULL"};
