@@ -130,8 +130,9 @@ TEST_F(RecordJson, IsWrittenAsTheTreeWouldBe)
         };
         std::ostringstream written;
         write_json(written, value, Layout::indented, {});
-        EXPECT_EQ(dump(2) + "\n", written.str());
-        EXPECT_EQ(dump(-1), json_text(value, Layout::one_line, {}));
+        // Showing how long texts differ would take all memory.
+        EXPECT_TRUE(dump(2) + "\n" == written.str());
+        EXPECT_TRUE(dump(-1) == json_text(value, Layout::one_line, {}));
     }
 }
 

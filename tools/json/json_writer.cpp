@@ -14,7 +14,7 @@ namespace qbobj_json
 namespace
 {
 
-constexpr std::size_t full = 64 * 1024;
+constexpr std::size_t full = 65536;
 constexpr std::size_t indent = 2;
 
 // A character that stands in JSON as itself, whatever is beside it.
