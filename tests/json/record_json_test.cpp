@@ -1,9 +1,12 @@
 // Records become JSON and come back the same, for every type; what is no record is refused by name.
 #include "database.h"
+#include "json/json_writer.h"
 #include "json/operations.h"
 #include "json/parse.h"
 
 #include <apr_general.h>
+
+#include <sstream>
 
 using namespace qbobj_json;
 
@@ -93,6 +96,57 @@ TEST_F(RecordJson, EveryTypeComesBackTheSame)
         else
             EXPECT_EQ(expected, got);
     }
+}
+
+// Small enough to be kept together, and large enough to be handed on in pieces.
+TEST_F(RecordJson, IsWrittenAsTheTreeWouldBe)
+{
+    const std::vector<std::string> texts{"",
+                                         "plain",
+                                         "\x01\x1f\x7f\t\n\r\b\f\"\\/",
+                                         "Gr\u00f6\u00dfe \U0001f600",
+                                         "\xff",
+                                         "a\xc3(b",
+                                         "\xe2\x82",
+                                         "\xed\xa0\x80",
+                                         "\xc0\xaf",
+                                         "\xf4\x90\x80\x80"};
+    for (const struct all_spec *entry = all_spec; entry->name != nullptr; ++entry) {
+        SCOPED_TRACE(entry->name);
+        Json given = Json::array();
+        for (const std::string &text : texts) {
+            given.push_back(full_record(entry->spec, 2));
+            for (auto &field : given.back())
+                if (field.is_string())
+                    field = text;
+        }
+        while ((entry->spec->attr & QBOBJ_ATTR_LIST) != 0 && given.size() < 200)
+            given.push_back(given[given.size() % texts.size()]);
+        if ((entry->spec->attr & QBOBJ_ATTR_LIST) == 0)
+            given = given[2];
+        const Value value(entry->spec, from_json(entry->spec, given, pool, "input"));
+        const auto dump = [&](int indent) {
+            return to_json(value).dump(indent, ' ', false, Json::error_handler_t::replace);
+        };
+        std::ostringstream written;
+        write_json(written, value, Layout::indented, {});
+        // Showing how long texts differ would take all memory.
+        EXPECT_TRUE(dump(2) + "\n" == written.str());
+        EXPECT_TRUE(dump(-1) == json_text(value, Layout::one_line, {}));
+    }
+}
+
+TEST_F(RecordJson, WhatMustNotBeShownIsMaskedHoweverDeep)
+{
+    const Json given = Json::parse(
+        R"({"ShareName": "x", "Comment": "x", "Rsync": {"UserPasswordAcl": [{"Password": "x"}]}})");
+    const Value value(spec_Share, from_json(spec_Share, given, pool, "share"));
+    const Json shown = Json::parse(json_text(value, Layout::one_line, [](auto field, auto text) {
+        return (field == "Password" || field == "Comment") && text == "x";
+    }));
+    EXPECT_EQ("x", shown[0]["ShareName"]);
+    EXPECT_EQ(masked_password, shown[0]["Comment"]);
+    EXPECT_EQ(masked_password, shown[0]["Rsync"]["UserPasswordAcl"][0]["Password"]);
 }
 
 TEST_F(RecordJson, WhatIsLeftOutIsNotGiven)

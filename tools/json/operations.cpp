@@ -1,6 +1,7 @@
 // Operations called with JSON: each argument is made from JSON, passed, and shown afterwards, as its type says.
 #include "json/operations.h"
 
+#include "common/pool.h"
 #include "operations/all.h"
 
 #include <algorithm>
@@ -28,9 +29,14 @@ struct Given {
     std::string name() const { return std::string(argument.name); }
 };
 
-Json shown(const char *text)
+// A copy that lives as long as the results.
+template <class T>
+Row<T> kept(const std::vector<T> &values, apr_pool_t *pool)
 {
-    return text == nullptr ? Json(nullptr) : Json(text);
+    static_assert(std::is_trivially_copyable_v<T> && std::is_trivially_destructible_v<T>);
+    auto *copy = static_cast<T *>(qb::allocate(pool, values.size() * sizeof(T)));
+    std::uninitialized_copy(values.begin(), values.end(), copy);
+    return {copy, values.size()};
 }
 
 // How one argument is made from JSON, passed, and shown afterwards.
@@ -51,7 +57,7 @@ struct Slot<Number> {
                                                    std::numeric_limits<Number>::max(), given.name()));
     }
     Number pass() { return value; }
-    Json show() const { return value; }
+    Value show() const { return value; }
 };
 
 template <std::integral Number>
@@ -59,7 +65,7 @@ struct Slot<Number *> {
     Number value = 0;
     explicit Slot(const Given &) {}
     Number *pass() { return &value; }
-    Json show() const { return value; }
+    Value show() const { return value; }
 };
 
 template <>
@@ -67,7 +73,7 @@ struct Slot<const char *> {
     const char *value;
     explicit Slot(const Given &given) : value(to_text(given.json, given.pool(), given.name())) {}
     const char *pass() { return value; }
-    Json show() const { return shown(value); }
+    Value show() const { return value; }
 };
 
 template <qbobj::RecordArgument Pointer>
@@ -81,7 +87,7 @@ struct Slot<Pointer> {
     {
     }
     Pointer pass() { return value; }
-    Json show() const { return to_json(spec, value); }
+    Value show() const { return {spec, value}; }
 };
 
 template <class Record>
@@ -95,7 +101,7 @@ struct Slot<Record **> {
                 from_json(qbobj::schema_of(value), given.json, given.pool(), given.name()));
     }
     Record **pass() { return &value; }
-    Json show() const { return to_json(qbobj::schema_of(value), value); }
+    Value show() const { return {qbobj::schema_of(value), value}; }
 };
 
 // One text, or an array of the caller's, which another argument counts and which is not there for the first call.
@@ -103,18 +109,17 @@ template <class Text>
 struct TextSlot {
     bool is_array;
     std::vector<Text> values;
-    explicit TextSlot(const Given &given) : is_array(!given.argument.count.empty()), values(is_array ? 0 : 1)
+    apr_pool_t *pool;
+    explicit TextSlot(const Given &given)
+        : is_array(!given.argument.count.empty()), values(is_array ? 0 : 1), pool(given.pool())
     {
     }
     Text *pass() { return values.empty() ? nullptr : values.data(); }
-    Json show() const
+    Value show() const
     {
         if (!is_array)
-            return shown(values.front());
-        Json texts = Json::array();
-        for (const Text text : values)
-            texts.push_back(shown(text));
-        return texts;
+            return values.front();
+        return kept(std::vector<Value>(values.begin(), values.end()), pool);
     }
 };
 template <>
@@ -136,31 +141,34 @@ struct FreeBuffer {
 template <>
 struct Slot<xmlNodePtr *> {
     xmlNodePtr value = nullptr;
-    explicit Slot(const Given &) {}
+    apr_pool_t *pool;
+    explicit Slot(const Given &given) : pool(given.pool()) {}
     xmlNodePtr *pass() { return &value; }
     // The tree, which is the caller's, as its text.
-    Json show() const
+    Value show() const
     {
         const std::unique_ptr<xmlNode, FreeNode> node(value);
         const std::unique_ptr<xmlBuffer, FreeBuffer> text(xmlBufferCreate());
         if (node == nullptr || text == nullptr || xmlNodeDump(text.get(), nullptr, node.get(), 0, 1) < 0)
-            return nullptr;
-        return reinterpret_cast<const char *>(xmlBufferContent(text.get()));
+            return {};
+        return qb::copy_text(pool, reinterpret_cast<const char *>(xmlBufferContent(text.get())));
     }
 };
 
 template <>
 struct Slot<qbobj_folder_attribute_t *> {
     qbobj_folder_attribute_t value{};
-    explicit Slot(const Given &) {}
+    apr_pool_t *pool;
+    explicit Slot(const Given &given) : pool(given.pool()) {}
     qbobj_folder_attribute_t *pass() { return &value; }
-    Json show() const
+    Value show() const
     {
-        return {{"cifs_flags", value.cifs_flags},
-                {"dlna_flags", value.dlna_flags},
-                {"comment", shown(value.comment)},
-                {"is_homeshare", value.is_homeshare},
-                {"is_subfolder", value.is_subfolder}};
+        return kept<Member>({{"cifs_flags", value.cifs_flags},
+                             {"dlna_flags", value.dlna_flags},
+                             {"comment", value.comment},
+                             {"is_homeshare", value.is_homeshare},
+                             {"is_subfolder", value.is_subfolder}},
+                            pool);
     }
 };
 
@@ -179,33 +187,41 @@ Outcome call_function(const Operation &operation, const Connection &connection, 
             Entry::function(connection.qbdb, connection.db, std::get<Index>(slots).pass()..., &outcome.error);
         return !operation.failed(outcome.result);
     };
-    [[maybe_unused]] const auto value_of = [&](std::string_view name) {
-        Json value;
-        ((arguments[Index].name == name ? void(value = std::get<Index>(slots).show()) : void()), ...);
-        return value;
+    [[maybe_unused]] const auto number_in = [&](std::string_view name) {
+        std::size_t number = 0;
+        const auto take = [&](const Argument &argument, const auto &slot) {
+            if constexpr (requires { static_cast<std::size_t>(slot.value); })
+                if (argument.name == name)
+                    number = static_cast<std::size_t>(slot.value);
+        };
+        (take(arguments[Index], std::get<Index>(slots)), ...);
+        return number;
     };
     // An array was only counted. Others may add to it before it is filled.
     [[maybe_unused]] const auto fill = [&](const Argument &argument, auto &slot) {
         if constexpr (requires { slot.is_array; })
             if (slot.is_array) {
-                slot.values.resize(2 * value_of(argument.count).template get<std::size_t>() + 1000);
-                slot.values.resize(run() ? value_of(argument.count).template get<std::size_t>() : 0);
+                slot.values.resize(2 * number_in(argument.count) + 1000);
+                slot.values.resize(run() ? number_in(argument.count) : 0);
             }
     };
     if (run())
         (fill(arguments[Index], std::get<Index>(slots)), ...);
+
+    std::vector<Member> outputs;
     if (operation.entry->identifies())
-        outcome.outputs["id"] = outcome.result;
+        outputs.push_back({"id", outcome.result});
     if (operation.entry->result == qbobj::ResultKind::answer)
-        outcome.outputs["answer"] = outcome.result == 0;
+        outputs.push_back({"answer", outcome.result == 0});
 
     const auto show = [&](const Argument &argument, const auto &slot) {
         const bool is_count =
             std::ranges::find(arguments, argument.name, &Argument::count) != arguments.end();
         if (argument.is_output() && !is_count)
-            outcome.outputs[std::string(argument.name)] = slot.show();
+            outputs.push_back({argument.name, slot.show()});
     };
     (show(arguments[Index], std::get<Index>(slots)), ...);
+    outcome.output = outputs.size() == 1 ? outputs.front().value : kept(outputs, connection.qbdb->pool);
     return outcome;
 }
 

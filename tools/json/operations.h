@@ -24,10 +24,7 @@ struct Connection {
 struct Outcome {
     int result = 0; // what the operation returned
     qbobj_error_rec_t error{};
-    Json outputs = Json::object(); // by argument name
-
-    // The only output, or all of them by name.
-    Json value() const { return outputs.size() == 1 ? outputs.front() : outputs; }
+    Value output; // the only one, or all of them by argument name, in memory from the database's pool
 };
 
 struct Operation {

@@ -1,4 +1,4 @@
-// A walk over schema rows in both directions.
+// Values become JSON, and JSON becomes records.
 #include "json/record_json.h"
 
 #include "common/pool.h"
@@ -11,102 +11,6 @@ namespace qbobj_json
 {
 namespace
 {
-
-// The field of a record that a schema row describes.
-template <class Field>
-Field &field_at(void *record, int offset)
-{
-    return *reinterpret_cast<Field *>(static_cast<char *>(record) + offset);
-}
-template <class Field>
-const Field &field_at(const void *record, int offset)
-{
-    return *reinterpret_cast<const Field *>(static_cast<const char *>(record) + offset);
-}
-
-// `_link` is the first field of a record in a list, a string resource_id the second.
-constexpr int link_offset = 0;
-constexpr int string_id_offset = sizeof(void *);
-
-bool is_list(const qbobj_spec_t *spec)
-{
-    return (spec->attr & QBOBJ_ATTR_LIST) != 0;
-}
-bool has_string_id(const qbobj_spec_t *spec)
-{
-    return (spec->attr & QBOBJ_ATTR_STRING_ID) != 0;
-}
-
-// A field holds a list when its row says so or when its name is the plural of its type's.
-bool is_list_field(const qbobj_spec_t &row)
-{
-    return (row.attr & QBOBJ_ATTR_LIST_FIELD) != 0 || std::string(row.ospec_ptr->name) + "s" == row.name;
-}
-
-int size_of_number(const qbobj_spec_t &row)
-{
-    switch (row.type) {
-    case QBOBJ_KIND_INT:
-    case QBOBJ_KIND_UINT:
-        return sizeof(int);
-    case QBOBJ_KIND_INT64:
-    case QBOBJ_KIND_UINT64:
-        return sizeof(int64_t);
-    default:
-        return 0;
-    }
-}
-
-bool has_void_flag(const qbobj_spec_t &row)
-{
-    return (row.attr & QBOBJ_ATTR_VOIDABLE) != 0 && size_of_number(row) != 0;
-}
-int void_flag_offset(const qbobj_spec_t &row)
-{
-    return row.offs_or_size - size_of_number(row);
-}
-
-Json text_to_json(const char *text)
-{
-    return text == nullptr ? Json(nullptr) : Json(text);
-}
-
-Json field_to_json(const qbobj_spec_t &row, const void *record)
-{
-    if (has_void_flag(row) && field_at<int>(record, void_flag_offset(row)) != 0)
-        return nullptr;
-    switch (row.type) {
-    case QBOBJ_KIND_STRING:
-        return text_to_json(field_at<const char *>(record, row.offs_or_size));
-    case QBOBJ_KIND_INT:
-        return field_at<int>(record, row.offs_or_size);
-    case QBOBJ_KIND_UINT:
-        return field_at<unsigned>(record, row.offs_or_size);
-    case QBOBJ_KIND_INT64:
-        return field_at<int64_t>(record, row.offs_or_size);
-    case QBOBJ_KIND_UINT64:
-        return field_at<uint64_t>(record, row.offs_or_size);
-    case QBOBJ_KIND_RECORD: {
-        Json nested = to_json(row.ospec_ptr, field_at<const void *>(record, row.offs_or_size));
-        if (is_list_field(row) || !is_list(row.ospec_ptr))
-            return nested;
-        // A single record of a type that can also stand in lists.
-        return nested.empty() ? Json(nullptr) : nested.front();
-    }
-    default:
-        return nullptr;
-    }
-}
-
-Json one_to_json(const qbobj_spec_t *spec, const void *record)
-{
-    Json object = Json::object();
-    if (has_string_id(spec))
-        object["resource_id"] = text_to_json(field_at<const char *>(record, string_id_offset));
-    for (const qbobj_spec_t *row = spec + 1; row->type != QBOBJ_KIND_END; ++row)
-        object[row->name] = field_to_json(*row, record);
-    return object;
-}
 
 // What a value is, for errors: the value itself may be a password in a wrong place.
 std::string kind_of(const Json &json)
@@ -190,14 +94,30 @@ void *one_from_json(const qbobj_spec_t *spec, const Json &json, apr_pool_t *pool
 
 } // namespace
 
+Json to_json(const Value &value)
+{
+    return std::visit(
+        []<class Held>(const Held &held) {
+            Json json;
+            if constexpr (Object<Held>) {
+                json = Json::object();
+                for_each_member(held, [&json](const Member &member) {
+                    json[std::string(member.name)] = to_json(member.value);
+                });
+            } else if constexpr (Array<Held>) {
+                json = Json::array();
+                for_each_element(held, [&json](const Value &element) { json.push_back(to_json(element)); });
+            } else if constexpr (!std::same_as<Held, std::monostate>) {
+                json = held;
+            }
+            return json;
+        },
+        value.held);
+}
+
 Json to_json(const qbobj_spec_t *spec, const void *record)
 {
-    if (!is_list(spec))
-        return record == nullptr ? Json(nullptr) : one_to_json(spec, record);
-    Json list = Json::array();
-    for (; record != nullptr; record = field_at<const void *>(record, link_offset))
-        list.push_back(one_to_json(spec, record));
-    return list;
+    return to_json(Value(spec, record));
 }
 
 void *from_json(const qbobj_spec_t *spec, const Json &json, apr_pool_t *pool, const std::string &where)

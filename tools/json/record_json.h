@@ -1,6 +1,8 @@
 // Records to JSON and back, driven by the record schemas alone.
 #pragma once
 
+#include "json/value.h"
+
 #include <apr_pools.h>
 #include <nlohmann/json.hpp>
 #include <qbobj/schema.h>
@@ -24,6 +26,7 @@ class BadInput : public std::runtime_error
 
 // A record as an object, or a list as an array of objects. What is not given is null.
 Json to_json(const qbobj_spec_t *spec, const void *record);
+Json to_json(const Value &value);
 
 // A record from an object, or a list from an array of objects (or from one object), in memory from `pool`.
 // Fields that are left out or null count as not given. `where` names the value in error texts. Throws

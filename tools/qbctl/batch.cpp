@@ -3,7 +3,6 @@
 
 #include "qbctl/call.h"
 #include "qbctl/input.h"
-#include "qbctl/render.h"
 #include "json/parse.h"
 
 #include <unistd.h>
@@ -15,6 +14,7 @@
 using qbobj_json::BadInput;
 using qbobj_json::Json;
 using qbobj_json::Operation;
+using qbobj_json::Value;
 
 namespace qbctl
 {
@@ -91,9 +91,9 @@ void run_line(const Line &line, const Database &database)
     const Json given = line.input.empty() ? Json(nullptr) : qbobj_json::parse(line.input);
     Secrets secrets;
     secrets.add_all(given);
-    const Json value = call(operation, database, qbobj_json::arrange_inputs(operation, given), secrets);
+    const Value value = call(operation, database, qbobj_json::arrange_inputs(operation, given), secrets);
     if (operation.entry->effect != qbobj::Effect::writes)
-        std::cout << json_text(value, -1) << '\n';
+        qbobj_json::write_json(std::cout, value, qbobj_json::Layout::one_line, secrets.hides());
     database.clear();
 }
 

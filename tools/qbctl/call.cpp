@@ -15,6 +15,7 @@ using qbobj_json::BadInput;
 using qbobj_json::Json;
 using qbobj_json::Operation;
 using qbobj_json::Outcome;
+using qbobj_json::Value;
 
 namespace qbctl
 {
@@ -72,25 +73,23 @@ void check_columns(const Operation &operation, const std::vector<std::string> &c
                            qbobj_json::suggestion(column, names));
 }
 
-void show(const Settings &settings, const Json &value)
+void show(const Settings &settings, const Value &value, const Secrets &secrets)
 {
     const bool terminal = isatty(STDOUT_FILENO) != 0;
     if (settings.table || (terminal && !settings.json))
-        print_table(std::cout, value, settings.columns);
+        print_table(std::cout, value, settings.columns, secrets.hides());
     else
-        std::cout << json_text(value, 2) << '\n';
+        qbobj_json::write_json(std::cout, value, qbobj_json::Layout::indented, secrets.hides());
 }
 
 } // namespace
 
-Json call(const Operation &operation, const Database &database, const Json &inputs, const Secrets &secrets)
+Value call(const Operation &operation, const Database &database, const Json &inputs, const Secrets &secrets)
 {
     const Outcome outcome = operation.call(operation, database.connection(), inputs);
     if (operation.failed(outcome.result))
         throw failure(operation, outcome, database.connection().db, secrets);
-    Json value = outcome.value();
-    secrets.hide_in(value);
-    return value;
+    return outcome.output;
 }
 
 void run_call(const Settings &settings, const std::string &name, const InputWords &given)
@@ -100,14 +99,14 @@ void run_call(const Settings &settings, const std::string &name, const InputWord
     Secrets secrets;
     const Json inputs = gather_inputs(operation, given, secrets);
     const Database database(settings, access_of(operation));
-    const Json value = call(operation, database, inputs, secrets);
+    const Value value = call(operation, database, inputs, secrets);
     const bool is_tree = std::ranges::any_of(operation.arguments(), [](const Argument &argument) {
         return argument.shape == qbobj::Shape::tree_result;
     });
-    if (is_tree && value.is_string())
-        std::cout << value.get<std::string>() << '\n';
+    if (is_tree && value.text() != nullptr)
+        std::cout << *value.text() << '\n';
     else
-        show(settings, value);
+        show(settings, value, secrets);
 }
 
 } // namespace qbctl

@@ -24,8 +24,8 @@ bool is_secret(std::string_view field)
 }
 
 // Calls `visit` with every text in a secret field, however deep.
-template <class Value, class Visit>
-void for_each_secret(Value &value, Visit visit)
+template <class Visit>
+void for_each_secret(const Json &value, Visit visit)
 {
     for (auto place = value.begin(); place != value.end(); ++place) {
         if (place->is_structured())
@@ -64,12 +64,11 @@ void Secrets::add_all(const Json &given)
     for_each_secret(given, [this](const Json &field) { add(field.get<std::string>()); });
 }
 
-void Secrets::hide_in(Json &shown) const
+qbobj_json::Hides Secrets::hides() const
 {
-    for_each_secret(shown, [this](Json &field) {
-        if (texts_.contains(field.get<std::string>()))
-            field = masked_password;
-    });
+    return [this](std::string_view field, std::string_view text) {
+        return texts_.contains(text) && is_secret(field);
+    };
 }
 
 std::string Secrets::hidden(std::string message) const

@@ -1,8 +1,10 @@
 // What must not be shown again: passwords and keys that a caller gave.
 #pragma once
 
+#include "json/json_writer.h"
 #include "json/record_json.h"
 
+#include <functional>
 #include <set>
 #include <string>
 
@@ -16,12 +18,13 @@ class Secrets
     void add(const std::string &text);
     void add_all(const qbobj_json::Json &given);
 
-    // Puts the mask of passwords in their place: in the secret fields of a result, and in a message.
-    void hide_in(qbobj_json::Json &shown) const;
+    // What a result must not show: a noted text in a secret field. Refers to these secrets.
+    qbobj_json::Hides hides() const;
+    // The message with the mask of passwords in their place.
     std::string hidden(std::string message) const;
 
   private:
-    std::set<std::string> texts_;
+    std::set<std::string, std::less<>> texts_;
 };
 
 } // namespace qbctl
