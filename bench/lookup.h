@@ -82,6 +82,10 @@ class Row
         field = static_cast<uint64_t>(sqlite3_column_int64(statement_, column_++));
         return *this;
     }
+    const char *text(int column) const
+    {
+        return reinterpret_cast<const char *>(sqlite3_column_text(statement_, column));
+    }
     Row &skip(int columns)
     {
         column_ += columns;
@@ -97,11 +101,6 @@ class Row
             throw std::runtime_error(sqlite3_errmsg(sqlite3_db_handle(statement_)));
         return rc == SQLITE_ROW;
     }
-    const char *text(int column) const
-    {
-        return reinterpret_cast<const char *>(sqlite3_column_text(statement_, column));
-    }
-
     apr_pool_t *pool_;
     sqlite3_stmt *statement_;
     int column_ = 0;

@@ -56,7 +56,7 @@ struct Subject {
     Appliance appliance;
     Connection library = appliance.connect();
     Connection floor = appliance.connect();
-    ShareReader<Kept> share_reader{floor};
+    ShareReader<EachShare> share_reader{floor};
     Kept begin{floor, "BEGIN"};
     Kept commit{floor, "COMMIT"};
     Kept page{floor, page_text};
