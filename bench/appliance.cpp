@@ -95,10 +95,11 @@ void add_shares(const Connection &connection, const Contents &contents)
 
 } // namespace
 
-Connection::Connection(const std::filesystem::path &file, const std::filesystem::path &root) : root_(root)
+Connection::Connection(const std::filesystem::path &file, const std::filesystem::path &root, Commits commits)
+    : root_(root)
 {
     qbdb_options_t options{};
-    options.relaxed_durability = 1;
+    options.relaxed_durability = commits == Commits::relaxed ? 1 : 0;
     options.root = root_.c_str();
     std::array<char, 512> message{};
     if (qbdb_open(file.c_str(), &options, &qbdb, &db, message.data(), message.size()) != 0)
@@ -170,9 +171,9 @@ Appliance::Appliance(const Contents &contents)
     connection.run("COMMIT");
 }
 
-Copy::Copy(const Appliance &appliance)
+Copy::Copy(const Appliance &appliance, Commits commits)
     : copied_(folder_.path() / "copy.db"),
-      connection((std::filesystem::copy_file(appliance.file(), copied_), copied_), appliance.root())
+      connection((std::filesystem::copy_file(appliance.file(), copied_), copied_), appliance.root(), commits)
 {
 }
 

@@ -13,11 +13,16 @@ namespace qbobj_bench
 
 using qbobj_test::TemporaryFolder;
 
-// An open database. Commits do not wait for the disk, neither the library's nor a floor's.
+// Whether a commit waits for the disk.
+enum class Commits { relaxed, durable };
+
+// An open database. Commits do not wait for the disk, neither the library's nor a floor's, unless they are what
+// is measured.
 class Connection
 {
   public:
-    Connection(const std::filesystem::path &file, const std::filesystem::path &root);
+    Connection(const std::filesystem::path &file, const std::filesystem::path &root,
+               Commits commits = Commits::relaxed);
     ~Connection() { qbdb_close(qbdb); }
     Connection(const Connection &) = delete;
     Connection &operator=(const Connection &) = delete;
@@ -65,7 +70,7 @@ class Appliance
 class Copy
 {
   public:
-    explicit Copy(const Appliance &appliance);
+    explicit Copy(const Appliance &appliance, Commits commits = Commits::relaxed);
 
   private:
     TemporaryFolder folder_;

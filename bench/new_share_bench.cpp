@@ -13,6 +13,7 @@ namespace
 constexpr int shares_there = 1000;
 constexpr int new_shares = 200; // in a run, each with its own call
 constexpr int chained = 10000;  // in one call
+constexpr int durable_runs = 9;
 
 const char *text_in(apr_pool_t *pool, const std::string &text)
 {
@@ -208,7 +209,28 @@ void NewShares::add_lists(const qbobj_CifsShareOption_t &option, int id) const
         finish(group_(id, entry->Group->resource_id));
     for (const qbobj_HostAcl_t *entry = option.HostAcl; entry != nullptr; entry = entry->_link)
         finish(host_(id, entry->Host->HostName));
-}
+    void run(sqlite3 * db, const char *sql)
+    {
+        if (sqlite3_exec(db, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
+            throw std::runtime_error(sqlite3_errmsg(db));
+    }
+
+    // As many commits of one row by plain SQLite, on the same disk.
+    void add_rows(benchmark::State & state)
+    {
+        const TemporaryFolder folder;
+        sqlite3 *opened = nullptr;
+        const int rc = sqlite3_open((folder.path() / "rows.db").c_str(), &opened);
+        const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> db(opened, sqlite3_close);
+        if (rc != SQLITE_OK)
+            throw std::runtime_error(sqlite3_errstr(rc));
+        run(opened, "PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL; CREATE TABLE t (a INTEGER PRIMARY "
+                    "KEY, b TEXT)");
+        run(opened, "INSERT INTO t (b) VALUES('share')");
+        for (auto _ : state)
+            for (int i = 0; i < new_shares; i++)
+                run(opened, "INSERT INTO t (b) VALUES('share')");
+    }
 
 } // namespace
 
@@ -228,6 +250,22 @@ void add_new_share_figures(Figures &figures)
     });
     figures.ratio_at_most("addShare-to-kept-statements", "addShare/library", "addShare/kept", 1.5);
     measure_beside<NewShares>(figures, appliance, chained, 1.5);
+}
+
+// A share that has to be on the disk, beside a row of plain SQLite that has to be.
+void add_durable_figures(Figures &figures)
+{
+    const auto appliance = figures.keep<Appliance>(Contents{.shares = shares_there});
+    figures.measure(
+        "addShare/durable",
+        [appliance](benchmark::State &state) {
+            const Copy copy(*appliance, Commits::durable);
+            add_shares(state, copy.connection,
+                       [&copy](qbobj_Share_t &share) { add_by_library(copy.connection, share); });
+        },
+        durable_runs, Figures::Clock::wall);
+    figures.measure("row/durable", add_rows, durable_runs, Figures::Clock::wall);
+    figures.ratio_at_most("durable-addShare-to-a-durable-row", "addShare/durable", "row/durable", 1.6);
 }
 
 } // namespace qbobj_bench

@@ -2,6 +2,7 @@
 #include "scenarios.h"
 
 #include "operations/texts.h"
+#include "json/record_json.h"
 
 #include <algorithm>
 #include <fstream>
@@ -41,6 +42,8 @@ qbobj_json::Outcome call(Appliance &appliance, const std::string &name, const Js
         throw std::logic_error("no operation " + name);
     const qbobj_json::Outcome outcome = operation->call(*operation, {appliance.qbdb, appliance.db},
                                                         qbobj_json::arrange_inputs(*operation, input));
+    if (!operation->failed(outcome.result))
+        static_cast<void>(qbobj_json::to_json(outcome.output)); // every field that the call filled is read
     EXPECT_TRUE(is_documented(name, outcome.error))
         << name << " does not document " << ::testing::PrintToString(outcome.error);
     return outcome;
