@@ -209,28 +209,32 @@ void NewShares::add_lists(const qbobj_CifsShareOption_t &option, int id) const
         finish(group_(id, entry->Group->resource_id));
     for (const qbobj_HostAcl_t *entry = option.HostAcl; entry != nullptr; entry = entry->_link)
         finish(host_(id, entry->Host->HostName));
-    void run(sqlite3 * db, const char *sql)
-    {
-        if (sqlite3_exec(db, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
-            throw std::runtime_error(sqlite3_errmsg(db));
-    }
+}
 
-    // As many commits of one row by plain SQLite, on the same disk.
-    void add_rows(benchmark::State & state)
-    {
-        const TemporaryFolder folder;
-        sqlite3 *opened = nullptr;
-        const int rc = sqlite3_open((folder.path() / "rows.db").c_str(), &opened);
-        const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> db(opened, sqlite3_close);
-        if (rc != SQLITE_OK)
-            throw std::runtime_error(sqlite3_errstr(rc));
-        run(opened, "PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL; CREATE TABLE t (a INTEGER PRIMARY "
-                    "KEY, b TEXT)");
-        run(opened, "INSERT INTO t (b) VALUES('share')");
-        for (auto _ : state)
-            for (int i = 0; i < new_shares; i++)
-                run(opened, "INSERT INTO t (b) VALUES('share')");
-    }
+/* ---- On the disk --------------------------------------------------------------------------------------- */
+
+void run(sqlite3 *db, const char *sql)
+{
+    if (sqlite3_exec(db, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
+        throw std::runtime_error(sqlite3_errmsg(db));
+}
+
+// As many commits of one row by plain SQLite, on the same disk.
+void add_rows(benchmark::State &state)
+{
+    const TemporaryFolder folder;
+    sqlite3 *opened = nullptr;
+    const int rc = sqlite3_open((folder.path() / "rows.db").c_str(), &opened);
+    const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> db(opened, sqlite3_close);
+    if (rc != SQLITE_OK)
+        throw std::runtime_error(sqlite3_errstr(rc));
+    run(opened, "PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL; CREATE TABLE t (a INTEGER PRIMARY "
+                "KEY, b TEXT)");
+    run(opened, "INSERT INTO t (b) VALUES('share')");
+    for (auto _ : state)
+        for (int i = 0; i < new_shares; i++)
+            run(opened, "INSERT INTO t (b) VALUES('share')");
+}
 
 } // namespace
 
