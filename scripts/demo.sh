@@ -15,14 +15,16 @@ step() { printf '\n\033[1m== %s\033[0m\n' "$1"; }
 call() { qbctl call "$@"; }
 quietly() { call "$@" >/dev/null; }
 table() { qbctl --table --columns "$1" call "${@:2}"; }
+# Two of them may meet when one closes the database.
+query() { sqlite3 -cmd '.timeout 5000' "$QBOBJ_DB" "$1"; }
 # What the storage side and the backup engine record.
-record() { sqlite3 "$QBOBJ_DB" "$1"; }
+record() { query "$1"; }
 # Every row of every table that names the share, by name, dataset or path.
 traces_of() {
     local name=$1 table column
-    sqlite3 "$QBOBJ_DB" "SELECT T.name,C.name FROM sqlite_schema T, pragma_table_info(T.name) C
+    query "SELECT T.name,C.name FROM sqlite_schema T, pragma_table_info(T.name) C
         WHERE T.type='table' AND T.name NOT LIKE 'sqlite_%'" | while IFS='|' read -r table column; do
-        sqlite3 "$QBOBJ_DB" "SELECT '  ' || '$table.$column = ' || \"$column\" FROM \"$table\"
+        query "SELECT '  ' || '$table.$column = ' || \"$column\" FROM \"$table\"
             WHERE \"$column\" IN ('$name','data/$name','/data/$name','backup/$name','/backup/$name')"
     done
 }
@@ -136,9 +138,9 @@ id=$(call getShareId share_name=papers)
 quietly deleteShare '{"resource_id": "data/papers", "Cifs": {}}'
 echo "after: ${left:=$(traces_of papers)}"
 [ -z "$left" ]
-for table in $(sqlite3 "$QBOBJ_DB" "SELECT T.name FROM sqlite_schema T, pragma_table_info(T.name) C
+for table in $(query "SELECT T.name FROM sqlite_schema T, pragma_table_info(T.name) C
     WHERE T.type='table' AND C.name='share_id'"); do
-    sqlite3 "$QBOBJ_DB" "SELECT '  $table still holds ' || COUNT(*) || ' row(s) of share $id, which are kept on purpose'
+    query "SELECT '  $table still holds ' || COUNT(*) || ' row(s) of share $id, which are kept on purpose'
         FROM \`$table\` WHERE share_id=$id HAVING COUNT(*)>0"
 done
 
@@ -249,7 +251,7 @@ step "A volume is deleted with everything on it"
 on_volumes() {
     table ShareName,VolumeId,Path getShareCollection
     echo "homes of new users: $(call getAccountDefault | jq -r .HomeVolumeId), Time Machine:" \
-        "$(sqlite3 "$QBOBJ_DB" "SELECT CASE WHEN timemachine_enabled THEN volume_timemachine ELSE 'off' END FROM service_afp")"
+        "$(query "SELECT CASE WHEN timemachine_enabled THEN volume_timemachine ELSE 'off' END FROM service_afp")"
 }
 record "UPDATE service_afp SET timemachine_enabled=1,volume_timemachine='data'"
 echo "before:"; on_volumes
