@@ -65,9 +65,9 @@ TEST_F(Health, DiskReadingsAreReplacedAndListedWithTheirPlace)
 
 TEST_F(Health, AReadingKeepsTheThreeBeforeIt)
 {
-    for (const int value : {40, 42, 45})
+    for (const int value : {40, 42, 45, 47, 50})
         EXPECT_OK(store(3, "Fan", "1", value));
-    EXPECT_EQ((Rows{"3|Fan|1|45|42|40|40"}), readings());
+    EXPECT_EQ((Rows{"3|Fan|1|50|47|45|42"}), readings());
     struct Case {
         int controller;
         const char *name;
