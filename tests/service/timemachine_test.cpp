@@ -34,7 +34,10 @@ TEST_F(Timemachine, ReadsTheAreaWithItsPasswordMasked)
     qbobj_Timemachine_t area{};
     EXPECT_OK(qbobj_getTimemachine(qbdb, db, &area, &err));
     EXPECT_STREQ("", area.Password);
+    sql("INSERT INTO `$timemachine_quota` VALUES(99,0,7)");
     EXPECT_OK(set(1, "apple", 700));
+    EXPECT_EQ("99|0|7", rows("SELECT * FROM `$timemachine_quota` WHERE user_id=99").at(0))
+        << "another user's";
     EXPECT_OK(qbobj_getTimemachine(qbdb, db, &area, &err));
     qbobj_Timemachine_t expected{1, "Qubrix", masked_password, 700, 20480, 0}; // decimal MB
     EXPECT_EQ(dump("Timemachine", &expected), dump("Timemachine", &area));

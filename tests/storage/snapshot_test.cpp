@@ -129,6 +129,7 @@ TEST_F(Snapshots, OfHomesAreListedByFiltersAndPages)
         {{.name = "ANN", .type = 2}, "ann@b 1"},
         {{.name = "bob", .place = "/data/home/ann"}, "0"},
         {{.place = "/data/home/ann", .from = 11, .order = 1, .limit = 1}, "ann@b 2"},
+        {{.from = 10, .to = 15}, "ann@a bob@b 2"},
         {{.order_by = "zfs_name"},
          "Failed DB Query for 'SELECT FROM $home_folder_snapshot'. no such column: S.zfs_name"},
     };
