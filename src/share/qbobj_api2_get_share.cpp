@@ -64,7 +64,7 @@ consteval auto select_shares(std::type_identity_t<Statement<Args...>> text, Fail
     return select<Args...>(
         text, failure, &ShareRow::id, or_empty(&Share::ShareName), or_empty(&Share::Comment),
         or_empty(&Share::Path),
-        // The folder itself tells its owner and permissions, see read_folder_stat().
+        // The folder itself tells its owner and permissions, see FolderReader.
         skipped, skipped, skipped, skipped, skipped, skipped, or_empty(&Share::VolumeId),
         zero(&Share::AvailableMB), &Share::UsedMB, zero(&Share::UsedByChildrenMB), &Share::UsedByDatasetMB,
         zero(&Share::UsedByRefReservationMB),

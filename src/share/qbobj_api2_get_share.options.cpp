@@ -20,7 +20,9 @@ template <class Record>
 struct ListRow : OfShare<Record> {
     const char *proto;
 };
-constexpr auto protocol = [](const qbobj_env_t &, auto &row, const char *cell) { row.proto = cell; };
+constexpr auto protocol = [](const qbobj_env_t &, auto &row, const char *cell) {
+    row.proto = or_empty(cell);
+};
 
 constexpr auto hosts = select_of_shares(
     R"(SELECT H.id,H.name,CASE WHEN HA.write THEN 'ReadWrite' WHEN HA.read THEN 'ReadOnly' ELSE 'Disabled' END,

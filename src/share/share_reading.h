@@ -6,6 +6,7 @@
 #include <qbobj/share.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <span>
@@ -121,11 +122,11 @@ template <class Share, class Work>
 int for_each_batch(Call &call, std::vector<ShareEntry<Share>> &shares, Work work)
 {
     constexpr std::ptrdiff_t most = 256;
-    constexpr int far = 8;
+    constexpr std::int64_t far = 8;
     std::ranges::sort(shares, {}, &ShareEntry<Share>::id);
     for (auto first = shares.begin(); first != shares.end();) {
         auto last = first + 1;
-        while (last != shares.end() && last - first < most && last->id - (last - 1)->id < far)
+        while (last != shares.end() && last - first < most && std::int64_t{last->id} - (last - 1)->id < far)
             ++last;
         if (const int rc = work(Batch<Share>(call, {first, last})))
             return rc;

@@ -120,11 +120,13 @@ TEST_F(ShareRead, CarriesAttributesUsageAndState)
     EXPECT_EQ(4, read("s").Busy);
 }
 
-TEST_F(ShareRead, WithoutNameOrPathReadsAsEmpty)
+TEST_F(ShareRead, WithoutNamePathOrProtocolReadsAsEmpty)
 {
     add_share("s");
     let_names_be_missing(*this);
-    sql("UPDATE share SET name=NULL,path=NULL");
+    sql("UPDATE share SET name=NULL,path=NULL; INSERT INTO cifs_share_option (share_id) SELECT id FROM share;"
+        "DROP TABLE host_acl; CREATE TABLE host_acl (share_id,host_id,proto,read,write,root);"
+        "INSERT INTO host VALUES(1,'h'); INSERT INTO host_acl SELECT id,1,NULL,1,1,0 FROM share");
     auto collection = cleared(qbobj_clear_ShareCollection);
     ASSERT_OK(call(qbobj_getShareCollection, &collection));
     EXPECT_EQ("data/s||",
