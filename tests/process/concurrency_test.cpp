@@ -1,6 +1,6 @@
 // Many processes on one file: nobody fails for a busy database, nothing is lost, and a reader sees whole
 // states only.
-#include "support.h"
+#include "processes.h"
 
 #include <cstring>
 

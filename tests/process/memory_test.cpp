@@ -1,5 +1,5 @@
 // A caller that clears the pool between calls runs at constant memory.
-#include "support.h"
+#include "processes.h"
 
 #include <fstream>
 

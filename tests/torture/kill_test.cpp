@@ -1,5 +1,6 @@
 // A process that is killed in the middle of additions leaves whole shares only.
-#include "support.h"
+#include "processes.h"
+#include "trials.h"
 
 #include <csignal>
 #include <thread>
@@ -24,9 +25,10 @@ TEST(Kill, LeavesWholeSharesOnly)
 {
     const Appliance appliance;
     int last = 0;
-    for (int round = 0; round < 30; ++round) {
+    int round = 0;
+    for (Trials trials("kill", 30); trials.next(); ++round) {
         const pid_t process = start_process([&]() -> int { add_for_ever(appliance.file(), round); });
-        std::this_thread::sleep_for(20ms + 3ms * (round % 10));
+        std::this_thread::sleep_for(20ms + 1ms * trials.below(30));
         kill(process, SIGKILL);
         ASSERT_EQ(-1, wait_for(process)) << "the process ended by itself";
 
