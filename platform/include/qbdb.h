@@ -163,7 +163,8 @@ int qbdb_import_nolock(qbdb_handle_t *qbdb, sqlite3 *db, qbdb_category_t categor
  *  walks a tree. Returns 0 on success. */
 int qbdb_hf_stats_import(qbdb_handle_t *qbdb, sqlite3 *db);
 
-/** Tells the service ("cifs", "ftp") that the share configuration changed. */
+/** Tells the service ("cifs", "ftp") that the share configuration changed. The embedded default tells it once for all changes
+ *  of a transaction, after their commit. */
 int qbdb_service_update_setting_by_share(qbdb_handle_t *qbdb, sqlite3 *db, const char *service);
 
 /** Reads a storage property of a dataset with a scanf format, as scanf() does into the pointers given.

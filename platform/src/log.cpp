@@ -2,6 +2,7 @@
 #include "connection.h"
 #include "journal.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -88,9 +89,15 @@ int qbdb_service_update_setting_by_share(qbdb_handle_t *qbdb, sqlite3 *db, const
     if (!service || *service == 0)
         return SQLITE_MISUSE;
     try {
-        const std::string line = std::to_string(std::time(nullptr)) + ' ' + service + '\n';
+        const std::string told = std::string(1, ' ') + service + '\n';
+        qbdb_sysinfo *const state = qbdb::state_of(qbdb, db);
+        const bool later = state && state->transaction.open;
+        if (later &&
+            std::ranges::any_of(state->journal, [&](const auto &line) { return line.ends_with(told); }))
+            return 0;
+        const std::string line = std::to_string(std::time(nullptr)) + told;
         // A service must not read its settings before they are there.
-        if (qbdb_sysinfo *state = qbdb::state_of(qbdb, db); state && state->transaction.open)
+        if (later)
             state->journal.push_back(line);
         else
             qbdb::write_journal(qbdb, line);

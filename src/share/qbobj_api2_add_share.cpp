@@ -3,6 +3,8 @@
 
 #include <qbobj/storage.h>
 
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace qbobj
@@ -188,14 +190,57 @@ int read_owner(Call &call, const Account *owner, const Message<int> &invalid, in
     return id < 0 ? raise(call, QBOBJ_ERROR_API_ARGS, invalid, resource_id) : 0;
 }
 
+// What the shares of a chain find around them, asked once for all that name the same volume.
+struct Surroundings {
+    std::optional<Ownership> guest;
+    std::optional<std::string> asked; // the volume that `volume_id` answers
+    const char *volume_id = nullptr;
+    std::optional<uint32_t> free_mb;
+};
+
+int find_guest(Call &call, std::optional<Ownership> &guest)
+{
+    if (guest)
+        return 0;
+    Ownership found;
+    if (x_qbobj_getUID(call, nullptr, &found.user) != 0)
+        return raise(call, QBOBJ_ERROR_API_ARGS, "Cannot get UID for guest");
+    if (x_qbobj_getGID(call, nullptr, &found.group) != 0)
+        return raise(call, QBOBJ_ERROR_API_ARGS, "Cannot get GID for guest");
+    guest = found;
+    return 0;
+}
+
+int find_volume(Call &call, const char *volume_id, Surroundings &around)
+{
+    if (volume_id != nullptr && around.asked == volume_id)
+        return 0;
+    around.asked.reset();
+    around.free_mb.reset();
+    if (qbobj_validate_db_volumeid(call, volume_id, &around.volume_id) != 0)
+        return raise(call, QBOBJ_ERROR_API_ARGS, "Specified VolumeId (%s) is not valid.", volume_id);
+    if (volume_id != nullptr)
+        around.asked = volume_id;
+    return 0;
+}
+
+int find_free_space(Call &call, Surroundings &around)
+{
+    if (around.free_mb)
+        return 0;
+    const char *free_kb = nullptr;
+    if (const int rc = call.text("Failed DB Query for 'SELECT share'. %s", free_kb,
+                                 "SELECT V.blk_free FROM share S LEFT JOIN _volume V ON V.id=%Q LIMIT 1",
+                                 around.volume_id))
+        return rc;
+    around.free_mb = static_cast<uint32_t>(to_uint64(free_kb) / 1024);
+    return 0;
+}
+
 // Without a Stat the guest owns the share and everyone may do everything.
 int read_ownership(Call &call, const qbobj_FileStat_t *given, Ownership &ownership)
 {
     using Stat = qbobj_FileStat_t;
-    if (x_qbobj_getUID(call, nullptr, &ownership.user) != 0)
-        return raise(call, QBOBJ_ERROR_API_ARGS, "Cannot get UID for guest");
-    if (x_qbobj_getGID(call, nullptr, &ownership.group) != 0)
-        return raise(call, QBOBJ_ERROR_API_ARGS, "Cannot get GID for guest");
     Stat stat{};
     stat._void_NonOwnerDelete = 1;
     if (given != nullptr) {
@@ -248,16 +293,13 @@ int insert_share(Call &call, const Share &share, const char *type, const char *v
 }
 
 // Sizes that the record leaves out are stored as 0, which is no limit.
-int insert_attributes(Call &call, const Share &share, const char *volume_id, int32_t share_id)
+int insert_attributes(Call &call, const Share &share, Surroundings &around, int32_t share_id)
 {
-    const char *free_kb = nullptr;
-    if (const int rc =
-            call.text("Failed DB Query for 'SELECT share'. %s", free_kb,
-                      "SELECT V.blk_free FROM share S LEFT JOIN _volume V ON V.id=%Q LIMIT 1", volume_id))
+    if (const int rc = find_free_space(call, around))
         return rc;
     const uint64_t refquota = given_or<&Share::_void_RefQuotaMB, &Share::RefQuotaMB>(share, 0);
     // Compared in 32 bits; QuotaMB is not compared at all.
-    if (static_cast<uint32_t>(refquota) > static_cast<uint32_t>(to_uint64(free_kb) / 1024))
+    if (static_cast<uint32_t>(refquota) > *around.free_mb)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid quota value. Need to be less than Free Space.");
     return call.exec_unique(
         taken, not_stored,
@@ -339,23 +381,24 @@ int check_new_share(Call &call, const qbobj_Share_t &share, const char *&type)
     return 0;
 }
 
-int add_share(Call &call, Share &share)
+int add_share(Call &call, Surroundings &around, Share &share)
 {
     const char *type = nullptr;
     if (const int rc = check_new_share(call, share, type))
         return rc;
     share.Comment = or_empty(share.Comment);
-    const char *volume_id = nullptr;
-    if (qbobj_validate_db_volumeid(call, share.VolumeId, &volume_id) != 0)
-        return raise(call, QBOBJ_ERROR_API_ARGS, "Specified VolumeId (%s) is not valid.", share.VolumeId);
-    Ownership ownership;
+    if (const int rc = find_volume(call, share.VolumeId, around))
+        return rc;
+    if (const int rc = find_guest(call, around.guest))
+        return rc;
+    Ownership ownership = *around.guest;
     if (const int rc = read_ownership(call, share.Stat, ownership))
         return rc;
 
-    if (const int rc = insert_share(call, share, type, volume_id, ownership))
+    if (const int rc = insert_share(call, share, type, around.volume_id, ownership))
         return rc;
     const int32_t share_id = call.last_id();
-    if (const int rc = insert_attributes(call, share, volume_id, share_id))
+    if (const int rc = insert_attributes(call, share, around, share_id))
         return rc;
     if (const int rc = add_options(call, share, share_id))
         return rc;
@@ -366,7 +409,7 @@ int add_share(Call &call, Share &share)
     if (const int rc = insert_schedule(
             call, share.SnapshotSchedule == nullptr ? default_schedule : *share.SnapshotSchedule, share_id))
         return rc;
-    share.resource_id = share.ShareId = print(call, "%s/%s", volume_id, share.ShareName);
+    share.resource_id = share.ShareId = print(call, "%s/%s", around.volume_id, share.ShareName);
     return 0;
 }
 
@@ -374,7 +417,8 @@ int add_share(Call &call, Share &share)
 
 int x_qbobj_addShare(Call &call, qbobj_Share_t *share)
 {
-    return for_each(share, add_share, call);
+    Surroundings around;
+    return for_each(share, add_share, call, around);
 }
 
 int qbobj_api2_addDlnaShareOption(Call &call, qbobj_DlnaShareOption_t *option, int32_t share_id)

@@ -168,10 +168,16 @@ int remember_host(Call &call, const char *name, int &id)
     const char *canonical = nullptr;
     if (name == nullptr || qbobj_validate_host_or_net(call.pool(), name, &canonical) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid HostName or Network specified (%s).", name);
-    if (const int rc = call.exec("Failed SQL 'INSERT host'. %s",
-                                 "INSERT OR IGNORE INTO `host` (name) VALUES(%Q)", canonical))
+    if (const int rc =
+            call.number("Failed SQL 'SELECT host'. %s", id, "SELECT id FROM `host` WHERE name=%Q", canonical))
         return rc;
-    return call.number("Failed SQL 'SELECT host'. %s", id, "SELECT id FROM `host` WHERE name=%Q", canonical);
+    if (id != 0)
+        return 0;
+    if (const int rc =
+            call.exec("Failed SQL 'INSERT host'. %s", "INSERT INTO `host` (name) VALUES(%Q)", canonical))
+        return rc;
+    id = call.last_id();
+    return 0;
 }
 
 struct HostRights {

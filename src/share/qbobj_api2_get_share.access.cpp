@@ -3,7 +3,9 @@
 #include "share/share_reading.h"
 
 #include <algorithm>
+#include <map>
 #include <string_view>
+#include <vector>
 
 namespace qbobj
 {
@@ -41,21 +43,28 @@ int for_each_default(const AccessQuestion &question, const Defaults &defaults, V
 
 /* ---- Shares by their lists ----------------------------------------------------------------------------- */
 
-struct Listed {
+// What the entries for a user and for their groups say of a share.
+struct Entries {
     int share_id;
+    int reads;
+    int writes;
+    int withholds_writing;
 };
 
 // The plus keeps to the index on the share: a user may stand in the lists of all shares.
-constexpr auto cifs_users = select<int, int, int, const char *>(
-    "SELECT A.share_id FROM user_acl A WHERE A.share_id BETWEEN %d AND %d AND A.proto='cifs' "
-    "AND +A.user_id=%d AND %s",
-    "Failed DB Query for 'SELECT user_acl(cifs)'. (%s)", &Listed::share_id);
-
-constexpr auto cifs_groups = select<int, int, const char *, int, int>(
-    R"(SELECT A.share_id FROM group_acl A WHERE A.share_id BETWEEN %d AND %d AND A.proto='cifs' AND %s
+constexpr auto cifs_entries = select<int, int, int, int, int, int, int>(
+    R"(SELECT A.share_id,A.read<>0,A.write<>0,A.write=0 FROM user_acl A
+    WHERE A.share_id BETWEEN %d AND %d AND A.proto='cifs' AND +A.user_id=%d
+    UNION ALL SELECT A.share_id,A.read<>0,A.write<>0,A.write=0 FROM group_acl A
+    WHERE A.share_id BETWEEN %d AND %d AND A.proto='cifs'
     AND(EXISTS(SELECT * FROM `$user` U WHERE U.id=%d AND U.group_id=A.group_id)
     OR EXISTS(SELECT * FROM `$group_has_user` GU WHERE GU.group_id=A.group_id AND GU.user_id=%d)))",
-    "Failed DB Query for 'SELECT user_acl(cifs)'. (%s)", &Listed::share_id);
+    "Failed DB Query for 'SELECT user_acl(cifs)'. (%s)", &Entries::share_id, &Entries::reads,
+    &Entries::writes, &Entries::withholds_writing);
+
+struct Listed {
+    int share_id;
+};
 
 constexpr auto http_users = select<int, int, int>(
     "SELECT A.share_id FROM user_acl A WHERE A.share_id BETWEEN %d AND %d AND A.proto='http' "
@@ -105,18 +114,17 @@ void add_difference(ShareIds &to, const ShareIds &from, const ShareIds &without)
 
 /* ---- CIFS ---------------------------------------------------------------------------------------------- */
 
-// Adds those of the shares asked about that list the user, or a group of theirs, with the condition.
-int add_listed_for_cifs(const AccessQuestion &question, const char *condition, const ShareIds &asked,
-                        ShareIds &listed)
+// All entries of the user, by share.
+int read_cifs_entries(const AccessQuestion &question, std::map<int, Entries> &entries)
 {
-    const int user = question.user_id;
-    ShareIds found;
-    if (const int rc = find(question, asked, cifs_users, found, user, condition))
-        return rc;
-    if (const int rc = find(question, asked, cifs_groups, found, condition, user, user))
-        return rc;
-    add_common(listed, asked, found);
-    return 0;
+    const auto add = [&](const Entries &row) {
+        Entries &share = entries[row.share_id];
+        share.reads |= row.reads;
+        share.writes |= row.writes;
+        share.withholds_writing |= row.withholds_writing;
+    };
+    const auto [call, first, last, user] = question;
+    return call.scan<Entries>(cifs_entries, add, first, last, user, first, last, user, user);
 }
 
 /* ---- HTTP ---------------------------------------------------------------------------------------------- */
@@ -167,38 +175,29 @@ int may_read_http(const AccessQuestion &question, ShareIds &granted)
 
 } // namespace
 
-int may_read_cifs(const AccessQuestion &question, ShareIds &granted)
+int may_use_cifs(const AccessQuestion &question, ShareIds &readable, ShareIds *writeable)
 {
-    ShareIds closed;
-    const int rc = for_each_default(question, cifs_defaults, [&](const Default &option) {
-        if (option.lets_read() && (!question.is_guest() || option.guests != 0))
-            granted.insert(option.share_id);
-        else if (!option.lets_read() && !question.is_guest())
-            closed.insert(option.share_id);
-    });
-    return rc != 0 ? rc : add_listed_for_cifs(question, "A.read<>0", closed, granted);
-}
-
-// Under a writeable default entries only take the right away, under any other they only give it.
-int may_write_cifs(const AccessQuestion &question, ShareIds &granted)
-{
-    ShareIds writeable;
-    ShareIds others;
-    const int rc = for_each_default(question, cifs_defaults, [&](const Default &option) {
-        const bool is_writeable = option.access() == "writeable";
-        if (!question.is_guest())
-            (is_writeable ? writeable : others).insert(option.share_id);
-        else if (is_writeable && option.guests != 0)
-            granted.insert(option.share_id);
-    });
-    if (rc != 0)
+    std::vector<Default> defaults;
+    if (const int rc = for_each_default(question, cifs_defaults,
+                                        [&](const Default &option) { defaults.push_back(option); }))
         return rc;
-    if (const int failure = add_listed_for_cifs(question, "A.write<>0", others, granted))
-        return failure;
-    ShareIds denied;
-    if (const int failure = add_listed_for_cifs(question, "A.write=0", writeable, denied))
-        return failure;
-    add_difference(granted, writeable, denied);
+    const bool guest = question.is_guest();
+    std::map<int, Entries> entries;
+    if (!guest && (writeable != nullptr || !std::ranges::all_of(defaults, &Default::lets_read)))
+        if (const int rc = read_cifs_entries(question, entries))
+            return rc;
+    for (const Default &option : defaults) {
+        const Entries &entry = entries[option.share_id];
+        if (guest ? option.lets_read() && option.guests != 0 : option.lets_read() || entry.reads != 0)
+            readable.insert(option.share_id);
+        if (writeable == nullptr)
+            continue;
+        // Under a writeable default entries only take the right away, under any other they only give it.
+        const bool by_default = option.access() == "writeable";
+        if (guest ? by_default && option.guests != 0
+                  : (by_default ? entry.withholds_writing == 0 : entry.writes != 0))
+            writeable->insert(option.share_id);
+    }
     return 0;
 }
 
@@ -210,7 +209,7 @@ bool can_be_asked_about(const char *protocol)
 
 int may_read(const AccessQuestion &question, const char *protocol, ShareIds &granted)
 {
-    return std::string_view(protocol) == protocol_id_cifs ? may_read_cifs(question, granted)
+    return std::string_view(protocol) == protocol_id_cifs ? may_use_cifs(question, granted, nullptr)
                                                           : may_read_http(question, granted);
 }
 

@@ -427,10 +427,11 @@ const char *cifs_access(Call &call, int share_id, const char *user_name)
 {
     const AccessQuestion question{call, share_id, share_id, x_qbobj_getPosixUID(call, user_name)};
     ShareIds readable;
-    if (share_id < 0 || question.is_guest() || may_read_cifs(question, readable) != 0 || readable.empty())
-        return "Disabled";
     ShareIds writeable;
-    return may_write_cifs(question, writeable) == 0 && !writeable.empty() ? "ReadWrite" : "ReadOnly";
+    if (share_id < 0 || question.is_guest() || may_use_cifs(question, readable, &writeable) != 0 ||
+        readable.empty())
+        return "Disabled";
+    return writeable.empty() ? "ReadOnly" : "ReadWrite";
 }
 
 // Stores the answer. A failure on the way is an answer too, and no error of the operation.

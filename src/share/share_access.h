@@ -21,8 +21,7 @@ struct AccessQuestion {
 };
 
 // Each adds the shares that the user may read or write; non-zero when there is no answer.
-int may_read_cifs(const AccessQuestion &question, ShareIds &granted);
-int may_write_cifs(const AccessQuestion &question, ShareIds &granted);
+int may_use_cifs(const AccessQuestion &question, ShareIds &readable, ShareIds *writeable);
 // By the protocol's word, of those that can be asked about.
 bool can_be_asked_about(const char *protocol);
 int may_read(const AccessQuestion &question, const char *protocol, ShareIds &granted);

@@ -251,9 +251,11 @@ TEST_F(Transactions, TellServicesOnlyWhatIsCommitted)
     EXPECT_EQ("", journal());
     session->begin();
     tell("ftp");
+    tell("ftp");
     EXPECT_EQ("", journal());
     session->commit();
     EXPECT_NE(std::string::npos, journal().find(" ftp\n")) << journal();
+    EXPECT_EQ(journal().find(" ftp\n"), journal().rfind(" ftp\n")) << "told more than once";
     EXPECT_EQ(std::string::npos, journal().find("cifs"));
     tell("cifs");
     EXPECT_NE(std::string::npos, journal().find(" cifs\n")) << "outside a transaction it is told at once";

@@ -232,12 +232,13 @@ TEST_F(ShareAccess, AFailingCheckEndsTheList)
     for (const auto &[table, protocol, read] : cases) {
         const std::string logged =
             "Failed DB Query for 'SELECT " + read + "'. (no such table: " + table + ")";
-        sql("DROP TABLE IF EXISTS " + table);
+        sql("ALTER TABLE " + table + " RENAME TO gone");
         auto collection = cleared(qbobj_clear_ShareCollection);
         EXPECT_FAILS(call(qbobj_getAccessibleShareCollection, &collection, "ann", protocol.c_str()),
                      QBOBJ_ERROR_OOM, "Failed in access check.");
         EXPECT_STREQ("qbobj_api2_get_share", err.file);
         EXPECT_NE(std::string::npos, log().find(logged)) << log();
+        sql("ALTER TABLE gone RENAME TO " + table);
     }
 }
 
