@@ -82,11 +82,14 @@ TEST_F(OutOfMemory, RunsOutWithoutACrashALeakOrALock)
 {
     ASSERT_TRUE(watches_sqlite());
     session->exec("INSERT INTO u VALUES(1,'one'),(2,'two')");
-    for (const Memory kind : {Memory::sqlite, Memory::pool, Memory::heap})
+    for (const Memory kind : failing_memory)
         for (const bool lasting : {false, true})
             for (const bool from_opening : {false, true}) {
                 // Reading the schema takes thousands of allocations of the same few kinds.
-                const int stride = kind == Memory::sqlite ? (from_opening ? 101 : lasting ? 7 : 1) : 1;
+                const int stride = kind == Memory::sqlite || kind == Memory::system ? (from_opening ? 101
+                                                                                       : lasting    ? 7
+                                                                                                    : 1)
+                                                                                    : 1;
                 const sqlite3_int64 before = sqlite3_memory_used();
                 int n = 1;
                 while (!HasFailure() && !survives(file, *session, {kind, n, lasting, false}, from_opening))

@@ -1,6 +1,7 @@
 // Fails the n-th statement of every operation, for every n: the call reports it, and the database is what it
 // was.
 #include "scenarios.h"
+#include "trials.h"
 
 #include <cstring>
 #include <filesystem>
@@ -123,8 +124,9 @@ TEST_P(FaultSweep, FailedStatementIsReportedAndLeavesNothing)
     auto office = std::make_unique<Appliance>();
     furnish(*office);
     std::string before = office->content();
+    Tally tally("interrupted statement");
     int n = 1;
-    for (; n < more_than_any_call_needs; ++n) {
+    for (; n < more_than_any_call_needs; ++n, tally.count()) {
         qbobj_json::Outcome outcome;
         std::string statement;
         {

@@ -69,3 +69,25 @@ void operator delete(void *memory, std::size_t) noexcept
 {
     std::free(memory);
 }
+
+#if !defined(__SANITIZE_ADDRESS__)
+// Those of the C library, under the names that it keeps for whoever replaces them.
+extern "C" {
+void *__libc_malloc(std::size_t size);
+void *__libc_calloc(std::size_t count, std::size_t size);
+void *__libc_realloc(void *memory, std::size_t size);
+
+void *malloc(std::size_t size)
+{
+    return fails(Memory::system) ? nullptr : __libc_malloc(size);
+}
+void *calloc(std::size_t count, std::size_t size)
+{
+    return fails(Memory::system) ? nullptr : __libc_calloc(count, size);
+}
+void *realloc(void *memory, std::size_t size)
+{
+    return fails(Memory::system) ? nullptr : __libc_realloc(memory, size);
+}
+}
+#endif

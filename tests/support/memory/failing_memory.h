@@ -1,10 +1,17 @@
-// Memory that runs out on demand: SQLite's, the pools', and the language's own.
+// Memory that runs out on demand: SQLite's, the pools', the language's own, and the system's, on which all of them stand.
 #pragma once
 
 namespace qbobj_test
 {
 
-enum class Memory { none, sqlite, pool, heap };
+enum class Memory { none, sqlite, pool, heap, system };
+
+// Those that a program can let run out: a sanitizer keeps the system's for itself.
+#if defined(__SANITIZE_ADDRESS__)
+inline constexpr Memory failing_memory[] = {Memory::sqlite, Memory::pool, Memory::heap};
+#else
+inline constexpr Memory failing_memory[] = {Memory::sqlite, Memory::pool, Memory::heap, Memory::system};
+#endif
 
 // Which allocations of the thread fail.
 struct MemoryPlan {
