@@ -7,6 +7,8 @@
 #include <apr_general.h>
 #include <apr_pools.h>
 
+#include <cerrno>
+
 using namespace qbdb;
 
 namespace
@@ -80,11 +82,8 @@ Problem connect(const std::string &path, const qbdb_options_t &options, qbdb_sys
 {
     const bool readonly = options.readonly != 0;
     FileFacts facts;
-    if (Problem problem = inspect_file(path, facts))
+    if (Problem problem = inspect_place(path, facts))
         return problem;
-    if (facts.schema_version < 1 || facts.schema_version > schema_version())
-        return refuse_version(path, facts.schema_version, readonly);
-
     const bool immutable = readonly && facts.readonly_place && !facts.pending_wal;
     const int flags =
         (readonly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_URI;
@@ -93,10 +92,18 @@ Problem connect(const std::string &path, const qbdb_options_t &options, qbdb_sys
     state.db.reset(opened);
     if (!opened)
         throw std::bad_alloc();
+    if (rc == SQLITE_CANTOPEN && (errno = sqlite3_system_errno(opened)) != 0)
+        return system_problem(rc, "read", path);
+    if (rc != SQLITE_OK)
+        return damaged(path, rc, opened);
+    if (Problem problem = inspect_header(opened, path, facts))
+        return problem;
+    if (facts.schema_version < 1 || facts.schema_version > schema_version())
+        return refuse_version(path, facts.schema_version, readonly);
+
     state.busy.attach(opened, options.busy_timeout_ms);
     int version = 0;
-    if (rc == SQLITE_OK)
-        rc = read_version(opened, version);
+    rc = read_version(opened, version);
     if (rc == SQLITE_OK && !readonly && sqlite3_db_readonly(opened, "main") == 1)
         return {SQLITE_READONLY, "cannot write \"" + path + "\""};
     Problem problem = rc == SQLITE_OK ? refuse_version(path, version, readonly) : damaged(path, rc, opened);
