@@ -5,7 +5,9 @@
 #include "trials.h"
 #include "workload.h"
 
+#include <csignal>
 #include <deque>
+#include <optional>
 #include <thread>
 
 using namespace qbobj_test;
@@ -14,45 +16,36 @@ using namespace std::chrono_literals;
 namespace
 {
 
-// As the workload makes shares.
-bool is_torn(const qbobj_Share_t &share)
-{
-    const std::string step = share.Comment;
-    return step != share.Cifs->DfolderAcl->RemoteShare || step != share.SnapshotSchedule->Minute ||
-           "h" + step != share.Nfs->HostAcl->Host->HostName;
-}
-
-// Calls all that only reads; 0 when none failed and the shares are whole.
-int read_all(const std::filesystem::path &file)
+// Calls all that only reads; whether none failed, and every share of the workload carries the number of one step.
+bool read_all(const std::filesystem::path &file)
 {
     const Connection connection(file, true);
-    qbobj_error_rec_t err{};
     for (const Scenario &scenario : scenarios()) {
         const qbobj_json::Operation &operation = *qbobj_json::find_operation(scenario.operation);
-        if (!operation.only_reads() || scenario.fails)
-            continue;
-        const auto outcome = operation.call(operation, {connection.qbdb, connection.db},
-                                            qbobj_json::arrange_inputs(operation, scenario.input));
-        if (operation.failed(outcome.result)) {
-            std::fprintf(stderr, "%s: %s\n", scenario.operation.c_str(), outcome.error.msg);
-            return 1;
-        }
+        if (operation.only_reads() && !scenario.fails &&
+            operation.failed(operation
+                                 .call(operation, {connection.qbdb, connection.db},
+                                       arrange_inputs(operation, scenario.input))
+                                 .result))
+            return false;
     }
     qbobj_ShareCollection_t collection{};
-    if (qbobj_getShareCollection(connection.qbdb, connection.db, &collection, &err) != 0)
-        return 2;
+    qbobj_error_rec_t err{};
+    bool whole = qbobj_getShareCollection(connection.qbdb, connection.db, &collection, &err) == 0;
     for (const qbobj_Share_t *share = collection.Share; share != nullptr; share = share->_link)
-        if (*share->ShareName == 'o' && is_torn(*share))
-            return 3;
-    return 0;
+        if (const std::string step = share->Comment; *share->ShareName == 'o')
+            whole = whole && step == share->Cifs->DfolderAcl->RemoteShare &&
+                    step == share->SnapshotSchedule->Minute &&
+                    "h" + step == share->Nfs->HostAcl->Host->HostName;
+    return whole;
 }
 
 int read_for(std::chrono::milliseconds time, const std::filesystem::path &file)
 {
-    int result = 0;
-    for (const Deadline deadline(time); result == 0 && !deadline.passed();)
-        result = read_all(file);
-    return result;
+    bool done = true;
+    for (const Deadline deadline(time); done && !deadline.passed();)
+        done = read_all(file);
+    return done ? 0 : 1;
 }
 
 TEST(Many, ProcessesWriteAndReadWithoutFailureOrLoss)
@@ -100,6 +93,42 @@ TEST(Many, ThreadsOpenUseAndCloseHandlesOfTheirOwn)
             for (Workload &workload : workloads)
                 workload.check();
         }
+}
+
+bool is_refused(Connection &inherited)
+{
+    return add_share(inherited, "x") == -SQLITE_MISUSE &&
+           qbdb_last_commit(inherited.qbdb, nullptr) == SQLITE_MISUSE &&
+           qbdb_sql_exec_mprintf(inherited.qbdb, inherited.db, nullptr, "", 0, "SELECT 1") == SQLITE_MISUSE;
+}
+
+// A child closes the handle that it inherited when others are done with the file, and may work with its own before.
+TEST(Many, ChildrenDoNoHarmToWhatTheyInherit)
+{
+    Appliance appliance;
+    Workload workload(appliance, 3);
+    for (Trials trials("forks", 10); trials.next();) {
+        const std::size_t seed = trials.random()();
+        const pid_t other = start_process([&] { return workload.work(2, seed, 1h) ? 0 : 1; });
+        std::optional<Connection> mine(appliance.file());
+        const pid_t child = start_process([&] {
+            bool done = is_refused(*mine);
+            if (seed % 2 == 0)
+                done = done && workload.work(1, seed, 50ms) && is_refused(*mine);
+            raise(SIGSTOP);
+            qbdb_close(mine->qbdb);
+            return done && workload.work(1, seed, 20ms) ? 0 : 1;
+        });
+        for (int step = 0; step < 5; ++step)
+            EXPECT_TRUE(workload.step(0, trials.random()(), {mine->qbdb, mine->db}));
+        mine.reset();
+        waitpid(child, nullptr, WUNTRACED);
+        kill(other, SIGKILL);
+        EXPECT_EQ(-1, wait_for(other));
+        kill(child, SIGCONT);
+        EXPECT_EQ(0, wait_for(child));
+        workload.check();
+    }
 }
 
 } // namespace
