@@ -102,14 +102,16 @@ bool is_refused(Connection &inherited)
            qbdb_sql_exec_mprintf(inherited.qbdb, inherited.db, nullptr, "", 0, "SELECT 1") == SQLITE_MISUSE;
 }
 
-// A child closes the handle that it inherited when others are done with the file, and may work with its own before.
+// A child works with its own handle, or only closes the inherited one, when its parent has closed it and another
+// process has come and died.
 TEST(Many, ChildrenDoNoHarmToWhatTheyInherit)
 {
     Appliance appliance;
     Workload workload(appliance, 3);
     for (Trials trials("forks", 10); trials.next();) {
         const std::size_t seed = trials.random()();
-        const pid_t other = start_process([&] { return workload.work(2, seed, 1h) ? 0 : 1; });
+        const pid_t other =
+            start_process([&] { return raise(SIGSTOP) + (workload.work(2, seed, 1h) ? 0 : 1); });
         std::optional<Connection> mine(appliance.file());
         const pid_t child = start_process([&] {
             bool done = is_refused(*mine);
@@ -122,6 +124,9 @@ TEST(Many, ChildrenDoNoHarmToWhatTheyInherit)
         for (int step = 0; step < 5; ++step)
             EXPECT_TRUE(workload.step(0, trials.random()(), {mine->qbdb, mine->db}));
         mine.reset();
+        waitpid(other, nullptr, WUNTRACED);
+        kill(other, SIGCONT);
+        std::this_thread::sleep_for(40ms);
         waitpid(child, nullptr, WUNTRACED);
         kill(other, SIGKILL);
         EXPECT_EQ(-1, wait_for(other));
