@@ -16,83 +16,73 @@ using namespace std::chrono_literals;
 namespace
 {
 
+constexpr auto duration = 1000ms;
+
 // Calls all that only reads; whether none failed, and every share of the workload carries the number of one step.
 bool read_all(const std::filesystem::path &file)
 {
     const Connection connection(file, true);
+    bool done = true;
     for (const Scenario &scenario : scenarios()) {
         const qbobj_json::Operation &operation = *qbobj_json::find_operation(scenario.operation);
-        if (operation.only_reads() && !scenario.fails &&
-            operation.failed(operation
-                                 .call(operation, {connection.qbdb, connection.db},
-                                       arrange_inputs(operation, scenario.input))
-                                 .result))
-            return false;
+        const auto input = arrange_inputs(operation, scenario.input);
+        if (operation.only_reads() && !scenario.fails)
+            done = done && !operation.failed(
+                               operation.call(operation, {connection.qbdb, connection.db}, input).result);
     }
     qbobj_ShareCollection_t collection{};
     qbobj_error_rec_t err{};
-    bool whole = qbobj_getShareCollection(connection.qbdb, connection.db, &collection, &err) == 0;
+    done = done && qbobj_getShareCollection(connection.qbdb, connection.db, &collection, &err) == 0;
     for (const qbobj_Share_t *share = collection.Share; share != nullptr; share = share->_link)
         if (const std::string step = share->Comment; *share->ShareName == 'o')
-            whole = whole && step == share->Cifs->DfolderAcl->RemoteShare &&
-                    step == share->SnapshotSchedule->Minute &&
-                    "h" + step == share->Nfs->HostAcl->Host->HostName;
-    return whole;
+            done = done && step == share->Cifs->DfolderAcl->RemoteShare &&
+                   step == share->SnapshotSchedule->Minute &&
+                   "h" + step == share->Nfs->HostAcl->Host->HostName;
+    return done;
 }
 
-int read_for(std::chrono::milliseconds time, const std::filesystem::path &file)
+// Writers in processes and threads, and a process that reads, on each file.
+void work_at_once(Trials &trials, std::size_t files, std::size_t processes, std::size_t threads)
 {
-    bool done = true;
-    for (const Deadline deadline(time); done && !deadline.passed();)
-        done = read_all(file);
-    return done ? 0 : 1;
+    std::deque<Appliance> appliances(files);
+    std::deque<Workload> workloads;
+    std::vector<pid_t> running;
+    for (Appliance &appliance : appliances) {
+        Workload &workload = workloads.emplace_back(appliance, processes + threads);
+        for (std::size_t owner = 0; owner < processes; ++owner)
+            running.push_back(start_process(
+                [&, seed = trials.random()()] { return workload.work(owner, seed, duration) ? 0 : 1; }));
+        running.push_back(start_process([&] {
+            for (const Deadline deadline(duration); !deadline.passed();)
+                if (!read_all(appliance.file()))
+                    return 2;
+            return 0;
+        }));
+    }
+    std::vector<std::jthread> working;
+    for (Workload &workload : workloads)
+        for (std::size_t owner = processes; owner < processes + threads; ++owner)
+            working.emplace_back(
+                [&, owner, seed = trials.random()()] { EXPECT_TRUE(workload.work(owner, seed, duration)); });
+    working.clear();
+    for (const pid_t process : running)
+        EXPECT_EQ(0, wait_for(process));
+    for (Workload &workload : workloads)
+        workload.check();
 }
 
 TEST(Many, ProcessesWriteAndReadWithoutFailureOrLoss)
 {
-    constexpr std::size_t owners = 8;
-    constexpr auto time = 1500ms;
-    Appliance appliance;
-    Workload workload(appliance, owners);
-    for (Trials trials("processes", 2); trials.next();) {
-        std::vector<pid_t> processes;
-        for (std::size_t owner = 0; owner < owners; ++owner)
-            processes.push_back(start_process(
-                [&, seed = trials.random()()] { return workload.work(owner, seed, time) ? 0 : 9; }));
-        for (int reader = 0; reader < 2; ++reader)
-            processes.push_back(start_process([&] { return read_for(time, appliance.file()); }));
-        for (const pid_t process : processes)
-            EXPECT_EQ(0, wait_for(process));
-        workload.check();
-    }
+    for (Trials trials("processes", 3); trials.next();)
+        work_at_once(trials, 1, 8, 0);
 }
 
-// Threads with handles of their own on one file, and on a file each; a process works on each file besides.
 TEST(Many, ThreadsOpenUseAndCloseHandlesOfTheirOwn)
 {
-    for (Trials trials("threads", 2); trials.next();)
-        for (const std::size_t files : {1, 4}) {
-            const std::size_t threads = 4 / files;
-            std::deque<Appliance> appliances(files);
-            std::deque<Workload> workloads;
-            for (Appliance &appliance : appliances)
-                workloads.emplace_back(appliance, threads + 1);
-            std::vector<pid_t> processes;
-            for (Workload &workload : workloads)
-                processes.push_back(start_process(
-                    [&, seed = trials.random()()] { return workload.work(threads, seed, 500ms) ? 0 : 1; }));
-            std::vector<std::jthread> running;
-            for (Workload &workload : workloads)
-                for (std::size_t owner = 0; owner < threads; ++owner)
-                    running.emplace_back([&, owner, seed = trials.random()()] {
-                        EXPECT_TRUE(workload.work(owner, seed, 500ms));
-                    });
-            running.clear();
-            for (const pid_t process : processes)
-                EXPECT_EQ(0, wait_for(process));
-            for (Workload &workload : workloads)
-                workload.check();
-        }
+    for (Trials trials("threads", 2); trials.next();) {
+        work_at_once(trials, 1, 1, 4);
+        work_at_once(trials, 4, 1, 1);
+    }
 }
 
 bool is_refused(Connection &inherited)

@@ -57,9 +57,6 @@ WHERE gname='~' AND is_privileged>=0 GROUP BY G.id)"},
      "SELECT target, chap_secret FROM `$iscsi_lun_group` WHERE name='~'"},
     {"addLun [@]", nullptr, R"(deleteLun {"Name": "~"})", R"({"Name": "~", "LunGroup": "vault", "LunN": #})",
      "SELECT lun_n FROM `$iscsi_lun` WHERE name='~'"},
-    {"addInitiator [@]", "modifyInitiator [@]", R"(deleteInitiator {"Name": "~"})",
-     R"({"Name": "~", "ChapAuth": 1, "ChapSecret": "#"})",
-     "SELECT chap_secret FROM `$iscsi_initiator` WHERE name='~'"},
     {"setRegistryEntry @", "setRegistryEntry @", nullptr, R"({"key": "~", "val": "#"})",
      "SELECT value FROM `$registry` WHERE key='~'"},
     {"addLog @", "addLog @", nullptr,
@@ -80,8 +77,6 @@ class Workload
         appliance.close();
         void *const memory =
             mmap(nullptr, owners * sizeof(Owner), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-        if (memory == MAP_FAILED)
-            throw std::bad_alloc();
         owners_ = static_cast<Owner *>(memory);
     }
     ~Workload() { munmap(owners_, count_ * sizeof(Owner)); }
