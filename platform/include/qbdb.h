@@ -22,6 +22,10 @@
  * - A handle and its connection are used by one thread at a time. Threads may open, use and close handles of
  *   their own at once. (The first qbdb_open() of a process initialises APR; a program that does so itself in
  *   another thread does it before.)
+ * - A handle belongs to the process that opened it. In a child that inherited it every operation is refused with
+ *   21 and changes nothing, neither for the child nor for its parent; the child opens handles of its own.
+ *   qbdb_close() there frees the child's copy and leaves the file alone. A child of a process with other threads
+ *   calls nothing of this library before exec().
  * - The pre-update hook of a connection that qbdb_open() made is taken: it counts what an operation changes. A
  *   second user of that hook, such as an SQLite session, ends the process.
  */

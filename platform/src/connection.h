@@ -14,6 +14,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unistd.h>
 #include <vector>
 
 namespace qbdb
@@ -79,6 +80,8 @@ using Connection = std::unique_ptr<sqlite3, CloseConnection>;
 } // namespace qbdb
 
 struct qbdb_sysinfo {
+    pid_t process = getpid(); // whose it is; its locks are not a child's
+    qbdb_sysinfo *next = nullptr;
     qbdb_handle_t handle{};
     std::string root; // the handle's, when it was given
     bool commit_decides = false;
@@ -91,6 +94,8 @@ struct qbdb_sysinfo {
     qbdb::Transaction transaction;
     qbdb::Scratch scratch;
     std::vector<std::string> journal; // lines for the handle's journal once the transaction is committed
+
+    bool inherited() const { return process != getpid(); }
 };
 
 namespace qbdb

@@ -21,12 +21,12 @@ class PassingFile
 {
   public:
     explicit PassingFile(const std::string &beside)
-        : path_(beside + ".XXXXXX"), file_(mkostemp(path_.data(), O_CLOEXEC))
+        : path_(beside + ".XXXXXX"), made_(FileDescriptor(mkostemp(path_.data(), O_CLOEXEC)))
     {
     }
     ~PassingFile()
     {
-        if (!file_)
+        if (!made_)
             return;
         unlink(path_.c_str());
         for (const char *suffix : {"-wal", "-shm", "-journal"})
@@ -35,13 +35,12 @@ class PassingFile
     PassingFile(const PassingFile &) = delete;
     PassingFile &operator=(const PassingFile &) = delete;
 
-    explicit operator bool() const { return static_cast<bool>(file_); }
+    explicit operator bool() const { return made_; }
     const std::string &path() const { return path_; }
-    int descriptor() const { return file_.get(); }
 
   private:
     std::string path_;
-    FileDescriptor file_;
+    bool made_;
 };
 
 bool stands(const std::string &path)
@@ -97,13 +96,16 @@ Problem build(const std::string &path, const std::string &wanted)
     return {};
 }
 
-void sync_directory(const std::string &path)
+bool sync(const std::string &path)
+{
+    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    return file && fsync(file.get()) == 0;
+}
+
+std::string folder_of(const std::string &path)
 {
     const std::size_t slash = path.rfind('/');
-    const std::string directory = slash == path.npos ? "." : path.substr(0, slash + 1);
-    const FileDescriptor file(open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (file)
-        fsync(file.get());
+    return slash == path.npos ? "." : path.substr(0, slash + 1);
 }
 
 Problem create(const std::string &path)
@@ -115,12 +117,13 @@ Problem create(const std::string &path)
         return system_problem(SQLITE_CANTOPEN, "create", path);
     if (Problem problem = build(file.path(), path))
         return problem;
-    if (fsync(file.descriptor()) != 0)
+    // Nothing of ours is open any more when others can open it: closing it would drop this process's locks.
+    if (!sync(file.path()))
         return system_problem(SQLITE_IOERR, "write", path);
     // A link never replaces what another process has put there meanwhile.
     if (link(file.path().c_str(), path.c_str()) != 0)
         return system_problem(SQLITE_CANTOPEN, "create", path);
-    sync_directory(path);
+    sync(folder_of(path));
     return {};
 }
 

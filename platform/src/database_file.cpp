@@ -1,17 +1,12 @@
 // Looking at a database file from outside.
 #include "database_file.h"
-#include "file_descriptor.h"
-
-#include <sqlite3.h>
 
 #include <array>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
-#include <unistd.h>
 
 namespace qbdb
 {
@@ -19,7 +14,7 @@ namespace qbdb
 namespace
 {
 
-constexpr std::size_t header_size = 100;
+constexpr int header_size = 100;
 using Header = std::array<unsigned char, header_size>;
 
 std::uint32_t big_endian(const Header &header, std::size_t at)
@@ -50,7 +45,7 @@ Problem system_problem(int code, const std::string &what, const std::string &pat
     return {code, "cannot " + what + " \"" + path + "\": " + std::strerror(errno)};
 }
 
-Problem inspect_file(const std::string &path, FileFacts &facts)
+Problem inspect_place(const std::string &path, FileFacts &facts)
 {
     struct stat status {
     };
@@ -60,30 +55,35 @@ Problem inspect_file(const std::string &path, FileFacts &facts)
         return {SQLITE_CANTOPEN, "\"" + path + "\" is a directory"};
     if (!S_ISREG(status.st_mode))
         return {SQLITE_CANTOPEN, "\"" + path + "\" is not a regular file"};
-    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    if (!file)
-        return system_problem(SQLITE_CANTOPEN, "read", path);
-
-    constexpr char magic[] = "SQLite format 3";
-    Header header{};
-    const ssize_t got = pread(file.get(), header.data(), header.size(), 0);
-    if (got < 0)
-        return system_problem(SQLITE_IOERR, "read", path);
-    if (std::memcmp(header.data(), magic, sizeof magic) != 0)
-        return {SQLITE_NOTADB, "\"" + path + "\" is not a database"};
-    if (static_cast<std::size_t>(got) < header.size())
-        return {SQLITE_CORRUPT, "\"" + path + "\" is damaged: it is cut short"};
-    if (big_endian(header, 68) != static_cast<std::uint32_t>(application_id))
-        return {SQLITE_NOTADB, "\"" + path + "\" is a database of another application"};
-
     struct stat wal {
     };
     facts.pending_wal = stat((path + "-wal").c_str(), &wal) == 0 && wal.st_size > 0;
-    if (!facts.pending_wal && is_cut_short(header, status.st_size))
-        return {SQLITE_CORRUPT, "\"" + path + "\" is damaged: it is cut short"};
     struct statvfs place {
     };
-    facts.readonly_place = fstatvfs(file.get(), &place) == 0 && (place.f_flag & ST_RDONLY) != 0;
+    facts.readonly_place = statvfs(path.c_str(), &place) == 0 && (place.f_flag & ST_RDONLY) != 0;
+    return {};
+}
+
+Problem inspect_header(sqlite3 *db, const std::string &path, FileFacts &facts)
+{
+    constexpr char magic[] = "SQLite format 3";
+    Header header{};
+    sqlite3_int64 size = 0;
+    sqlite3_file *file = nullptr;
+    sqlite3_file_control(db, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    int rc = file->pMethods->xFileSize(file, &size);
+    if (rc == SQLITE_OK)
+        rc = file->pMethods->xRead(file, header.data(), header_size, 0);
+    if (rc != SQLITE_OK && rc != SQLITE_IOERR_SHORT_READ)
+        return {SQLITE_IOERR, "cannot read \"" + path + "\": " + sqlite3_errstr(rc)};
+    if (std::memcmp(header.data(), magic, sizeof magic) != 0)
+        return {SQLITE_NOTADB, "\"" + path + "\" is not a database"};
+    if (rc == SQLITE_IOERR_SHORT_READ)
+        return {SQLITE_CORRUPT, "\"" + path + "\" is damaged: it is cut short"};
+    if (big_endian(header, 68) != static_cast<std::uint32_t>(application_id))
+        return {SQLITE_NOTADB, "\"" + path + "\" is a database of another application"};
+    if (!facts.pending_wal && is_cut_short(header, size))
+        return {SQLITE_CORRUPT, "\"" + path + "\" is damaged: it is cut short"};
     facts.schema_version = static_cast<int>(big_endian(header, 60));
     facts.wal = header[18] == 2;
     return {};

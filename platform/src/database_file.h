@@ -1,5 +1,7 @@
-// What can be said of a database file without opening it.
+// What can be said of a database file before it is used.
 #pragma once
+
+#include <sqlite3.h>
 
 #include <string>
 
@@ -25,8 +27,12 @@ struct FileFacts {
     bool readonly_place = false; // the file system is mounted for reading only
 };
 
-// Reads the header of the file, and refuses what is no database of ours, is cut short or cannot be read.
-Problem inspect_file(const std::string &path, FileFacts &facts);
+// Looks at the file without opening it, and refuses what is no file.
+Problem inspect_place(const std::string &path, FileFacts &facts);
+
+// Reads the header of the file that the connection has opened, and refuses what is no database of ours or cut short.
+// The system would drop all locks that the process holds on the file if it were closed again after a look of our own.
+Problem inspect_header(sqlite3 *db, const std::string &path, FileFacts &facts);
 
 // The text of errno for what was tried with the path.
 Problem system_problem(int code, const std::string &what, const std::string &path);

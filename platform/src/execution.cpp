@@ -20,6 +20,17 @@ char *lasting_text(apr_pool_t *pool, const char *text)
 
 } // namespace
 
+int Call::check_owner() const
+{
+    qbdb_sysinfo *const owner = qbdb->sysinfo;
+    if (!owner || !owner->inherited())
+        return SQLITE_OK;
+    const char *const text = "the handle belongs to the process that opened it";
+    owner->transaction.outcome = {};
+    owner->transaction.outcome.fail(SQLITE_MISUSE, text);
+    return fail(SQLITE_MISUSE, text, "handle");
+}
+
 int Call::fail(int rc, const char *text, const char *subject) const
 {
     if (qbdb_sysinfo *own = state())

@@ -20,6 +20,8 @@ struct Call {
     qbdb_sysinfo *state() const { return state_of(qbdb, db); }
     // The same call for a step after the one whose failure the caller gets.
     Call silently() const { return {qbdb, db, nullptr, file, line}; }
+    // 0, or the reported refusal of a handle that another process opened.
+    int check_owner() const;
     // Reports the failure of what `subject` names, and returns SQLite's primary code.
     int fail(int rc, const char *text, const char *subject) const;
     // The same with the connection's own text; 0 and SQLITE_DONE are no failure.
@@ -32,6 +34,8 @@ int guarded(const Call &call, Body &&body)
 {
     if (call.errmsg)
         *call.errmsg = nullptr;
+    if (const int rc = call.check_owner(); rc != SQLITE_OK)
+        return rc;
     try {
         return std::forward<Body>(body)();
     } catch (const std::bad_alloc &) {

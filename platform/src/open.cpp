@@ -7,6 +7,10 @@
 #include <apr_general.h>
 #include <apr_pools.h>
 
+#include <cerrno>
+#include <mutex>
+#include <utility>
+
 using namespace qbdb;
 
 namespace
@@ -80,11 +84,8 @@ Problem connect(const std::string &path, const qbdb_options_t &options, qbdb_sys
 {
     const bool readonly = options.readonly != 0;
     FileFacts facts;
-    if (Problem problem = inspect_file(path, facts))
+    if (Problem problem = inspect_place(path, facts))
         return problem;
-    if (facts.schema_version < 1 || facts.schema_version > schema_version())
-        return refuse_version(path, facts.schema_version, readonly);
-
     const bool immutable = readonly && facts.readonly_place && !facts.pending_wal;
     const int flags =
         (readonly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_URI;
@@ -93,10 +94,18 @@ Problem connect(const std::string &path, const qbdb_options_t &options, qbdb_sys
     state.db.reset(opened);
     if (!opened)
         throw std::bad_alloc();
+    if (rc == SQLITE_CANTOPEN && (errno = sqlite3_system_errno(opened)) != 0)
+        return system_problem(rc, "read", path);
+    if (rc != SQLITE_OK)
+        return damaged(path, rc, opened);
+    if (Problem problem = inspect_header(opened, path, facts))
+        return problem;
+    if (facts.schema_version < 1 || facts.schema_version > schema_version())
+        return refuse_version(path, facts.schema_version, readonly);
+
     state.busy.attach(opened, options.busy_timeout_ms);
     int version = 0;
-    if (rc == SQLITE_OK)
-        rc = read_version(opened, version);
+    rc = read_version(opened, version);
     if (rc == SQLITE_OK && !readonly && sqlite3_db_readonly(opened, "main") == 1)
         return {SQLITE_READONLY, "cannot write \"" + path + "\""};
     Problem problem = rc == SQLITE_OK ? refuse_version(path, version, readonly) : damaged(path, rc, opened);
@@ -143,9 +152,60 @@ Pool make_pool()
     return Pool(pool);
 }
 
+// The open handles, so that a child finds those that it inherited.
+class Handles
+{
+  public:
+    void add(qbdb_sysinfo &state)
+    {
+        const std::lock_guard hold(mutex_);
+        state.next = std::exchange(first_, &state);
+    }
+    void remove(const qbdb_sysinfo &state)
+    {
+        const std::lock_guard hold(mutex_);
+        qbdb_sysinfo **link = &first_;
+        while (*link != &state)
+            link = &(*link)->next;
+        *link = state.next;
+    }
+    // False when one of them could not be let go.
+    bool let_inherited_go()
+    {
+        const std::lock_guard hold(mutex_);
+        bool all = true;
+        for (qbdb_sysinfo *state = first_; state; state = state->next)
+            all = (!state->inherited() || let_go(*state)) && all;
+        return all;
+    }
+    // Closes a connection that was inherited without touching the file. In the midst of a transaction that writes
+    // that cannot be done.
+    static bool let_go(qbdb_sysinfo &state)
+    {
+        if (!state.db)
+            return true;
+        if (sqlite3_txn_state(state.db.get(), "main") == SQLITE_TXN_WRITE)
+            return false;
+        state.statements = {};
+        state.transaction = {};
+        sqlite3_db_config(state.db.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+        state.db.reset();
+        return true;
+    }
+
+  private:
+    std::mutex mutex_;
+    qbdb_sysinfo *first_ = nullptr;
+};
+
+constinit Handles handles;
+
 Problem open_database(const std::string &path, const qbdb_options_t &options, qbdb_handle_t **qbdb,
                       sqlite3 **db)
 {
+    // SQLite would let a connection of ours stand on the locks of those that were inherited, which are the parent's.
+    if (!handles.let_inherited_go())
+        return {SQLITE_MISUSE, "the process was forked while a handle that it inherited was writing"};
     Pool pool = make_pool();
     auto state = std::make_unique<qbdb_sysinfo>();
     if (Problem problem = connect(path, options, *state))
@@ -163,6 +223,7 @@ Problem open_database(const std::string &path, const qbdb_options_t &options, qb
     handle.readonly = options.readonly != 0;
     handle.sysinfo = state.get();
     *db = state->db.get();
+    handles.add(*state);
     *qbdb = &state.release()->handle; // qbdb_close() takes it back
     return {};
 }
@@ -183,8 +244,11 @@ void qbdb_close(qbdb_handle_t *qbdb)
 {
     if (!qbdb || !qbdb->sysinfo)
         return;
-    const std::unique_ptr<qbdb_sysinfo> state(qbdb->sysinfo);
+    std::unique_ptr<qbdb_sysinfo> state(qbdb->sysinfo);
+    handles.remove(*state);
     apr_pool_destroy(qbdb->pool);
+    if (state->inherited() && !Handles::let_go(*state))
+        static_cast<void>(state.release()); // to the end of the process
 }
 
 void qbdb_clear_pool(qbdb_handle_t *qbdb)

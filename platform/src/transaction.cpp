@@ -181,6 +181,8 @@ int qbdb_sql_begin(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char *
 int qbdb_sql_commit(qbdb_handle_t *qbdb, sqlite3 *db, char **errmsg, const char *file, int line)
 {
     const Call call{qbdb, db, errmsg, file, line};
+    if (const int refused = call.check_owner(); refused != SQLITE_OK)
+        return refused;
     const int rc = deciding(call, commit);
     qbdb_sysinfo *const state = call.state();
     if (!state && rc != SQLITE_OK && !sqlite3_get_autocommit(db))

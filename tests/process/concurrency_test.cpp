@@ -1,5 +1,4 @@
-// Many processes on one file: nobody fails for a busy database, nothing is lost, and a reader sees whole
-// states only.
+// A reader sees whole states only.
 #include "processes.h"
 
 #include <cstring>
@@ -9,57 +8,6 @@ using namespace std::chrono_literals;
 
 namespace
 {
-
-// Adds shares and reads the collection in turn until the time is over. The exit status is not 0 when any call
-// failed or a share was read that is not whole; the number of shares added goes to `counter`.
-int add_and_read(const std::filesystem::path &file, int process, FILE *counter)
-{
-    Connection connection(file);
-    if (!connection.is_open())
-        return 2;
-    const Deadline deadline(3s);
-    int added = 0;
-    for (; !deadline.passed(); ++added) {
-        if (add_share(connection, "p" + std::to_string(process) + "n" + std::to_string(added)) != 0) {
-            std::fprintf(stderr, "addShare: %s\n", ::testing::PrintToString(connection.err).c_str());
-            return 3;
-        }
-        if (added % 10 == 0) {
-            qbobj_ShareCollection_t collection{};
-            if (qbobj_getShareCollection(connection.qbdb, connection.db, &collection, &connection.err) != 0) {
-                std::fprintf(stderr, "getShareCollection: %s\n",
-                             ::testing::PrintToString(connection.err).c_str());
-                return 4;
-            }
-            for (const qbobj_Share_t *share = collection.Share; share != nullptr; share = share->_link)
-                if (!is_whole(*share))
-                    return 5;
-        }
-        qbdb_clear_pool(connection.qbdb);
-    }
-    std::fprintf(counter, "%d\n", added);
-    return std::fflush(counter) == 0 ? 0 : 6;
-}
-
-TEST(Concurrency, EightProcessesAddAndReadWithoutFailureOrLoss)
-{
-    const Appliance appliance;
-    FILE *counter = std::tmpfile();
-    std::vector<pid_t> processes;
-    for (int process = 0; process < 8; ++process)
-        processes.push_back(start_process([&] { return add_and_read(appliance.file(), process, counter); }));
-    for (const pid_t process : processes)
-        EXPECT_EQ(0, wait_for(process));
-
-    std::rewind(counter);
-    int added = 0;
-    for (int number = 0; std::fscanf(counter, "%d", &number) == 1; added += number)
-        EXPECT_GT(number, 0);
-    std::fclose(counter);
-    EXPECT_EQ(std::to_string(added), appliance.value("SELECT COUNT(*) FROM share"));
-    EXPECT_EQ(std::to_string(added), appliance.value("SELECT COUNT(*) FROM nfs_share_option"));
-    EXPECT_EQ("ok", appliance.value("PRAGMA integrity_check"));
-}
 
 // Renames the share back and forth.
 int rename_again_and_again(const std::filesystem::path &file)

@@ -83,8 +83,7 @@ Appliance::~Appliance()
 
 void Appliance::reopen(qbdb_loglevel_t loglvl, bool readonly)
 {
-    qbdb_close(qbdb);
-    qbdb = nullptr;
+    close();
     std::array<char, 512> message{};
     const std::string root_path = root();
     qbdb_options_t options{};
@@ -137,6 +136,12 @@ std::string Appliance::content() const
         for (const std::string &row : rows("SELECT * FROM \"" + table + "\""))
             text += table + ": " + row + "\n";
     return text;
+}
+
+void Appliance::close()
+{
+    qbdb_close(qbdb);
+    qbdb = nullptr;
 }
 
 std::string Appliance::log() const

@@ -40,6 +40,7 @@ class Appliance
     std::string content() const;
     // Closes and opens again, e.g. with another log level. What was returned before is gone.
     void reopen(qbdb_loglevel_t loglvl = QBDB_LOG_ERROR, bool readonly = false);
+    void close();
     // Everything logged so far.
     std::string log() const;
     // The services that were told of a change so far.

@@ -21,7 +21,9 @@ class Connection
     explicit Connection(const std::filesystem::path &file, bool readonly = false)
     {
         std::array<char, 512> message{};
+        const std::string root = file.parent_path() / "root";
         qbdb_options_t options{};
+        options.root = root.c_str();
         options.readonly = readonly ? 1 : 0;
         if (qbdb_open(file.c_str(), &options, &qbdb, &db, message.data(), message.size()) != 0)
             std::fprintf(stderr, "%s\n", message.data());
