@@ -24,6 +24,7 @@ int main(int argc, char **argv)
         add_dictionary_figures(figures);
         add_log_figures(figures);
         add_durable_figures(figures);
+        add_listing_figures(figures);
         return figures.run({argv, argv + argc}) ? 0 : 1;
     } catch (const std::exception &error) {
         std::fprintf(stderr, "qbobj_bench: %s\n", error.what());

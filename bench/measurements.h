@@ -29,6 +29,7 @@ void add_backup_figures(Figures &figures);
 void add_dictionary_figures(Figures &figures);
 void add_log_figures(Figures &figures);
 void add_durable_figures(Figures &figures);
+void add_listing_figures(Figures &figures);
 
 // Calls `work` once a run and gives back afterwards what it returned in the pool.
 template <std::invocable Work>

@@ -1,9 +1,6 @@
 // A whole process of the tool beside one of the sqlite3 shell.
 #include "measurements.h"
-
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
+#include "process.h"
 
 namespace qbobj_bench
 {
@@ -13,39 +10,6 @@ namespace
 
 constexpr int shares = 1000;
 constexpr int runs = 60;
-
-class Silence
-{
-  public:
-    Silence()
-    {
-        posix_spawn_file_actions_init(&actions_);
-        posix_spawn_file_actions_addopen(&actions_, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-    }
-    ~Silence() { posix_spawn_file_actions_destroy(&actions_); }
-    Silence(const Silence &) = delete;
-    Silence &operator=(const Silence &) = delete;
-    const posix_spawn_file_actions_t *actions() const { return &actions_; }
-
-  private:
-    posix_spawn_file_actions_t actions_{};
-};
-
-// Runs a program to its end.
-void run(std::vector<std::string> words)
-{
-    std::vector<char *> argv;
-    argv.reserve(words.size() + 1);
-    for (std::string &word : words)
-        argv.push_back(word.data());
-    argv.push_back(nullptr);
-    const Silence silence;
-    pid_t child = 0;
-    int status = -1;
-    if (posix_spawnp(&child, argv[0], silence.actions(), nullptr, argv.data(), environ) != 0 ||
-        waitpid(child, &status, 0) != child || status != 0)
-        throw std::runtime_error(words[0] + " failed");
-}
 
 } // namespace
 
@@ -59,7 +23,7 @@ void add_start_figures(Figures &figures)
     const auto measure = [&figures, connection](const char *program, const std::vector<std::string> &words) {
         const auto run_once = [connection, words](benchmark::State &state) {
             for (auto _ : state)
-                run(words);
+                run_program(words);
         };
         figures.measure(program, run_once, runs, Figures::Clock::wall);
     };

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "lru_map.h"
+#include "process_mark.h"
 #include "qbdb.h"
 #include "statement.h"
 #include "statement_format.h"
@@ -14,7 +15,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unistd.h>
 #include <vector>
 
 namespace qbdb
@@ -80,7 +80,7 @@ using Connection = std::unique_ptr<sqlite3, CloseConnection>;
 } // namespace qbdb
 
 struct qbdb_sysinfo {
-    pid_t process = getpid(); // whose it is; its locks are not a child's
+    qbdb::ProcessMark process; // whose the handle is; its locks are not a child's
     qbdb_sysinfo *next = nullptr;
     qbdb_handle_t handle{};
     std::string root; // the handle's, when it was given
@@ -95,7 +95,7 @@ struct qbdb_sysinfo {
     qbdb::Scratch scratch;
     std::vector<std::string> journal; // lines for the handle's journal once the transaction is committed
 
-    bool inherited() const { return process != getpid(); }
+    bool inherited() const { return !process.is_ours(); }
 };
 
 namespace qbdb
