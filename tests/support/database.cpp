@@ -71,6 +71,7 @@ Appliance::Appliance()
     fs::create_directories(root());
     log_ = std::fopen((folder_.path() / "log").c_str(), "a");
     jnl_ = std::fopen((folder_.path() / "journal").c_str(), "a");
+    options.relaxed_durability = 1;
     reopen();
 }
 
@@ -81,20 +82,24 @@ Appliance::~Appliance()
     std::fclose(jnl_);
 }
 
-void Appliance::reopen(qbdb_loglevel_t loglvl, bool readonly)
+void Appliance::close()
 {
     qbdb_close(qbdb);
     qbdb = nullptr;
+}
+
+void Appliance::reopen(qbdb_loglevel_t loglvl, bool readonly)
+{
+    close();
     std::array<char, 512> message{};
     const std::string root_path = root();
-    qbdb_options_t options{};
-    options.root = root_path.c_str();
-    options.loglvl = loglvl;
-    options.log = log_;
-    options.jnl = jnl_;
-    options.readonly = readonly ? 1 : 0;
-    options.relaxed_durability = 1;
-    if (qbdb_open(file().c_str(), &options, &qbdb, &db, message.data(), message.size()) != 0)
+    qbdb_options_t whole = options;
+    whole.root = root_path.c_str();
+    whole.loglvl = loglvl;
+    whole.log = log_;
+    whole.jnl = jnl_;
+    whole.readonly = readonly ? 1 : 0;
+    if (qbdb_open(file().c_str(), &whole, &qbdb, &db, message.data(), message.size()) != 0)
         throw std::runtime_error(message.data());
 }
 
