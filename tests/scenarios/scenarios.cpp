@@ -36,6 +36,11 @@ void PrintTo(const Scenario &scenario, std::ostream *out)
     *out << scenario.operation;
 }
 
+std::string name_of(const ::testing::TestParamInfo<Scenario> &info)
+{
+    return info.param.operation;
+}
+
 qbobj_json::Outcome call(Appliance &appliance, const std::string &name, const Json &input)
 {
     const qbobj_json::Operation *operation = qbobj_json::find_operation(name);

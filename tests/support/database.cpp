@@ -5,9 +5,7 @@
 
 #include <array>
 #include <cstdlib>
-#include <fstream>
 #include <memory>
-#include <sstream>
 
 namespace fs = std::filesystem;
 
@@ -21,14 +19,6 @@ namespace qbobj_test
 {
 namespace
 {
-
-std::string read_file(const fs::path &path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
 
 // The database that every test gets a copy of.
 class Prepared

@@ -1,12 +1,10 @@
 // SQLite's own file system with its steps replaced by ones that ask the plan first, and tell who listens.
 #include "failing_storage.h"
+#include "temporary_folder.h"
 #include "trials.h"
 
 #include <algorithm>
-#include <array>
 #include <climits>
-#include <fstream>
-#include <stdexcept>
 
 namespace qbobj_test
 {
@@ -17,125 +15,123 @@ using Step = FailingStorage::Step;
 
 struct Plan {
     Step step{};
-    int first = 0; // 0 is no plan
-    int last = 0;
+    int first = 0;
+    int last = 0; // 0 is no plan
     int code = SQLITE_OK;
-    int failed = 0;
     std::map<Step, int> asked{};
 
     int ask(Step which)
     {
-        const int n = first == 0 ? 0 : ++asked[which];
-        if (which != step || n == 0 || n < first || n > last)
-            return SQLITE_OK;
-        failed++;
-        return code;
+        const int n = ++asked[which];
+        return which == step && n >= first && n <= last ? code : SQLITE_OK;
     }
 };
 
-// What listens: the changes of the files whose names begin so.
-struct Listener {
-    std::string database;
-    std::vector<FailingStorage::Change> *changes = nullptr;
+// What changes a file, a sector at most, or syncs it.
+struct Change {
+    Step step;
+    std::string file;
+    std::size_t at; // of a truncation, the size; a deletion is one to nothing
+    std::string bytes;
 
-    void hear(Step step, const char *file, sqlite3_int64 at, std::string bytes = {}) const
+    void make(std::string &content) const
     {
-        if (changes != nullptr && file != nullptr && std::string_view(file).starts_with(database))
-            changes->push_back({step, file, at, std::move(bytes)});
+        content.resize(step == Step::truncate ? at : std::max(content.size(), at + bytes.size()));
+        content.replace(at, bytes.size(), bytes);
     }
 };
 
-// The methods of a kind of file (SQLite locks databases, not logs), some of them replaced.
-struct Kind : sqlite3_io_methods {
-    const sqlite3_io_methods *real = nullptr;
+struct Recording {
+    std::string database;
+    std::map<std::string, std::string> files; // as they were
+    std::vector<Change> changes;
+
+    void hear(Step step, const char *file, sqlite3_int64 offset, std::string_view bytes = {})
+    {
+        constexpr std::size_t sector = 512;
+        if (database.empty() || file == nullptr || !std::string_view(file).starts_with(database))
+            return;
+        auto at = static_cast<std::size_t>(offset);
+        do {
+            const std::size_t amount = std::min(bytes.size(), sector - at % sector);
+            changes.push_back({step, file, at, std::string(bytes.substr(0, amount))});
+            bytes.remove_prefix(amount);
+            at += amount;
+        } while (!bytes.empty());
+    }
+};
+
+// A file's methods, some of them replaced, stand behind the real file's own state.
+struct Methods : sqlite3_io_methods {
+    const sqlite3_io_methods *real;
+    const char *name;
 };
 
 Plan plan;
-Listener listener;
+Recording recording;
 sqlite3_vfs *real_vfs = nullptr;
 sqlite3_vfs failing_vfs{};
-std::array<Kind, 4> kinds;
 
-const sqlite3_io_methods &real_methods(const sqlite3_file *file)
+Methods &methods_of(sqlite3_file *file)
 {
-    return *static_cast<const Kind *>(file->pMethods)->real;
-}
-
-// A file's name stands behind the real file's own state.
-const char *&name_of(sqlite3_file *file)
-{
-    return *reinterpret_cast<const char **>(reinterpret_cast<char *>(file) + real_vfs->szOsFile);
+    return *reinterpret_cast<Methods *>(reinterpret_cast<char *>(file) + real_vfs->szOsFile);
 }
 
 int read(sqlite3_file *file, void *to, int amount, sqlite3_int64 at)
 {
     const int rc = plan.ask(Step::read);
-    return rc != SQLITE_OK ? rc : real_methods(file).xRead(file, to, amount, at);
+    return rc != SQLITE_OK ? rc : methods_of(file).real->xRead(file, to, amount, at);
 }
 
 // A write that fails has come half the way.
 int write(sqlite3_file *file, const void *from, int amount, sqlite3_int64 at)
 {
-    if (const int rc = plan.ask(Step::write); rc != SQLITE_OK) {
-        real_methods(file).xWrite(file, from, amount / 2, at);
-        return rc;
-    }
+    const int rc = plan.ask(Step::write);
     const auto size = static_cast<std::size_t>(amount);
-    listener.hear(Step::write, name_of(file), at, {static_cast<const char *>(from), size});
-    return real_methods(file).xWrite(file, from, amount, at);
+    recording.hear(Step::write, methods_of(file).name, at, {static_cast<const char *>(from), size});
+    const int done = methods_of(file).real->xWrite(file, from, rc == SQLITE_OK ? amount : amount / 2, at);
+    return rc == SQLITE_OK ? done : rc;
 }
 
 // No test outlives the power of its machine.
 int sync(sqlite3_file *file, int)
 {
-    listener.hear(Step::sync, name_of(file), 0);
+    recording.hear(Step::sync, methods_of(file).name, 0);
     return plan.ask(Step::sync);
 }
 
 int truncate(sqlite3_file *file, sqlite3_int64 size)
 {
-    if (const int rc = plan.ask(Step::truncate); rc != SQLITE_OK)
-        return rc;
-    listener.hear(Step::truncate, name_of(file), size);
-    return real_methods(file).xTruncate(file, size);
+    recording.hear(Step::truncate, methods_of(file).name, size);
+    const int rc = plan.ask(Step::truncate);
+    return rc != SQLITE_OK ? rc : methods_of(file).real->xTruncate(file, size);
 }
 
 int lock(sqlite3_file *file, int offset, int count, int flags)
 {
     const int rc = (flags & SQLITE_SHM_LOCK) != 0 ? plan.ask(Step::lock) : SQLITE_OK;
-    return rc != SQLITE_OK ? rc : real_methods(file).xShmLock(file, offset, count, flags);
-}
-
-const Kind &kind_of(const sqlite3_io_methods *real)
-{
-    for (Kind &kind : kinds) {
-        if (kind.real == nullptr) {
-            static_cast<sqlite3_io_methods &>(kind) = *real;
-            kind.real = real;
-            kind.xRead = read;
-            kind.xWrite = write;
-            kind.xSync = sync;
-            kind.xTruncate = truncate;
-            kind.xShmLock = lock;
-        }
-        if (kind.real == real)
-            return kind;
-    }
-    throw std::logic_error("more kinds of files than expected");
+    return rc != SQLITE_OK ? rc : methods_of(file).real->xShmLock(file, offset, count, flags);
 }
 
 int open_file(sqlite3_vfs *, sqlite3_filename name, sqlite3_file *file, int flags, int *out_flags)
 {
     const int rc = real_vfs->xOpen(real_vfs, name, file, flags, out_flags);
-    if (rc == SQLITE_OK && file->pMethods != nullptr)
-        file->pMethods = &kind_of(file->pMethods);
-    name_of(file) = name;
+    if (file->pMethods == nullptr)
+        return rc;
+    Methods &methods = methods_of(file);
+    methods = {*file->pMethods, file->pMethods, name};
+    methods.xRead = read;
+    methods.xWrite = write;
+    methods.xSync = sync;
+    methods.xTruncate = truncate;
+    methods.xShmLock = lock;
+    file->pMethods = &methods;
     return rc;
 }
 
 int delete_file(sqlite3_vfs *, const char *name, int sync_folder)
 {
-    listener.hear(Step::truncate, name, 0);
+    recording.hear(Step::truncate, name, 0);
     return real_vfs->xDelete(real_vfs, name, sync_folder);
 }
 
@@ -143,22 +139,6 @@ int delete_file(sqlite3_vfs *, const char *name, int sync_folder)
 int do_not_sleep(sqlite3_vfs *, int microseconds)
 {
     return microseconds;
-}
-
-std::string read_file(const std::string &path)
-{
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-// Makes a part of a change.
-void make(const FailingStorage::Change &change, std::string &file, std::size_t from, std::size_t amount)
-{
-    const std::size_t at = static_cast<std::size_t>(change.at) + from;
-    if (change.step == Step::truncate)
-        return file.resize(at);
-    file.resize(std::max(file.size(), at + amount));
-    file.replace(at, amount, change.bytes, from, amount);
 }
 
 } // namespace
@@ -169,7 +149,7 @@ FailingStorage::FailingStorage()
     failing_vfs = *real_vfs;
     failing_vfs.zName = "failing";
     failing_vfs.pNext = nullptr;
-    failing_vfs.szOsFile += static_cast<int>(sizeof(const char *));
+    failing_vfs.szOsFile += static_cast<int>(sizeof(Methods));
     failing_vfs.xOpen = open_file;
     failing_vfs.xDelete = delete_file;
     failing_vfs.xSleep = do_not_sleep;
@@ -178,13 +158,14 @@ FailingStorage::FailingStorage()
 
 FailingStorage::~FailingStorage()
 {
+    recording = {};
     sqlite3_vfs_unregister(&failing_vfs);
     sqlite3_vfs_register(real_vfs, 1);
 }
 
 FailingStorage::Failure::Failure(Step step, int n, int code, bool once)
 {
-    plan = {step, n, once ? n : INT_MAX, code, 0, {}};
+    plan = {step, n, once ? n : INT_MAX, code, {}};
 }
 
 FailingStorage::Failure::~Failure()
@@ -192,61 +173,47 @@ FailingStorage::Failure::~Failure()
     plan = {};
 }
 
-int FailingStorage::Failure::count()
-{
-    return plan.failed;
-}
-
 int FailingStorage::Failure::asked(Step step)
 {
     return plan.asked[step];
 }
 
-FailingStorage::Recording::Recording(const std::filesystem::path &database) : database_(database)
+void FailingStorage::record(const std::filesystem::path &database)
 {
-    for (const std::string &file : {database_, database_ + "-wal"})
-        files_[file] = read_file(file);
-    listener = {database_, &changes_};
+    recording = {database, {}, {}};
+    for (const std::string &file : {recording.database, recording.database + "-wal"})
+        recording.files[file] = read_file(file);
 }
 
-FailingStorage::Recording::~Recording()
+std::size_t FailingStorage::changes()
 {
-    listener = {};
+    return recording.changes.size();
 }
 
-void FailingStorage::Recording::cut(std::size_t after, const std::filesystem::path &survivor,
-                                    Trials &trials) const
+void FailingStorage::cut(std::size_t after, const std::filesystem::path &survivor, Trials &trials)
 {
-    auto files = files_;
-    std::map<std::string, std::vector<std::size_t>> unsynced;
-    for (std::size_t i = 0; i < std::min(after + 1, changes_.size()); ++i) {
-        const Change &change = changes_[i];
-        std::vector<std::size_t> &pending = unsynced[change.file];
-        pending.push_back(i);
-        if (i == after || change.step != Step::sync)
-            continue;
-        for (const std::size_t synced : pending)
-            make(changes_[synced], files[change.file], 0, changes_[synced].bytes.size());
-        pending.clear();
-    }
-    const std::size_t sector = std::size_t{512} << trials.below(4);
-    for (const auto &[name, pending] : unsynced) {
-        const std::size_t kept = trials.below(3); // of two sectors
-        for (const std::size_t i : pending) {
-            const std::size_t whole = changes_[i].bytes.size();
-            const std::size_t size = i == after ? trials.below(whole + 1) : whole;
-            std::size_t from = 0;
-            do {
-                const std::size_t at = static_cast<std::size_t>(changes_[i].at) + from;
-                const std::size_t amount = std::min(size - from, sector - at % sector);
-                if (trials.below(2) < kept)
-                    make(changes_[i], files[name], from, amount);
-                from += amount;
-            } while (from < size);
+    auto files = recording.files;
+    std::map<std::string, std::vector<Change>> unsynced;
+    for (std::size_t i = 0; i < std::min(after + 1, changes()); ++i) {
+        Change change = recording.changes[i];
+        std::vector<Change> &pending = unsynced[change.file];
+        if (i < after && change.step == Step::sync) {
+            for (const Change &synced : pending)
+                synced.make(files[change.file]);
+            pending.clear();
+        } else {
+            change.bytes.resize(i < after ? change.bytes.size() : trials.below(change.bytes.size() + 1));
+            pending.push_back(std::move(change));
         }
     }
-    for (const auto &[name, content] : files)
-        std::ofstream(survivor.string() + name.substr(database_.size()), std::ios::binary) << content;
+    for (const auto &[file, pending] : unsynced) {
+        const std::size_t kept = trials.below(3); // of two
+        for (const Change &change : pending)
+            if (trials.below(2) < kept)
+                change.make(files[file]);
+    }
+    for (const auto &[file, content] : files)
+        write_file(survivor.string() + file.substr(recording.database.size()), content);
 }
 
 } // namespace qbobj_test

@@ -4,9 +4,6 @@
 #include <sqlite3.h>
 
 #include <filesystem>
-#include <map>
-#include <string>
-#include <vector>
 
 namespace qbobj_test
 {
@@ -32,39 +29,17 @@ class FailingStorage
         ~Failure();
         Failure(const Failure &) = delete;
         Failure &operator=(const Failure &) = delete;
-        // How many steps failed so far.
-        static int count();
         // How many there were of any step so far.
         static int asked(Step step);
     };
 
-    // A step that changes a file, or syncs it.
-    struct Change {
-        Step step;
-        std::string file;
-        sqlite3_int64 at; // of a truncation, the size; a deletion is one to nothing
-        std::string bytes;
-    };
-
-    // While it lives, the changes of a database and its log are kept, so that the power can be cut at each.
-    class Recording
-    {
-      public:
-        explicit Recording(const std::filesystem::path &database);
-        ~Recording();
-        Recording(const Recording &) = delete;
-        Recording &operator=(const Recording &) = delete;
-        // How many there are so far.
-        std::size_t size() const { return changes_.size(); }
-        // Leaves at the path what is there when the power is cut after so many changes, in the midst of the next:
-        // all that was synced, and of the rest the sectors that luck has kept.
-        void cut(std::size_t after, const std::filesystem::path &survivor, Trials &trials) const;
-
-      private:
-        std::string database_;
-        std::map<std::string, std::string> files_; // as they were
-        std::vector<Change> changes_;
-    };
+    // Keeps the changes that a database and its log go through from now on, sector by sector.
+    static void record(const std::filesystem::path &database);
+    // How many there are so far.
+    static std::size_t changes();
+    // Leaves at the path what is there when the power is cut after so many changes, in the midst of the next: all
+    // that was synced, and of the rest what luck has kept.
+    static void cut(std::size_t after, const std::filesystem::path &survivor, Trials &trials);
 };
 
 } // namespace qbobj_test

@@ -81,11 +81,6 @@ TEST_P(RefusedWrites, AreReportedAndLeaveNothing)
     }
 }
 
-std::string name_of(const ::testing::TestParamInfo<Scenario> &info)
-{
-    return info.param.operation;
-}
-
 INSTANTIATE_TEST_SUITE_P(All, RefusedWrites, ::testing::ValuesIn(scenarios()), name_of);
 
 } // namespace
