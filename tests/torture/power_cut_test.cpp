@@ -35,8 +35,7 @@ struct State {
 
 TEST(PowerCut, LosesNothingThatWasAcknowledged)
 {
-    constexpr int operations = 15;
-    constexpr int cuts = 25;
+    constexpr int operations = 15, cuts = 25;
     const FailingStorage storage;
     const std::hash<std::string> hash;
     for (Trials trials("power cut", 20 * cuts); trials.next();) {
@@ -60,7 +59,6 @@ TEST(PowerCut, LosesNothingThatWasAcknowledged)
         Appliance survivor;
         for (int i = 0; i < cuts; ++i) {
             const std::size_t after = trials.below(FailingStorage::changes() + 1);
-            SCOPED_TRACE("after change " + std::to_string(after));
             survivor.close();
             FailingStorage::cut(after, survivor.file(), trials);
             ASSERT_NO_THROW(survivor.reopen());
