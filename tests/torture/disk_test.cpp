@@ -3,8 +3,8 @@
 #include "scenarios.h"
 #include "trials.h"
 
+#include <algorithm>
 #include <map>
-#include <regex>
 
 using namespace qbobj_test;
 using Step = FailingStorage::Step;
@@ -23,8 +23,11 @@ enum Lasting { once, for_the_call, beyond_the_handle };
 // Salts and the present time are not the same twice.
 bool is_alike(const std::string &a, const std::string &b)
 {
-    static const std::regex varying(R"(\$1\$[^|]*|\d{4}-\d\d-\d\d \d\d:\d\d:\d\d|\b\d{10}\b)");
-    return a == b || std::regex_replace(a, varying, "*") == std::regex_replace(b, varying, "*");
+    const auto varies = [&](const char &at) {
+        const auto cell = a.find_last_of("|\n", static_cast<std::size_t>(&at - a.data())) + 1;
+        return a.compare(cell, 3, "$1$") == 0 || a.find_first_not_of("0123456789-: ", cell) - cell >= 10;
+    };
+    return std::ranges::equal(a, b, [&](const char &x, char y) { return x == y || varies(x); });
 }
 
 class Disk : public FailingStorage, public Appliance, public ::testing::TestWithParam<Scenario>
