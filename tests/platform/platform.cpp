@@ -1,25 +1,10 @@
 // The databases of the platform's tests.
 #include "platform.h"
 
-#include <fstream>
-#include <sstream>
-
 namespace platform_test
 {
 
 namespace fs = std::filesystem;
-
-std::string read_file(const fs::path &path)
-{
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-void write_file(const fs::path &path, const std::string &content)
-{
-    fs::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary) << content;
-}
 
 std::vector<std::string> Folder::names() const
 {

@@ -19,8 +19,8 @@ using Rows = std::vector<Row>;
 
 inline constexpr const char *unit = "a_unit";
 
-std::string read_file(const std::filesystem::path &path);
-void write_file(const std::filesystem::path &path, const std::string &content);
+using qbobj_test::read_file;
+using qbobj_test::write_file;
 
 class Folder
 {

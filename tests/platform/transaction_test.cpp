@@ -1,5 +1,4 @@
 // Transactions: waiting, losing, failing; and the journal that follows them.
-#include "failing_storage.h"
 #include "platform.h"
 
 #include <chrono>
@@ -127,31 +126,17 @@ TEST_F(Transactions, DoNotWriteAFileThatWasMigratedMeanwhile)
 
 TEST_F(Transactions, TellWhatBecameOfThem)
 {
-    using Storage = qbobj_test::FailingStorage;
-    const Storage storage;
     const auto outcome = [&] {
         const char *text = nullptr;
         const int code = qbdb_last_commit(session->qbdb, &text);
         return std::to_string(code) + " " + text;
     };
-    options.relaxed_durability = 0;
     for (const int decides : {0, 1}) {
         options.commit_decides = decides;
         session = std::make_unique<Session>(file, options);
         session->exec("INSERT OR IGNORE INTO u VALUES(1,'x')");
         const std::string before = count();
         EXPECT_EQ(decides, qbdb_commit_decides(session->qbdb));
-        const std::tuple<Storage::Step, int, const char *> cases[] = {
-            {Storage::Step::write, SQLITE_FULL, "13 database or disk is full"},
-            {Storage::Step::write, SQLITE_IOERR_WRITE, "10 disk I/O error"},
-            {Storage::Step::sync, SQLITE_IOERR_FSYNC, "10 disk I/O error"}};
-        for (const auto &[step, code, expected] : cases) {
-            ASSERT_EQ(0, session->begin());
-            ASSERT_EQ(0, session->exec("INSERT INTO t VALUES(1,1,1)"));
-            const Storage::Failure failure(step, 1, code);
-            EXPECT_EQ(code & 0xff, session->commit());
-            EXPECT_EQ(expected, outcome());
-        }
         EXPECT_EQ(0, session->begin());
         EXPECT_EQ("0 ", outcome());
         EXPECT_EQ(SQLITE_CONSTRAINT, session->exec("INSERT OR ROLLBACK INTO u VALUES(1,'y')"));

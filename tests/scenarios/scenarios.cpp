@@ -25,7 +25,8 @@ bool is_documented(const std::string &operation, const qbobj_error_rec_t &error)
     const auto errors = qbobj::texts::find_operation(operation)->errors;
     return error.ec == QBOBJ_ERROR_OK || error.ec == QBOBJ_ERROR_OOM ||
            std::ranges::find(errors, error.ec, &qbobj::texts::Error::code) != errors.end() ||
-           std::string_view(error.msg).starts_with("The transaction was rolled back");
+           std::string_view(error.msg).starts_with("The transaction was rolled back") ||
+           std::string_view(error.msg).starts_with("Failed DB Query for 'COMMIT'.");
 }
 
 } // namespace
@@ -33,6 +34,11 @@ bool is_documented(const std::string &operation, const qbobj_error_rec_t &error)
 void PrintTo(const Scenario &scenario, std::ostream *out)
 {
     *out << scenario.operation;
+}
+
+std::string name_of(const ::testing::TestParamInfo<Scenario> &info)
+{
+    return info.param.operation;
 }
 
 qbobj_json::Outcome call(Appliance &appliance, const std::string &name, const Json &input)

@@ -18,6 +18,8 @@ struct Scenario {
 };
 
 void PrintTo(const Scenario &scenario, std::ostream *out);
+// Names the cases of a sweep.
+std::string name_of(const ::testing::TestParamInfo<Scenario> &info);
 
 const std::vector<Scenario> &scenarios();
 

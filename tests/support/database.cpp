@@ -5,9 +5,7 @@
 
 #include <array>
 #include <cstdlib>
-#include <fstream>
 #include <memory>
-#include <sstream>
 
 namespace fs = std::filesystem;
 
@@ -21,14 +19,6 @@ namespace qbobj_test
 {
 namespace
 {
-
-std::string read_file(const fs::path &path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
 
 // The database that every test gets a copy of.
 class Prepared
@@ -71,6 +61,7 @@ Appliance::Appliance()
     fs::create_directories(root());
     log_ = std::fopen((folder_.path() / "log").c_str(), "a");
     jnl_ = std::fopen((folder_.path() / "journal").c_str(), "a");
+    options.relaxed_durability = 1;
     reopen();
 }
 
@@ -81,19 +72,24 @@ Appliance::~Appliance()
     std::fclose(jnl_);
 }
 
+void Appliance::close()
+{
+    qbdb_close(qbdb);
+    qbdb = nullptr;
+}
+
 void Appliance::reopen(qbdb_loglevel_t loglvl, bool readonly)
 {
     close();
     std::array<char, 512> message{};
     const std::string root_path = root();
-    qbdb_options_t options{};
-    options.root = root_path.c_str();
-    options.loglvl = loglvl;
-    options.log = log_;
-    options.jnl = jnl_;
-    options.readonly = readonly ? 1 : 0;
-    options.relaxed_durability = 1;
-    if (qbdb_open(file().c_str(), &options, &qbdb, &db, message.data(), message.size()) != 0)
+    qbdb_options_t whole = options;
+    whole.root = root_path.c_str();
+    whole.loglvl = loglvl;
+    whole.log = log_;
+    whole.jnl = jnl_;
+    whole.readonly = readonly ? 1 : 0;
+    if (qbdb_open(file().c_str(), &whole, &qbdb, &db, message.data(), message.size()) != 0)
         throw std::runtime_error(message.data());
 }
 
@@ -136,12 +132,6 @@ std::string Appliance::content() const
         for (const std::string &row : rows("SELECT * FROM \"" + table + "\""))
             text += table + ": " + row + "\n";
     return text;
-}
-
-void Appliance::close()
-{
-    qbdb_close(qbdb);
-    qbdb = nullptr;
 }
 
 std::string Appliance::log() const

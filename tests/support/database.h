@@ -38,9 +38,9 @@ class Appliance
     std::string value(const std::string &select) const;
     // The whole content of the database, to see that nothing changed.
     std::string content() const;
+    void close();
     // Closes and opens again, e.g. with another log level. What was returned before is gone.
     void reopen(qbdb_loglevel_t loglvl = QBDB_LOG_ERROR, bool readonly = false);
-    void close();
     // Everything logged so far.
     std::string log() const;
     // The services that were told of a change so far.
@@ -61,6 +61,8 @@ class Appliance
     qbdb_handle_t *qbdb = nullptr;
     sqlite3 *db = nullptr;
     qbobj_error_rec_t err{};
+    // What reopen() opens with beside its own.
+    qbdb_options_t options{};
 
   private:
     TemporaryFolder folder_;

@@ -1,8 +1,9 @@
-// A folder for tests and benchmarks that goes away with its content.
+// A folder for tests and benchmarks that goes away with its content, and files in it.
 #pragma once
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <stdexcept>
 #include <string>
 
@@ -32,5 +33,17 @@ class TemporaryFolder
   private:
     std::filesystem::path path_;
 };
+
+inline std::string read_file(const std::filesystem::path &path)
+{
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+inline void write_file(const std::filesystem::path &path, const std::string &content)
+{
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary) << content;
+}
 
 } // namespace qbobj_test

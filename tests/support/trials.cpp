@@ -1,6 +1,7 @@
 #include "trials.h"
 
 #include <cstdlib>
+#include <exception>
 #include <fstream>
 
 namespace qbobj_test
@@ -24,7 +25,7 @@ bool Tally::is_long()
 
 Tally::~Tally()
 {
-    const bool failed = ::testing::Test::HasFailure();
+    const bool failed = ::testing::Test::HasFailure() || std::uncaught_exceptions() > 0;
     if (const char *const file = asked("QBOBJ_TRIALS"))
         std::ofstream(file, std::ios::app)
             << kind_ << '\t' << count_ << '\t' << (failed ? 1 : 0) << '\t' << (failed ? repeat_ : "") << '\n';
@@ -49,7 +50,7 @@ bool Trials::next()
     trace_.reset();
     if (::testing::Test::HasFailure())
         return false;
-    if (end_ ? std::chrono::steady_clock::now() >= *end_ : counted() == trials_)
+    if (end_ ? std::chrono::steady_clock::now() >= *end_ : counted() >= trials_)
         return false;
     count();
     random_.seed(++seed_);

@@ -68,11 +68,6 @@ TEST_P(EachScenario, EndsAsItSays)
     EXPECT_TRUE(office.rows("PRAGMA foreign_key_check").empty());
 }
 
-std::string name_of(const ::testing::TestParamInfo<Scenario> &info)
-{
-    return info.param.operation;
-}
-
 INSTANTIATE_TEST_SUITE_P(All, EachScenario, ::testing::ValuesIn(scenarios()), name_of);
 
 } // namespace

@@ -155,11 +155,6 @@ TEST_P(FaultSweep, FailedStatementIsReportedAndLeavesNothing)
     EXPECT_LT(n, more_than_any_call_needs);
 }
 
-std::string name_of(const ::testing::TestParamInfo<Scenario> &info)
-{
-    return info.param.operation;
-}
-
 INSTANTIATE_TEST_SUITE_P(All, FaultSweep, ::testing::ValuesIn(scenarios()), name_of);
 
 } // namespace

@@ -135,11 +135,6 @@ TEST_P(HostileSweep, StringsAreNeverSql)
     EXPECT_EQ("ok", office.value("PRAGMA integrity_check"));
 }
 
-std::string name_of(const ::testing::TestParamInfo<Scenario> &info)
-{
-    return info.param.operation;
-}
-
 INSTANTIATE_TEST_SUITE_P(All, HostileSweep, ::testing::ValuesIn(scenarios()), name_of);
 
 } // namespace

@@ -111,11 +111,6 @@ TEST_P(NoMemory, IsAFailureLikeAnyOther)
             }
 }
 
-std::string name_of(const ::testing::TestParamInfo<Scenario> &info)
-{
-    return info.param.operation;
-}
-
 INSTANTIATE_TEST_SUITE_P(All, NoMemory, ::testing::ValuesIn(scenarios()), name_of);
 
 } // namespace

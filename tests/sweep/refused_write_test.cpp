@@ -152,11 +152,6 @@ TEST_P(RefusedWrites, AreReportedAndLeaveNothing)
     refuse_each<RefusedStatement>(GetParam(), "refused statement");
 }
 
-std::string name_of(const ::testing::TestParamInfo<Scenario> &info)
-{
-    return info.param.operation;
-}
-
 INSTANTIATE_TEST_SUITE_P(All, RefusedWrites, ::testing::ValuesIn(scenarios()), name_of);
 
 } // namespace

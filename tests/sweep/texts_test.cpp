@@ -65,11 +65,6 @@ TEST_P(EachText, NamesTheTablesThatAreTouched)
         EXPECT_TRUE(names(text->reads, table) || touched.written.contains(table)) << "@reads lacks " << table;
 }
 
-std::string name_of(const ::testing::TestParamInfo<Scenario> &info)
-{
-    return info.param.operation;
-}
-
 INSTANTIATE_TEST_SUITE_P(All, EachText, ::testing::ValuesIn(scenarios()), name_of);
 
 TEST(Texts, DescribeTheArgumentsOfEveryOperation)
