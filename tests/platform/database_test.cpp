@@ -144,6 +144,21 @@ TEST_F(Open, RefusesAFileThatCannotBeRead)
     EXPECT_EQ("cannot read \"" + file + "\": Permission denied", message.data());
 }
 
+TEST_F(Open, LetsNoViewOrTriggerOfAnotherProgramIn)
+{
+    session->exec("CREATE VIEW v AS SELECT * FROM t");
+    EXPECT_NE(0, session->exec("SELECT * FROM v"));
+    session->exec("CREATE TRIGGER mine AFTER INSERT ON t BEGIN DELETE FROM t; END");
+    session.reset();
+    std::array<char, 256> message{};
+    qbdb_handle_t *qbdb = nullptr;
+    sqlite3 *db = nullptr;
+    EXPECT_NE(0, qbdb_open(file.c_str(), nullptr, &qbdb, &db, message.data(), message.size()));
+    EXPECT_EQ("\"" + file + "\" has a trigger of another program: mine", message.data());
+    options.readonly = 1;
+    EXPECT_EQ("0", Session(file, options).one("SELECT count(*) FROM t"));
+}
+
 TEST_F(Open, FindsWhatAnInterruptedProcessLeftInTheLog)
 {
     session->exec("INSERT INTO t VALUES(1,2,3)");
