@@ -60,7 +60,7 @@ Json full_record(const qbobj_spec_t *spec, int depth)
             field = -5000000000 - number;
             break;
         case QBOBJ_KIND_UINT64:
-            field = 18446744073709551615ULL - static_cast<unsigned>(number);
+            field = 9223372036854775807U - static_cast<unsigned>(number);
             break;
         default:
             field = depth == 0 ? Json(nullptr) : full_record(row->ospec_ptr, depth - 1);
