@@ -19,8 +19,6 @@ void PrintTo(const qbobj_error_rec_t &err, std::ostream *out)
 
 namespace qbobj_test
 {
-namespace
-{
 
 std::string read_file(const fs::path &path)
 {
@@ -29,6 +27,9 @@ std::string read_file(const fs::path &path)
     text << in.rdbuf();
     return text.str();
 }
+
+namespace
+{
 
 // The database that every test gets a copy of.
 class Prepared

@@ -72,6 +72,8 @@ class Database : public ::testing::Test, public Appliance
 {
 };
 
+std::string read_file(const std::filesystem::path &path);
+
 // The text of a record's dump, to compare whole records.
 std::string dump(const char *type, void *record);
 
