@@ -146,15 +146,11 @@ TEST_F(Open, RefusesAFileThatCannotBeRead)
 
 TEST_F(Open, LetsNoViewOrTriggerOfAnotherProgramIn)
 {
-    session->exec("CREATE VIEW v AS SELECT * FROM t");
+    session->exec("CREATE VIEW v AS SELECT 1");
     EXPECT_NE(0, session->exec("SELECT * FROM v"));
     session->exec("CREATE TRIGGER mine AFTER INSERT ON t BEGIN DELETE FROM t; END");
     session.reset();
-    std::array<char, 256> message{};
-    qbdb_handle_t *qbdb = nullptr;
-    sqlite3 *db = nullptr;
-    EXPECT_NE(0, qbdb_open(file.c_str(), nullptr, &qbdb, &db, message.data(), message.size()));
-    EXPECT_EQ("\"" + file + "\" has a trigger of another program: mine", message.data());
+    EXPECT_THROW(Session(file, options), std::runtime_error);
     options.readonly = 1;
     EXPECT_EQ("0", Session(file, options).one("SELECT count(*) FROM t"));
 }
