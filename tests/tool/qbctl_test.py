@@ -137,7 +137,7 @@ class Tool(unittest.TestCase):
                                           ("addUser", "UserQuota", ["{}", "[]"]),
                                           ("addShare", "QuotaMB", ["7", "4294967296"]),
                                           ("addShare", "Cifs", ["{}"])]:
-            for value in ['"x"', "7", "-7", "0.5", "1e3", "4294967296", "9223372036854775808", "-9223372036854775809",
+            for value in ['"x"', "7", "-7", "0.5", "1e3", "4294967296", "18446744073709551615", "-9223372036854775809",
                           "18446744073709551616", "true", "{}", "[]", "[7]"]:
                 if value not in fitting:
                     with self.subTest(field=field, value=value):
@@ -147,7 +147,7 @@ class Tool(unittest.TestCase):
         self.call("setRegistryEntry", "-", stdin=json.dumps({"key": "k", "val": text}, ensure_ascii=False))
         self.assertTrue(text == self.call("getRegistryEntry", "key=k"))
         self.call("addShare", '{"ShareName": "a", "VolumeId": "data", "QuotaMB": 9223372036854775807}')
-        self.assertEqual(2**63 - 1, self.call("getShare", '{"ShareId": "data/a"}')["QuotaMB"])
+        self.assertEqual(2**63 - 1, self.call("getShare", '{"ShareId": "data/a"}')[0]["QuotaMB"])
 
     def test_lists_and_descriptions_need_no_database(self):
         listed = self.ok("list")
