@@ -99,7 +99,7 @@ void damage(std::string &bytes, Trials &trials)
 
 TEST_F(Damaged, FilesAreRefusedOrUsed)
 {
-    for (Trials trials("damaged", 800); trials.next();) {
+    for (Trials trials("damaged", 400); trials.next();) {
         Image image = trials.one_in(3) ? with_log : whole;
         damage(!image.second.empty() && trials.one_in(2) ? image.second : image.first, trials);
         run(image, trials, 40, [] {});
