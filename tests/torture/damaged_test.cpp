@@ -128,7 +128,6 @@ const std::vector<std::string> lies{
     schema + "sql=substr(sql,1,length(sql)-1)||',CHECK({column} IS 7))'" + its,
     schema + "sql=sql||' WITHOUT ROWID'" + its,
     schema + "sql=replace(sql,' TEXT',' TEXT COLLATE absent')" + its,
-    schema + "sql=replace(sql,' INTEGER',' INTEGER DEFAULT (absent(1))')" + its,
     schema + "rootpage=(SELECT max(rootpage) FROM sqlite_schema) WHERE tbl_name='{table}'",
     "DELETE FROM sqlite_schema WHERE tbl_name='{table}' AND type='index'",
     "DELETE FROM sqlite_schema WHERE name='sqlite_sequence'"};
@@ -155,7 +154,8 @@ void lie(Appliance &office, Trials &trials)
     std::string lie = (number % 2 == 0 ? twin : "") + "UPDATE OR IGNORE [{table}] SET {values}";
     if (number < lies.size())
         lie = lies[number];
-    std::size_t many = 1 + trials.below(8);
+    const std::string &value = values[number / 2 % values.size()];
+    std::size_t many = number < lies.size() || value == values.back() ? 1 + trials.below(8) : 60;
     for (int attempts = 0; many > 0 && attempts < 1000; ++attempts) {
         const auto tables = office.rows(
             "SELECT name FROM sqlite_schema WHERE type='table' AND rootpage>0 AND name NOT LIKE 'sqlite%'");
@@ -164,7 +164,7 @@ void lie(Appliance &office, Trials &trials)
         const auto names = office.rows("SELECT '`'||name||'`'" + columns);
         const std::pair<const char *, std::string> words[] = {
             {"{values}", office.value("SELECT group_concat('`'||name||'`={value}')" + columns)},
-            {"{value}", values[number / 2 % values.size()]},
+            {"{value}", value},
             {"{columns}", office.value("SELECT group_concat('`'||name||'`')" + columns)},
             {"{column}", names[trials.below(names.size())]},
             {"{table}", table}};
