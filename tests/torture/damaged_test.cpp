@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cstring>
 #include <fstream>
-#include <iterator>
 #include <sstream>
 #include <utility>
 
@@ -132,7 +131,7 @@ const std::vector<std::string> lies{
     "DELETE FROM sqlite_schema WHERE tbl_name='{table}' AND type='index'",
     "DELETE FROM sqlite_schema WHERE name='sqlite_sequence'"};
 
-// What stands in every column of a table, as far as its constraints let it, or in those of one that has none.
+// What stands in a third of a table's columns, as far as its constraints let it, or in those of one that has none.
 const std::vector<std::string> values = [] {
     std::istringstream words(
         "NULL '' 'text' X'00ff00' 9223372036854775807 -9223372036854775808 4294967296 -1 0.5 -1e999 "
@@ -151,19 +150,22 @@ void lie(Appliance &office, Trials &trials)
     };
     ASSERT_TRUE(tell("PRAGMA writable_schema=ON; PRAGMA legacy_alter_table=ON; PRAGMA synchronous=OFF"));
     const std::size_t number = trials.seed() % all_lies;
-    std::string lie = (number % 2 == 0 ? twin : "") + "UPDATE OR IGNORE [{table}] SET {values}";
+    std::string lie = "UPDATE OR IGNORE [{table}] SET {values}";
+    if (number % 2 == 0) // in few rows: equal keys everywhere would multiply
+        lie = twin + lie + " WHERE rowid%50=1";
     if (number < lies.size())
         lie = lies[number];
     const std::string &value = values[number / 2 % values.size()];
-    std::size_t many = number < lies.size() || value == values.back() ? 1 + trials.below(8) : 60;
+    std::size_t many = number < lies.size() || value == values.back() ? 1 + trials.below(8) : 100;
     for (int attempts = 0; many > 0 && attempts < 1000; ++attempts) {
         const auto tables = office.rows(
             "SELECT name FROM sqlite_schema WHERE type='table' AND rootpage>0 AND name NOT LIKE 'sqlite%'");
         const std::string &table = tables[trials.below(tables.size())];
         const std::string columns = " FROM pragma_table_info('" + table + "')";
+        const std::string some = " WHERE (cid+" + std::to_string(trials.below(3)) + ")%3=0";
         const auto names = office.rows("SELECT '`'||name||'`'" + columns);
         const std::pair<const char *, std::string> words[] = {
-            {"{values}", office.value("SELECT group_concat('`'||name||'`={value}')" + columns)},
+            {"{values}", office.value("SELECT group_concat('`'||name||'`={value}')" + columns + some)},
             {"{value}", value},
             {"{columns}", office.value("SELECT group_concat('`'||name||'`')" + columns)},
             {"{column}", names[trials.below(names.size())]},
@@ -172,10 +174,8 @@ void lie(Appliance &office, Trials &trials)
         for (const auto &[word, by] : words)
             for (std::size_t at; (at = sql.find(word)) != std::string::npos;)
                 sql.replace(at, std::strlen(word), by);
-        if (tell("BEGIN;" + sql + ";COMMIT"))
-            --many;
-        else
-            tell("ROLLBACK");
+        many -= tell("BEGIN;" + sql + ";COMMIT") ? 1 : 0;
+        tell("ROLLBACK"); // of what failed
     }
     EXPECT_EQ(0U, many) << "lie " << number;
     sqlite3_close(office.db);
@@ -183,7 +183,7 @@ void lie(Appliance &office, Trials &trials)
 
 TEST_F(Damaged, SchemasAndRowsThatLieAreRefusedOrUsed)
 {
-    for (Trials trials("lying schema", static_cast<int>(2 * all_lies)); trials.next();)
+    for (Trials trials("lying schema", static_cast<int>(all_lies)); trials.next();)
         run(whole, trials, scenarios().size(), [&] { lie(office, trials); });
 }
 
