@@ -3,6 +3,7 @@
 #include "database_file.h"
 #include "message.h"
 #include "migration.h"
+#include "schema_text.h"
 
 #include <apr_general.h>
 #include <apr_pools.h>
@@ -63,11 +64,36 @@ int read_version(sqlite3 *db, int &version)
     return rc;
 }
 
+bool is_own(std::string_view sql)
+{
+    for (const char *const *text = schema_text; *text; text++)
+        if (std::string_view(*text).find(sql) != std::string_view::npos)
+            return true;
+    return false;
+}
+
+// Somebody else's trigger would run within the statements that write, may undo them, and may have no end.
+int find_foreign_trigger(sqlite3 *db, std::string &name)
+{
+    Statement statement;
+    const char *problem = nullptr;
+    int rc =
+        prepare(db, "SELECT name, sql FROM main.sqlite_schema WHERE type='trigger'", 0, statement, &problem);
+    while (rc == SQLITE_OK && (rc = sqlite3_step(statement.get())) == SQLITE_ROW) {
+        rc = SQLITE_OK;
+        if (name.empty() && !is_own(cell_text(statement.get(), 1)))
+            name = cell_text(statement.get(), 0);
+    }
+    return rc == SQLITE_DONE ? SQLITE_OK : rc;
+}
+
 int configure(sqlite3 *db, const qbdb_options_t &options, const FileFacts &facts)
 {
     sqlite3_db_config(db, SQLITE_DBCONFIG_ENABLE_FKEY, 1, nullptr);
     sqlite3_db_config(db, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_db_config(db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    // No statement asks a view: one that stands in a table's place may have no end.
+    sqlite3_db_config(db, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
     int rc = run_plain(db, "PRAGMA synchronous=%s", options.relaxed_durability ? "NORMAL" : "FULL");
     if (rc == SQLITE_OK)
         rc = run_plain(db, "PRAGMA cell_size_check=ON");
@@ -105,10 +131,15 @@ Problem connect(const std::string &path, const qbdb_options_t &options, qbdb_sys
 
     state.busy.attach(opened, options.busy_timeout_ms);
     int version = 0;
+    std::string trigger;
     rc = read_version(opened, version);
+    if (rc == SQLITE_OK && !readonly)
+        rc = find_foreign_trigger(opened, trigger);
     if (rc == SQLITE_OK && !readonly && sqlite3_db_readonly(opened, "main") == 1)
         return {SQLITE_READONLY, "cannot write \"" + path + "\""};
     Problem problem = rc == SQLITE_OK ? refuse_version(path, version, readonly) : damaged(path, rc, opened);
+    if (!problem && !trigger.empty())
+        problem = {SQLITE_CANTOPEN, "\"" + path + "\" has a trigger of another program: " + trigger};
     if (problem) {
         // What the log holds stays where it is; without a log there is only an empty one to clean away.
         sqlite3_db_config(opened, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, facts.pending_wal, nullptr);

@@ -144,6 +144,17 @@ TEST_F(Open, RefusesAFileThatCannotBeRead)
     EXPECT_EQ("cannot read \"" + file + "\": Permission denied", message.data());
 }
 
+TEST_F(Open, LetsNoViewOrTriggerOfAnotherProgramIn)
+{
+    session->exec("CREATE VIEW v AS SELECT 1");
+    EXPECT_NE(0, session->exec("SELECT * FROM v"));
+    session->exec("CREATE TRIGGER mine AFTER INSERT ON t BEGIN DELETE FROM t; END");
+    session.reset();
+    EXPECT_THROW(Session(file, options), std::runtime_error);
+    options.readonly = 1;
+    EXPECT_EQ("0", Session(file, options).one("SELECT count(*) FROM t"));
+}
+
 TEST_F(Open, FindsWhatAnInterruptedProcessLeftInTheLog)
 {
     session->exec("INSERT INTO t VALUES(1,2,3)");

@@ -86,6 +86,62 @@ void furnish(Appliance &appliance)
     furnish_iscsi(appliance);
 }
 
+void crowd(Appliance &appliance, int count)
+{
+    const std::string numbers = "WITH RECURSIVE n(i) AS (SELECT 1000 UNION ALL SELECT i+1 FROM n LIMIT " +
+                                std::to_string(count) + ") SELECT ";
+    constexpr std::pair<const char *, const char *> tables[] = {
+        {"`$user` (id,uname,home,group_id,fullname)",
+         "i,printf('user%05d',i),printf('/data/home/user%05d',i),99,''"},
+        {"`$group` (id,gname)", "i,printf('group%05d',i)"},
+        {"`$group_has_user` (user_id,group_id)", "i,i"},
+        {"`$home_folder` (user_id)", "i"},
+        {"`$timemachine_quota` (user_id,enabled)", "i,1"},
+        {"_hf_zfs_stat (user_id,used)", "i,1"},
+        {"share (id,zfs_name,name,volume_id,path)",
+         "i,printf('data/share%05d',i),printf('share%05d',i),'data',printf('/data/share%05d',i)"},
+        {"zfs_attr (share_id)", "i"},
+        {"_zfs_stat (share_id)", "i"},
+        {"cifs_share_option (share_id)", "i"},
+        {"afp_share_option (share_id)", "i"},
+        {"nfs_share_option (share_id)", "i"},
+        {"ftp_share_option (share_id)", "i"},
+        {"http_share_option (share_id)", "i"},
+        {"dlna_share_option (share_id)", "i"},
+        {"daap_share_option (share_id)", "i"},
+        {"rsync_share_option (share_id)", "i"},
+        {"cifs_dfs_option (share_id)", "i"},
+        {"rsync_user_password_acl (share_id,user)", "i,'mirror'"},
+        {"host (id,name)", "i,printf('host%05d',i)"},
+        {"host_acl (share_id,host_id,proto,read,write)", "i,i,'cifs',1,1"},
+        {"user_acl (share_id,user_id,proto,read,write)", "i,i,'cifs',1,1"},
+        {"group_acl (share_id,group_id,proto,read,write)", "i,i,'cifs',1,1"},
+        {"user_quota (user_id,share_id)", "i,i"},
+        {"group_quota (group_id,share_id)", "i,i"},
+        {"_user_quota_stat (user_id,share_id)", "i,i"},
+        {"_group_quota_stat (group_id,share_id)", "i,i"},
+        {"process_on_share (share_id,pid)", "i,1"},
+        {"`$application_on_share` (zfs_name,app_name)", "printf('data/share%05d',i),'photos'"},
+        {"snapshot_schedule (share_id)", "i"},
+        {"`$snapshot` (zfs_name,name,type,created_on)", "printf('data/share%05d',i),'daily',1,i"},
+        {"`$snapshot_clones` (cloned_zfs_name,parent_snapshot_name,parent_zfs_name)",
+         "printf('share%05d',i),printf('weekly%05d',i),printf('share%05d',i+1)"},
+        {"`$home_folder_snapshot` (user_name,home_dir,name,type,created_on)",
+         "printf('user%05d',i),printf('/data/home/user%05d',i),'daily',1,i"},
+        {"backup (id,name,enabled,src_type,src_share_proto,dst_type,dst_share_proto)",
+         "i,printf('job%05d',i),1,'share',printf('share%05d',i),'share',printf('share%05d',i+1)"},
+        {"`$log` (tstamp,severity,category,msg_tag)", "i,'info','misc','LOGMSG_UNKNOWN'"},
+        {"`$iscsi_lun_group` (name,target)", "printf('luns%05d',i),printf('iqn.%05d',i)"},
+        {"`$iscsi_lun` (name,lun_group,lun_n)", "printf('lun%05d',i),printf('luns%05d',i),0"},
+        {"`$iscsi_initiator` (name)", "printf('iqn.host%05d',i)"},
+        {"`$iscsi_lun_group_access`", "printf('luns%05d',i),printf('iqn.host%05d',i)"},
+        {"_dictionary (id,lang_id,str)",
+         "printf('TEXT_%05d',i),(SELECT MIN(id) FROM _lang_supported),'text'"},
+    };
+    for (const auto &[table, values] : tables)
+        appliance.sql(std::string("INSERT INTO ") + table + " " + numbers + values + " FROM n");
+}
+
 const std::vector<Scenario> &scenarios()
 {
     static const std::vector<Scenario> all = [] {

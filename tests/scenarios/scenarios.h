@@ -53,6 +53,10 @@ void furnish_log(Appliance &appliance);
 // A LUN in a group, and an initiator that may reach it.
 void furnish_iscsi(Appliance &appliance);
 
+// Shares, accounts and whatever hangs on them or stands beside them, `count` of each; ids and names do not meet those of
+// the office.
+void crowd(Appliance &appliance, int count);
+
 // A share with every protocol and an entry in every list.
 qbobj_json::Json full_share(const std::string &name);
 

@@ -25,7 +25,8 @@ class Tool(unittest.TestCase):
         self.ok("init", str(self.db), "--volume", "data")
 
     def run_tool(self, *words, stdin="", environment=None, **other):
-        return subprocess.run([QBCTL, *words], input=stdin, text=True, env=environment or self.environment, check=False,
+        return subprocess.run([QBCTL, *words], input=stdin, text=True, errors="surrogateescape", check=False,
+                              env=environment or self.environment,
                               start_new_session=True,  # away from the terminal
                               **{"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **other})
 
@@ -112,6 +113,41 @@ class Tool(unittest.TestCase):
         done = self.run_tool("call", "getShareCollection", environment=without)
         self.assertEqual(2, done.returncode)
         self.assertIn("--db", done.stderr)
+
+    def test_input_is_used_whole_or_refused_by_its_place(self):
+        self.call("addUser", '{"UserName": "ann"}')
+        for given, text in [
+            ("", "column 1: syntax error while parsing value - unexpected end"),
+            ("NaN", "invalid literal"),
+            ("{} {}", "column 4"),
+            ('{"UserName": "\\ud800"}', "U+D800..U+DBFF must be followed"),
+            ('{"UserName": "\udcff"}', "column 15: syntax error while parsing value - invalid string: ill-formed UTF-8"),
+            ('{"UserName": "bob\\u0000by"}', "user.UserName must not hold a NUL character"),
+            ('{"User\\u0000Name": "bob"}', "a name with a NUL character"),
+            ('{"UserName": "bob", "\\u0055serName": "eve"}', "gives 'UserName' twice"),
+            ('{"' + "x" * 50_000_000 + '": 1}', "a name of 50000000 bytes"),
+            ("[" + '{"UserName": "bob"},' * 100_000 + '{"UserId": 0.5}]', "user[100000].UserId must be a whole number"),
+        ]:
+            with self.subTest(given=given[:40]):
+                error = self.fails(2, "call", "addUser", "-", stdin=given)
+                self.assertIn(text, error)
+                self.assertLess(len(error), 300)
+        for operation, field, fitting in [("addUser", "UserName", ['"x"']),
+                                          ("addUser", "UserId", ["7", "-7", "true"]),
+                                          ("addUser", "UserQuota", ["{}", "[]"]),
+                                          ("addShare", "QuotaMB", ["7", "4294967296"]),
+                                          ("addShare", "Cifs", ["{}"])]:
+            for value in ['"x"', "7", "-7", "0.5", "1e3", "4294967296", "18446744073709551615", "-9223372036854775809",
+                          "18446744073709551616", "true", "{}", "[]", "[7]"]:
+                if value not in fitting:
+                    with self.subTest(field=field, value=value):
+                        self.assertIn("." + field, self.fails(2, "call", operation, f'{{"{field}": {value}}}'))
+        self.assertEqual(["ann"], [user["UserName"] for user in self.call("getUserCollection")["User"]])
+        text = "ä" * 25_000_000
+        self.call("setRegistryEntry", "-", stdin=json.dumps({"key": "k", "val": text}, ensure_ascii=False))
+        self.assertTrue(text == self.call("getRegistryEntry", "key=k"))
+        self.call("addShare", '{"ShareName": "a", "VolumeId": "data", "QuotaMB": 9223372036854775807}')
+        self.assertEqual(2**63 - 1, self.call("getShare", '{"ShareId": "data/a"}')[0]["QuotaMB"])
 
     def test_lists_and_descriptions_need_no_database(self):
         listed = self.ok("list")

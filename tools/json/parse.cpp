@@ -10,6 +10,7 @@ namespace
 {
 
 constexpr int deepest = 64;
+constexpr std::size_t longest_name = 128;
 
 // Watches the values that a parser meets.
 class Limits
@@ -26,6 +27,7 @@ class Limits
                 throw BadInput("the input is nested deeper than " + std::to_string(deepest) + " levels");
             break;
         case Json::parse_event_t::key:
+            check_name(value.get_ref<const std::string &>());
             if (!names_.back().insert(value.get<std::string>()).second)
                 throw BadInput("the input gives '" + value.get<std::string>() + "' twice in one object");
             break;
@@ -39,6 +41,16 @@ class Limits
     }
 
   private:
+    // Errors show names.
+    static void check_name(const std::string &name)
+    {
+        if (name.size() > longest_name)
+            throw BadInput("the input holds a name of " + std::to_string(name.size()) +
+                           " bytes, longer than any field's");
+        if (name.find('\0') != std::string::npos)
+            throw BadInput("the input holds a name with a NUL character");
+    }
+
     std::vector<std::set<std::string>> names_; // of the objects that are open
 };
 

@@ -5,6 +5,7 @@
 #include "json/nearest.h"
 
 #include <climits>
+#include <cmath>
 #include <cstring>
 
 namespace qbobj_json
@@ -27,7 +28,9 @@ std::string kind_of(const Json &json)
     case Json::value_t::array:
         return "a list";
     case Json::value_t::number_float:
-        return "a fraction";
+        return std::trunc(json.get<double>()) != json.get<double>()
+                   ? "a fraction"
+                   : "a number with a point, an exponent or too many digits";
     default:
         return json >= 0 ? "a number" : "a negative number";
     }
@@ -182,6 +185,9 @@ uint64_t to_unsigned(const Json &json, const std::string &where)
     const bool negative = json.is_number_integer() && !json.is_number_unsigned() && json.get<int64_t>() < 0;
     if (!json.is_number_integer() || negative)
         throw BadInput(where + " must be a whole number of 0 or more, not " + kind_of(json));
+    // The database would hold a larger one as a fraction.
+    if (json.get<uint64_t>() > static_cast<uint64_t>(INT64_MAX))
+        throw BadInput(where + ": " + json.dump() + " is too large");
     return json.get<uint64_t>();
 }
 
