@@ -231,7 +231,7 @@ TEST_F(ProtocolWrite, AnAdditionalPortMustBeFreeUnlessItIsTheStoredOne)
                  ("Additional https port in use  (" + port + ")(1 ).").c_str());
     sql("UPDATE service_https SET port=" + port);
     EXPECT_OK(set());
-    close(listening);
+    ::close(listening);
     sql("UPDATE service_https SET port=0");
     EXPECT_OK(set());
     EXPECT_EQ(port, value("SELECT port FROM service_https"));

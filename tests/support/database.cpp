@@ -61,7 +61,9 @@ Appliance::Appliance()
     fs::create_directories(root());
     log_ = std::fopen((folder_.path() / "log").c_str(), "a");
     jnl_ = std::fopen((folder_.path() / "journal").c_str(), "a");
-    options.relaxed_durability = 1;
+    open_options.relaxed_durability = 1;
+    GTEST_FLAG_SET(death_test_style,
+                   "threadsafe"); // begins anew: a child's calls on an inherited handle are refused
     reopen();
 }
 
@@ -83,7 +85,7 @@ void Appliance::reopen(qbdb_loglevel_t loglvl, bool readonly)
     close();
     std::array<char, 512> message{};
     const std::string root_path = root();
-    qbdb_options_t whole = options;
+    qbdb_options_t whole = open_options;
     whole.root = root_path.c_str();
     whole.loglvl = loglvl;
     whole.log = log_;

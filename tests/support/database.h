@@ -62,7 +62,7 @@ class Appliance
     sqlite3 *db = nullptr;
     qbobj_error_rec_t err{};
     // What reopen() opens with beside its own.
-    qbdb_options_t options{};
+    qbdb_options_t open_options{};
 
   private:
     TemporaryFolder folder_;

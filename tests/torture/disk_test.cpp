@@ -35,8 +35,8 @@ class Disk : public FailingStorage, public Appliance, public ::testing::TestWith
   protected:
     Disk()
     {
-        options.relaxed_durability = 0;
-        options.busy_timeout_ms = 1;
+        open_options.relaxed_durability = 0;
+        open_options.busy_timeout_ms = 1;
         furnish(*this);
         close();
         std::filesystem::copy_file(file(), root() / "furnished");
@@ -46,7 +46,7 @@ class Disk : public FailingStorage, public Appliance, public ::testing::TestWith
     {
         close();
         write_file(file(), read_file(root() / "furnished"));
-        options.commit_decides = tiny ? 1 : 0;
+        open_options.commit_decides = tiny ? 1 : 0;
         reopen();
         sql(tiny ? "PRAGMA cache_size=5; PRAGMA wal_autocheckpoint=1" : "");
     }
@@ -66,7 +66,7 @@ class Disk : public FailingStorage, public Appliance, public ::testing::TestWith
             const bool failed = call_fails();
             const int kept = qbdb_last_commit(qbdb, nullptr);
             EXPECT_TRUE(kept == SQLITE_OK || kept == (code & 0xff) || kept == SQLITE_PROTOCOL) << kept;
-            EXPECT_TRUE(kept == SQLITE_OK || failed || options.commit_decides == 0);
+            EXPECT_TRUE(kept == SQLITE_OK || failed || open_options.commit_decides == 0);
             told = failed || kept != SQLITE_OK;
             EXPECT_EQ(SQLITE_TXN_NONE, sqlite3_txn_state(db, nullptr));
             if (is_reopened)

@@ -38,7 +38,7 @@ TEST(PowerCut, LosesNothingThatWasAcknowledged)
     for (Trials trials("power cut", 20 * cuts); trials.next();) {
         Appliance office;
         furnish(office);
-        office.options.relaxed_durability = static_cast<int>(trials.below(2));
+        office.open_options.relaxed_durability = static_cast<int>(trials.below(2));
         const std::string pragmas = "PRAGMA cache_size=" + std::to_string(5 + trials.below(50)) +
                                     "; PRAGMA wal_autocheckpoint=" + std::to_string(1 + trials.below(50));
         const auto open = [&] {
@@ -61,7 +61,7 @@ TEST(PowerCut, LosesNothingThatWasAcknowledged)
             EXPECT_EQ("ok", survivor.value("PRAGMA integrity_check"));
             EXPECT_TRUE(survivor.rows("PRAGMA foreign_key_check").empty());
             const auto under_way = std::ranges::upper_bound(states, after, {}, &State::first);
-            const auto first = office.options.relaxed_durability != 0 ? states.begin() : under_way - 1;
+            const auto first = office.open_options.relaxed_durability != 0 ? states.begin() : under_way - 1;
             const auto last = under_way == states.end() ? under_way : under_way + 1;
             const std::size_t content = hash(survivor.content());
             EXPECT_TRUE(
