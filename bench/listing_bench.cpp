@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <limits>
+#include <thread>
 
 namespace qbobj_bench
 {
@@ -15,7 +16,7 @@ namespace
 
 constexpr int many = 10000;
 constexpr int most = 100000;
-constexpr int calls = 1000; // of which a percentile is taken
+constexpr int calls = 5000; // of which a percentile is taken
 
 int list(const Connection &connection)
 {
@@ -124,6 +125,7 @@ struct Times {
 void take_beside_lists(const Appliance &appliance, const Connection &connection, Times &times)
 {
     const TemporaryFolder folder;
+    const std::filesystem::path begun = folder.path() / "begun";
     const std::filesystem::path end = folder.path() / "end";
     Worker lister([&]() -> Worker::Numbers {
         const Connection own = appliance.connect();
@@ -131,9 +133,12 @@ void take_beside_lists(const Appliance &appliance, const Connection &connection,
         for (; !std::filesystem::exists(end); lists++) {
             require_equal("getShareCollection", many, list(own));
             qbdb_clear_pool(own.qbdb);
+            std::ofstream(begun) << "now";
         }
         return {lists};
     });
+    while (!std::filesystem::exists(begun))
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     times.take(connection);
     std::ofstream(end) << "now";
     if (lister.result().at(0) < 2)
