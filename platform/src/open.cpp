@@ -133,7 +133,8 @@ Problem connect(const std::string &path, const qbdb_options_t &options, qbdb_sys
     int version = 0;
     std::string trigger;
     rc = read_version(opened, version);
-    if (rc == SQLITE_OK && !readonly)
+    // An older schema has triggers of its own; what comes out of its migration is looked at next time.
+    if (rc == SQLITE_OK && !readonly && version == schema_version())
         rc = find_foreign_trigger(opened, trigger);
     if (rc == SQLITE_OK && !readonly && sqlite3_db_readonly(opened, "main") == 1)
         return {SQLITE_READONLY, "cannot write \"" + path + "\""};
