@@ -5,6 +5,8 @@
 #include "trials.h"
 #include "json/json_writer.h"
 
+#include <sys/resource.h>
+
 #include <algorithm>
 #include <cstring>
 #include <fstream>
@@ -43,7 +45,8 @@ class Damaged : public ::testing::Test
         std::ofstream(office.file(), std::ios::binary) << image.first;
         std::ofstream(beside("-wal"), std::ios::binary) << image.second;
         const pid_t process = start_process([&] {
-            alarm(30);
+            constexpr rlimit of_its_own{60, 60}; // seconds: others may load the machine
+            setrlimit(RLIMIT_CPU, &of_its_own);
             change();
             use(trials, calls);
             return HasFailure() ? 1 : 0;
