@@ -168,16 +168,17 @@ int remember_host(Call &call, const char *name, int &id)
     const char *canonical = nullptr;
     if (name == nullptr || qbobj_validate_host_or_net(call.pool(), name, &canonical) != 0)
         return raise(call, QBOBJ_ERROR_API_ARGS, "Invalid HostName or Network specified (%s).", name);
-    if (const int rc =
-            call.number("Failed SQL 'SELECT host'. %s", id, "SELECT id FROM `host` WHERE name=%Q", canonical))
+    // Most hosts are known: looked up first, they cost no write.
+    const auto look_up = [&] {
+        return call.number("Failed SQL 'SELECT host'. %s", id, "SELECT id FROM `host` WHERE name=%Q",
+                           canonical);
+    };
+    if (const int rc = look_up(); rc != 0 || id != 0)
         return rc;
-    if (id != 0)
-        return 0;
-    if (const int rc =
-            call.exec("Failed SQL 'INSERT host'. %s", "INSERT INTO `host` (name) VALUES(%Q)", canonical))
+    if (const int rc = call.exec("Failed SQL 'INSERT host'. %s",
+                                 "INSERT OR IGNORE INTO `host` (name) VALUES(%Q)", canonical))
         return rc;
-    id = call.last_id();
-    return 0;
+    return look_up();
 }
 
 struct HostRights {

@@ -20,7 +20,8 @@ struct AccessQuestion {
     bool is_guest() const { return user_id < 0; }
 };
 
-// Each adds the shares that the user may read or write; non-zero when there is no answer.
+// Each adds the shares that the user may read, and those that they may write unless `writeable` is null; non-zero when there
+// is no answer.
 int may_use_cifs(const AccessQuestion &question, ShareIds &readable, ShareIds *writeable);
 // By the protocol's word, of those that can be asked about.
 bool can_be_asked_about(const char *protocol);
